@@ -1,0 +1,33 @@
+# What every target of the project is compiled and linked with.
+
+add_library(skypost_options INTERFACE)
+target_compile_options(skypost_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2 -Werror
+  -ffunction-sections -fdata-sections)
+# Times beyond 2038 and large files on 32-bit boards too.
+target_compile_definitions(skypost_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+target_link_options(skypost_options INTERFACE -Wl,--gc-sections)
+
+if(SKYPOST_SANITIZE)
+  target_compile_options(skypost_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(skypost_options INTERFACE -fsanitize=address,undefined)
+else()
+  target_compile_options(skypost_options INTERFACE
+    $<$<CONFIG:Release>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3> -fstack-protector-strong -fPIE)
+  target_link_options(skypost_options INTERFACE -pie -Wl,-z,relro,-z,now -Wl,-z,noexecstack)
+endif()
+
+# Size goes before speed: the program waits for networks.
+set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG")
+
+# MD5 comes from libcrypto, by default out of its static archive: nothing to install on the board.
+find_path(CRYPTO_INCLUDE_DIR openssl/md5.h REQUIRED)
+if(SKYPOST_SHARED_CRYPTO)
+  find_library(CRYPTO_LIBRARY NAMES crypto REQUIRED)
+else()
+  find_library(CRYPTO_LIBRARY NAMES libcrypto.a REQUIRED)
+endif()
+add_library(skypost_crypto INTERFACE)
+target_include_directories(skypost_crypto SYSTEM INTERFACE ${CRYPTO_INCLUDE_DIR})
+target_link_libraries(skypost_crypto INTERFACE ${CRYPTO_LIBRARY})

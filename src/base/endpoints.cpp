@@ -1,0 +1,192 @@
+#include "base/endpoints.h"
+
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+#include "base/paths.h"
+
+namespace skypost {
+namespace {
+
+enum class endpoint_kind { url, host_and_port, host, address };
+
+struct endpoint_row {
+  endpoint row;
+  const char* name;
+  endpoint_kind kind;
+  const char* value;
+};
+
+// Where no server of a network is known, its name ends in the reserved domain .invalid, which never
+// resolves: no station's password can reach a stranger.
+constexpr endpoint_row ENDPOINTS[] = {
+    // clang-format off
+    {endpoint::wunderground,        "wunderground",        endpoint_kind::url,           "https://weatherstation.wunderground.com"},
+    {endpoint::wunderground_rapid,  "wunderground_rapid",  endpoint_kind::url,           "https://rtupdate.wunderground.com"},
+    {endpoint::weatherflow,         "weatherflow",         endpoint_kind::url,           "http://pws.weatherflow.com"},
+    {endpoint::metoffice,           "metoffice",           endpoint_kind::url,           "https://wow.metoffice.gov.uk"},
+    {endpoint::pwsweather,          "pwsweather",          endpoint_kind::url,           "https://www.pwsweather.com"},
+    {endpoint::weatherbug,          "weatherbug",          endpoint_kind::url,           "http://data.backyard2.weatherbug.com"},
+    {endpoint::awekas,              "awekas",              endpoint_kind::url,           "http://www.awekas.at"},
+    {endpoint::wedaal,              "wedaal",              endpoint_kind::url,           "http://www.wedaal.de"},
+    {endpoint::windfinder,          "windfinder",          endpoint_kind::url,           "http://www.windfinder.com"},
+    {endpoint::windit,              "windit",              endpoint_kind::url,           "http://windit.invalid"},
+    {endpoint::idokep,              "idokep",              endpoint_kind::url,           "https://automata.idokep.hu"},
+    {endpoint::idokep_pro,          "idokep_pro",          endpoint_kind::url,           "https://pro.idokep.hu"},
+    {endpoint::wetterarchiv,        "wetterarchiv",        endpoint_kind::url,           "http://www.wetterarchiv.de"},
+    {endpoint::anythingweather,     "anythingweather",     endpoint_kind::url,           "http://www.anythingweather.com"},
+    {endpoint::meteonews,           "meteonews",           endpoint_kind::host_and_port, "meteonews.invalid"},
+    {endpoint::shnetz,              "shnetz",              endpoint_kind::url,           "http://sh-netz.invalid"},
+    {endpoint::regiowetter_bw,      "regiowetter_bw",      endpoint_kind::url,           "http://regiowetter-bw.invalid"},
+    {endpoint::regiowetter,         "regiowetter",         endpoint_kind::url,           "http://regiowetter.invalid"},
+    {endpoint::sauerlandwetter,     "sauerlandwetter",     endpoint_kind::url,           "http://www.sauerlandwetter.de"},
+    {endpoint::wetterring,          "wetterring",          endpoint_kind::url,           "http://wetterring.invalid"},
+    {endpoint::cwop_first,          "cwop_first",          endpoint_kind::host,          "cwop.aprs.net"},
+    {endpoint::cwop_second,         "cwop_second",         endpoint_kind::host,          "rotate.aprs2.net"},
+    {endpoint::borgervejr_recipient, "borgervejr_recipient", endpoint_kind::address,     "borgervejr@dmi.dk"},
+    {endpoint::mail_sender,         "mail_sender",         endpoint_kind::address,       "root@localhost"},
+    // clang-format on
+};
+
+constexpr bool rows_stand_in_order() {
+  std::size_t index = 0;
+  for (const endpoint_row& row : ENDPOINTS)
+    if (row.row != static_cast<endpoint>(index++)) return false;
+  return index == static_cast<std::size_t>(endpoint::COUNT);
+}
+static_assert(rows_stand_in_order());
+
+// The owner's values, empty where the default stands. Written by read_endpoints at start-up.
+char overrides[static_cast<std::size_t>(endpoint::COUNT)][ENDPOINT_CAPACITY + 1];
+
+constexpr std::string_view LETTERS_AND_DIGITS =
+    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+
+bool is_made_of(std::string_view text, std::string_view more_characters) {
+  for (const char character : text)
+    if (LETTERS_AND_DIGITS.find(character) == std::string_view::npos &&
+        more_characters.find(character) == std::string_view::npos)
+      return false;
+  return true;
+}
+
+bool is_host(std::string_view text) {
+  return !text.empty() && is_made_of(text, ".-") && is_made_of(head_of(text, 1), "") &&
+         is_made_of(tail_of(text, text.size() - 1), "");
+}
+
+bool is_port(std::string_view text) {
+  unsigned port = 0;
+  for (const char character : text) {
+    if (character < '0' || character > '9' || port > 65'535) return false;
+    port = port * 10 + static_cast<unsigned>(character - '0');
+  }
+  return port >= 1 && port <= 65'535;
+}
+
+bool is_host_and_port(std::string_view text) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string_view::npos) return is_host(text);
+  return is_host(head_of(text, colon)) && is_port(tail_of(text, colon + 1));
+}
+
+bool is_url(std::string_view text) {
+  for (const std::string_view scheme : {"http://", "https://"})
+    if (text.starts_with(scheme)) return is_host_and_port(tail_of(text, scheme.size()));
+  return false;
+}
+
+bool is_address(std::string_view text) {
+  const std::size_t at = text.find('@');
+  if (at == std::string_view::npos || at == 0) return false;
+  const std::string_view mailbox = head_of(text, at);
+  return is_made_of(mailbox, "._+-") && is_made_of(head_of(mailbox, 1), "") && is_host(tail_of(text, at + 1));
+}
+
+bool fits_its_place(endpoint_kind kind, std::string_view value) {
+  if (value.size() > ENDPOINT_CAPACITY) return false;
+  switch (kind) {
+    case endpoint_kind::url:
+      return is_url(value);
+    case endpoint_kind::host_and_port:
+      return is_host_and_port(value);
+    case endpoint_kind::host:
+      return is_host(value);
+    case endpoint_kind::address:
+      return is_address(value);
+  }
+  return false;
+}
+
+std::string_view without_blanks_around(std::string_view text) {
+  constexpr std::string_view BLANKS = " \t\r\n";
+  const std::size_t first = text.find_first_not_of(BLANKS);
+  if (first == std::string_view::npos) return {};
+  return tail_of(head_of(text, text.find_last_not_of(BLANKS) + 1), first);
+}
+
+// Takes one line in; returns what is wrong with it, or nullptr.
+const char* read_line(std::string_view line) {
+  line = without_blanks_around(head_of(line, line.find('#')));
+  if (line.empty()) return nullptr;
+  const std::size_t equals = line.find('=');
+  if (equals == std::string_view::npos) return "no \"name = value\"";
+  const std::string_view name = without_blanks_around(head_of(line, equals));
+  const std::string_view value = without_blanks_around(tail_of(line, equals + 1));
+  for (const endpoint_row& row : ENDPOINTS) {
+    if (name != row.name) continue;
+    if (!fits_its_place(row.kind, value)) return "not a value for this name";
+    char* const place = overrides[static_cast<std::size_t>(row.row)];
+    std::memcpy(place, value.data(), value.size());
+    place[value.size()] = '\0';
+    return nullptr;
+  }
+  return "no such name";
+}
+
+}  // namespace
+
+const char* endpoint_name(endpoint row) {
+  return ENDPOINTS[static_cast<std::size_t>(row)].name;
+}
+
+const char* endpoint_value(endpoint row) {
+  const char* const own = overrides[static_cast<std::size_t>(row)];
+  return own[0] != '\0' ? own : ENDPOINTS[static_cast<std::size_t>(row)].value;
+}
+
+void reset_endpoints() {
+  std::memset(overrides, 0, sizeof overrides);
+}
+
+void read_endpoints(std::FILE* file) {
+  char line[512];
+  int number = 0;
+  bool goes_on = false;  // the piece at hand continues a line that did not fit
+  while (std::fgets(line, sizeof line, file) != nullptr) {
+    const std::string_view piece = line;
+    const bool is_whole = piece.ends_with('\n') || std::feof(file) != 0;
+    if (!goes_on) {
+      ++number;
+      if (const char* const fault = is_whole ? read_line(piece) : "too long")
+        std::fprintf(stderr, "Error: %s line %d: %s\n", ENDPOINTS_PATH, number, fault);
+    }
+    goes_on = !is_whole;
+  }
+}
+
+void load_endpoints() {
+  reset_endpoints();
+  path_text path;
+  append_appliance_path(path, ENDPOINTS_PATH);
+  std::FILE* const file = std::fopen(path.c_str(), "re");
+  if (file == nullptr) {
+    if (errno != ENOENT) std::fprintf(stderr, "Error: %s: %s\n", path.c_str(), std::strerror(errno));
+    return;
+  }
+  read_endpoints(file);
+  std::fclose(file);
+}
+
+}  // namespace skypost

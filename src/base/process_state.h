@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+
+namespace skypost {
+
+// The run's flags, 0 or 1. The command line sets the first two, once. `live_data_stale` is 1 while
+// the live record must not be used: the data server client sets it before every fetch and clears it
+// after a good one, the report's parser sets it again when the outdoor values are not all there.
+struct run_flags {
+  std::int32_t rapid_fire_flag;
+  std::int32_t debug_flag;
+  std::int32_t live_data_stale;
+};
+extern run_flags flags;
+
+// Why the last network failed. Written by the network that fails, read by outcome reporting,
+// emptied by each rapid-fire pass.
+extern text_buffer error_text;
+
+// The hardware address of eth0, as 00:1A:2B:3C:4D:5E; empty when unknown. Written once at start-up.
+extern text_buffer hardware_address;
+
+// Writes a formatted text to standard error when the debug flag is set.
+[[gnu::format(printf, 1, 2)]] void debug_print(const char* format, ...);
+
+}  // namespace skypost

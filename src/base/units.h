@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+
+// Conversions from a stored whole number, in most cases tenths, to the unit that a network takes.
+// Each constant is the one that the network's format uses; where two networks use different ones
+// for one unit, there are two names.
+namespace skypost {
+
+// A value stored as the whole number that it is (percent, degrees of direction).
+constexpr double to_itself(std::int32_t value) {
+  return value;
+}
+
+// tenths of any unit -> the unit
+constexpr double from_tenths(std::int32_t tenths) {
+  return tenths / 10.0;
+}
+
+// tenths of any unit -> whole units, the fraction dropped
+constexpr double from_tenths_truncated(std::int32_t tenths) {
+  return tenths / 10;
+}
+
+// tenths of °C -> °F
+constexpr double to_fahrenheit(std::int32_t tenths) {
+  return static_cast<double>(std::int64_t{tenths} * 9) / 50.0 + 32.0;
+}
+
+// tenths of m/s -> km/h, mph, knots
+constexpr double to_kmh(std::int32_t tenths) {
+  return tenths * 0.36;
+}
+constexpr double to_mph(std::int32_t tenths) {
+  return tenths * 0.2237;
+}
+constexpr double to_knots(std::int32_t tenths) {
+  return tenths / 10.0 * 1.944;
+}
+
+// tenths of mm -> inches, hundredths of an inch
+constexpr double to_inches(std::int32_t tenths) {
+  return tenths / 254.0;
+}
+constexpr double to_hundredths_inch(std::int32_t tenths) {
+  return tenths / 2.54;
+}
+
+// tenths of hPa -> inHg, as the Weather Underground family divides, and by the exact ratio
+constexpr double to_inhg(std::int32_t tenths) {
+  return tenths / 338.5;
+}
+constexpr double to_exact_inhg(std::int32_t tenths) {
+  return tenths / 338.639;
+}
+
+}  // namespace skypost

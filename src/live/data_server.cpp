@@ -1,0 +1,75 @@
+#include "live/data_server.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "base/process_state.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::uint32_t READ_BUDGET = 499'999;
+constexpr std::uint32_t CHUNK_SIZE = 32'768;
+constexpr timeval RECEIVE_LIMIT = {.tv_sec = 5, .tv_usec = 0};
+constexpr useconds_t PAUSE_AFTER_CHUNK = 100;  // microseconds
+
+// Fills the report from a connected socket; returns how many bytes came.
+std::uint32_t read_report(int connection, report_buffer& report) {
+  std::uint32_t length = 0;
+  while (READ_BUDGET - length > CHUNK_SIZE) {
+    const ssize_t count = recv(connection, report + length, CHUNK_SIZE, MSG_WAITALL);
+    if (count <= 0) break;
+    usleep(PAUSE_AFTER_CHUNK);
+    length += static_cast<std::uint32_t>(count);
+  }
+  report[length] = '\0';
+  return length;
+}
+
+// Connects the socket and reads; returns 0 or -1, the reason then on standard error.
+std::int32_t fetch_over(int connection, report_buffer& report, const char* host, std::uint16_t port) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = inet_addr(host);
+  address.sin_port = htons(port);
+
+  if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &RECEIVE_LIMIT, sizeof RECEIVE_LIMIT) != 0) {
+    std::fprintf(stderr, "error set socket options %s:%d: %s\n", host, port, std::strerror(errno));
+    return -1;
+  }
+  if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+    std::fprintf(stderr, "error connect socket %s:%d :%s\n", host, port, std::strerror(errno));
+    return -1;
+  }
+  // A server that closes at once leaves no error of its own.
+  errno = 0;
+  if (read_report(connection, report) == 0) {
+    std::fprintf(stderr, "error read socket: %s", std::strerror(errno));
+    return -1;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::int32_t fetch_live_data(report_buffer& report, const char* host, std::uint16_t port) {
+  flags.live_data_stale = 1;
+  const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (connection < 0) {
+    std::fprintf(stderr, "error make socket %s:%d: %s\n", host, port, std::strerror(errno));
+    return -1;
+  }
+  const std::int32_t result = fetch_over(connection, report, host, port);
+  close(connection);
+  if (result == 0) flags.live_data_stale = 0;
+  return result;
+}
+
+}  // namespace skypost

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <cstdint>
+
+namespace skypost {
+
+// A word or a time of day from the report; what is longer is cut.
+using live_text = char[12];
+
+// What the station reports, each value from the sensor that the settings select for it. A name that
+// ends in 10 holds tenths of the unit beside it. A number that the report does not give is
+// MISSING_VALUE (`height` and the times in seconds: 0), a compass word the empty text, every other
+// text "---".
+struct LiveRecord {
+  // Now.
+  std::int32_t temp10;          // °C
+  std::int32_t hum;             // %
+  std::int32_t dew10;           // °C
+  std::int32_t press10;         // hPa, at the station
+  std::int32_t height;          // m, of the pressure sensor
+  std::int32_t altimeter10;     // hPa, altimeter setting
+  std::int32_t sealevel10;      // hPa, at sea level
+  std::int32_t winddir;         // degrees
+  live_text winddirstr;         // compass word, German
+  live_text winddirstren;       // compass word, English
+  std::int32_t wind10;          // m/s
+  std::int32_t gust10;          // m/s
+  std::int32_t chill10;         // °C
+  std::int32_t rain;            // mm/h (tenths, like the names in 10)
+  std::int32_t uv10;            // index
+  std::int32_t solar10;         // W/m²
+  std::int32_t indoortemp10;    // °C
+  std::int32_t indoorhum;       // %
+  std::int32_t extratemp10[6];  // °C
+
+  // The last 15 minutes, 60 minutes and 24 hours.
+  std::int32_t last15mraintotal10;  // mm
+  std::int32_t last15mtemp10;       // °C
+  std::int32_t last15msealevel10;   // hPa, at sea level
+  std::int32_t last15mmaxgust10;    // m/s
+  std::int32_t last15mwind10;       // m/s
+  std::int32_t last15mwinddir;      // degrees
+  std::int32_t last60mraintotal10;  // mm
+  std::int32_t last24hraintotal10;  // mm
+  std::int32_t last60mmaxsolar10;   // W/m²
+  std::int32_t last60mmaxgust10;    // m/s
+  std::int32_t last60mpresstrend;   // the server's code
+
+  // The day so far, with the times of its extremes.
+  std::int32_t todaytemp10;           // °C
+  std::int32_t todaymaxtemp10;        // °C
+  std::int32_t todaymaxtemptime;      // seconds since the epoch
+  live_text todaymaxtemptimestr;      // HH:MM
+  std::int32_t todaymintemp10;        // °C
+  std::int32_t todaymintemptime;      // seconds since the epoch
+  live_text todaymintemptimestr;      // HH:MM
+  std::int32_t todaymaxdew10;         // °C
+  live_text todaymaxdewtimestr;       // HH:MM
+  std::int32_t todaymindew10;         // °C
+  live_text todaymindewtimestr;       // HH:MM
+  std::int32_t todayminchill10;       // °C
+  live_text todayminchilltimestr;     // HH:MM
+  std::int32_t todayhum;              // %
+  std::int32_t todaymaxhum;           // %
+  std::int32_t todaymaxhumtime;       // seconds since the epoch
+  live_text todaymaxhumtimestr;       // HH:MM
+  std::int32_t todayminhum;           // %
+  std::int32_t todayminhumtime;       // seconds since the epoch
+  live_text todayminhumtimestr;       // HH:MM
+  std::int32_t todaymaxuv10;          // index
+  live_text todaymaxuvtimestr;        // HH:MM
+  std::int32_t todaymaxsolar10;       // W/m²
+  live_text todaymaxsolartimestr;     // HH:MM
+  std::int32_t todaymaxsealevel10;    // hPa, at sea level
+  std::int32_t todaymaxsealeveltime;  // seconds since the epoch
+  live_text todaymaxsealeveltimestr;  // HH:MM
+  std::int32_t todayminsealevel10;    // hPa, at sea level
+  std::int32_t todayminsealeveltime;  // seconds since the epoch
+  live_text todayminsealeveltimestr;  // HH:MM
+  std::int32_t todaymaxgust10;        // m/s
+  live_text todaymaxgusttimestr;      // HH:MM
+  std::int32_t todaymaxwind10;        // m/s
+  live_text todaymaxwindtimestr;      // HH:MM
+  std::int32_t todaymaxrainrate10;    // mm/h
+  live_text todaymaxrainratetimestr;  // HH:MM
+  std::int32_t todayraintotal10;      // mm
+
+  // The month.
+  std::int32_t monthmaxtemp10;      // °C
+  std::int32_t monthmintemp10;      // °C
+  std::int32_t monthmaxdew10;       // °C
+  std::int32_t monthmindew10;       // °C
+  std::int32_t monthminchill10;     // °C
+  std::int32_t monthmaxhum;         // %
+  std::int32_t monthminhum;         // %
+  std::int32_t monthmaxuv10;        // index
+  std::int32_t monthmaxsolar10;     // W/m²
+  std::int32_t monthmaxsealevel10;  // hPa, at sea level
+  std::int32_t monthminsealevel10;  // hPa, at sea level
+  std::int32_t monthmaxgust10;      // m/s
+  std::int32_t monthmaxrainrate10;  // mm/h
+  std::int32_t monthraintotal10;    // mm
+
+  // The year.
+  std::int32_t yearmaxtemp10;      // °C
+  std::int32_t yearmintemp10;      // °C
+  std::int32_t yearmaxdew10;       // °C
+  std::int32_t yearmindew10;       // °C
+  std::int32_t yearminchill10;     // °C
+  std::int32_t yearmaxhum;         // %
+  std::int32_t yearminhum;         // %
+  std::int32_t yearmaxuv10;        // index
+  std::int32_t yearmaxsolar10;     // W/m²
+  std::int32_t yearmaxsealevel10;  // hPa, at sea level
+  std::int32_t yearminsealevel10;  // hPa, at sea level
+  std::int32_t yearmaxgust10;      // m/s
+  std::int32_t yearmaxrainrate10;  // mm/h
+  std::int32_t yearraintotal10;    // mm
+
+  // The sun.
+  live_text sunrise;  // the server's text
+  live_text sunset;   // the server's text
+};
+
+// The record of this process. Only load_live_record writes it; the networks read it afterwards.
+extern LiveRecord live_record;
+
+}  // namespace skypost

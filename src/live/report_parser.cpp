@@ -1,0 +1,272 @@
+#include "live/report_parser.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <limits>
+#include <string_view>
+
+#include "base/process_state.h"
+#include "live/live_table.h"
+#include "settings/record.h"
+
+namespace skypost {
+
+constinit LiveRecord live_record{};
+
+namespace {
+
+constexpr std::int32_t TIME_DIGITS = 14;
+
+constexpr bool is_digit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+constexpr bool is_blank(char character) {
+  return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+const char* skip_blanks(const char* text) {
+  while (is_blank(*text)) ++text;
+  return text;
+}
+
+const char* skip_word(const char* text) {
+  while (*text != '\0' && !is_blank(*text)) ++text;
+  return text;
+}
+
+bool fit_number(double number, std::int32_t& value) {
+  const double rounded = std::round(number);
+  if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
+        rounded <= std::numeric_limits<std::int32_t>::max()))
+    return false;
+  value = static_cast<std::int32_t>(rounded);
+  return true;
+}
+
+// Reads the decimal number that `text` begins with, times `factor` and rounded. strtod would also
+// take "nan", "inf" and hexadecimal digits; none of them is a reading of a sensor. The decimal point
+// is a point because the program never leaves the C locale.
+bool read_real(const char* text, double factor, std::int32_t& value) {
+  const char* digits = text;
+  if (*digits == '+' || *digits == '-') ++digits;
+  if (!is_digit(digits[0]) && !(digits[0] == '.' && is_digit(digits[1]))) return false;
+  if (digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X')) {
+    value = 0;
+    return true;
+  }
+  return fit_number(std::strtod(text, nullptr) * factor, value);
+}
+
+bool read_integer(const char* text, std::int64_t factor, std::int32_t& value) {
+  const bool has_sign = *text == '+' || *text == '-';
+  if (!is_digit(text[has_sign ? 1 : 0])) return false;
+  errno = 0;
+  const long number = std::strtol(text, nullptr, 10);
+  constexpr std::int64_t LIMIT = std::numeric_limits<std::int32_t>::max();
+  if (errno != 0 || number > LIMIT || number < -LIMIT - 1) return false;
+  return fit_number(static_cast<double>(number * factor), value);
+}
+
+bool read_number(scan form, const char* text, std::int32_t& value) {
+  switch (form) {
+    case scan::tenths:
+      return read_real(text, 10.0, value);
+    case scan::rounded:
+      return read_real(text, 1.0, value);
+    case scan::integer:
+      return read_integer(text, 1, value);
+    case scan::integer_tenths:
+      return read_integer(text, 10, value);
+    case scan::word:
+    case scan::time:
+      break;
+  }
+  return false;
+}
+
+void copy_text(live_text& destination, std::string_view text) {
+  const std::size_t length = text.size() < sizeof destination ? text.size() : sizeof destination - 1;
+  std::memcpy(destination, text.data(), length);
+  destination[length] = '\0';
+}
+
+bool read_word(const char* text, live_text& destination) {
+  const std::size_t length = static_cast<std::size_t>(skip_word(text) - text);
+  if (length == 0) return false;
+  copy_text(destination, {text, length});
+  return true;
+}
+
+void read_time(const live_row& row, const char* text) {
+  for (std::int32_t i = 0; i < TIME_DIGITS; ++i)
+    if (!is_digit(text[i])) return;
+  format_hhmm(live_record.*row.text, text);
+  if (row.number == nullptr) return;
+  const std::int64_t seconds = parse_server_time(text);
+  if (seconds >= std::numeric_limits<std::int32_t>::min() &&
+      seconds <= std::numeric_limits<std::int32_t>::max())
+    live_record.*row.number = static_cast<std::int32_t>(seconds);
+}
+
+// The text behind the key that `pattern` forms with the sensor's identifier, or nullptr.
+const char* find_value(const char* report, const char* pattern, const text_field* sensor) {
+  fixed_text<63> key;
+  key.append_pattern(pattern, sensor == nullptr ? std::string_view{} : station_settings.text(*sensor));
+  const char* const place = find_key(report, key.c_str());
+  return place == nullptr ? nullptr : skip_blanks(skip_word(place));
+}
+
+void reset_row(const live_row& row) {
+  if (row.number != nullptr) live_record.*row.number = row.absent_number;
+  if (row.text != nullptr) copy_text(live_record.*row.text, row.absent_text);
+}
+
+void parse_row(const live_row& row, const char* report) {
+  const char* const value = find_value(report, row.key, row.sensor);
+  if (value == nullptr) return;
+  if (row.form == scan::time)
+    read_time(row, value);
+  else if (row.form == scan::word)
+    read_word(value, live_record.*row.text);
+  else
+    read_number(row.form, value, live_record.*row.number);
+}
+
+// A current value and the extremes of one period that it may have passed since the server formed
+// them. nullptr: the table has no such extreme. The two of a pair are widened only when both are known.
+struct widening {
+  std::int32_t LiveRecord::*current;
+  std::int32_t LiveRecord::*highest;
+  std::int32_t LiveRecord::*lowest;
+};
+
+constexpr widening WIDENINGS[] = {
+    // clang-format off
+    {&LiveRecord::temp10,     &LiveRecord::todaymaxtemp10,     &LiveRecord::todaymintemp10},
+    {&LiveRecord::temp10,     &LiveRecord::monthmaxtemp10,     &LiveRecord::monthmintemp10},
+    {&LiveRecord::temp10,     &LiveRecord::yearmaxtemp10,      &LiveRecord::yearmintemp10},
+    {&LiveRecord::dew10,      &LiveRecord::todaymaxdew10,      &LiveRecord::todaymindew10},
+    {&LiveRecord::dew10,      &LiveRecord::monthmaxdew10,      &LiveRecord::monthmindew10},
+    {&LiveRecord::dew10,      &LiveRecord::yearmaxdew10,       &LiveRecord::yearmindew10},
+    {&LiveRecord::hum,        &LiveRecord::todaymaxhum,        &LiveRecord::todayminhum},
+    {&LiveRecord::hum,        &LiveRecord::monthmaxhum,        &LiveRecord::monthminhum},
+    {&LiveRecord::hum,        &LiveRecord::yearmaxhum,         &LiveRecord::yearminhum},
+    {&LiveRecord::sealevel10, &LiveRecord::todaymaxsealevel10, &LiveRecord::todayminsealevel10},
+    {&LiveRecord::sealevel10, &LiveRecord::monthmaxsealevel10, &LiveRecord::monthminsealevel10},
+    {&LiveRecord::sealevel10, &LiveRecord::yearmaxsealevel10,  &LiveRecord::yearminsealevel10},
+    {&LiveRecord::chill10,    nullptr,                         &LiveRecord::todayminchill10},
+    {&LiveRecord::chill10,    nullptr,                         &LiveRecord::monthminchill10},
+    {&LiveRecord::chill10,    nullptr,                         &LiveRecord::yearminchill10},
+    {&LiveRecord::uv10,       &LiveRecord::todaymaxuv10,       nullptr},
+    {&LiveRecord::uv10,       &LiveRecord::monthmaxuv10,       nullptr},
+    {&LiveRecord::uv10,       &LiveRecord::yearmaxuv10,        nullptr},
+    {&LiveRecord::solar10,    &LiveRecord::todaymaxsolar10,    nullptr},
+    {&LiveRecord::solar10,    &LiveRecord::monthmaxsolar10,    nullptr},
+    {&LiveRecord::solar10,    &LiveRecord::yearmaxsolar10,     nullptr},
+    {&LiveRecord::gust10,     &LiveRecord::monthmaxgust10,     nullptr},
+    {&LiveRecord::gust10,     &LiveRecord::yearmaxgust10,      nullptr},
+    // clang-format on
+};
+
+bool is_usable(std::int32_t LiveRecord::*field) {
+  return field == nullptr || known(live_record.*field);
+}
+
+void widen_extremes() {
+  for (const widening& row : WIDENINGS) {
+    const std::int32_t current = live_record.*row.current;
+    if (!known(current) || !is_usable(row.highest) || !is_usable(row.lowest)) continue;
+    if (row.highest != nullptr && current > live_record.*row.highest) live_record.*row.highest = current;
+    if (row.lowest != nullptr && current < live_record.*row.lowest) live_record.*row.lowest = current;
+  }
+  // The day's highest gust takes a current one even where the report gives no highest yet.
+  if (live_record.gust10 > live_record.todaymaxgust10) live_record.todaymaxgust10 = live_record.gust10;
+}
+
+void check_outdoor_values() {
+  LiveRecord& live = live_record;
+  if (known(live.temp10) && known(live.dew10) && known(live.hum)) return;
+  live.temp10 = live.dew10 = live.hum = MISSING_VALUE;
+  flags.live_data_stale = 1;
+}
+
+void dump_live_record() {
+  const LiveRecord& live = live_record;
+  debug_print(
+      "temp10: %d\nhum: %d\ndew10: %d\npress10: %d\nsealevel10: %d\naltimeter10: %d\nwind10: %d\n"
+      "gust10: %d\nlast15mmaxgust10: %d\nwinddir: %d\nwinddirstr: %s\nrain: %d\ntodayraintotal10: %d\n",
+      live.temp10, live.hum, live.dew10, live.press10, live.sealevel10, live.altimeter10, live.wind10,
+      live.gust10, live.last15mmaxgust10, live.winddir, live.winddirstr, live.rain, live.todayraintotal10);
+  debug_print(
+      "todaymintemp10: %d\ntodaymaxtemp10: %d\ntodayminhum: %d\ntodaymaxhum: %d\n"
+      "todayminsealevel10: %d\ntodaymaxsealevel10: %d\ntodaymaxgust10: %d\n",
+      live.todaymintemp10, live.todaymaxtemp10, live.todayminhum, live.todaymaxhum, live.todayminsealevel10,
+      live.todaymaxsealevel10, live.todaymaxgust10);
+  debug_print(
+      "monthmintemp10: %d\nmonthmaxtemp10: %d\nmonthminhum: %d\nmonthmaxhum: %d\n"
+      "monthminsealevel10: %d\nmonthmaxsealevel10: %d\nmonthmaxgust10: %d\n",
+      live.monthmintemp10, live.monthmaxtemp10, live.monthminhum, live.monthmaxhum, live.monthminsealevel10,
+      live.monthmaxsealevel10, live.monthmaxgust10);
+  debug_print(
+      "yearmintemp10: %d\nyearmaxtemp10: %d\nyearminhum: %d\nyearmaxhum: %d\n"
+      "yearminsealevel10: %d\nyearmaxsealevel10: %d\nyearmaxgust10: %d\n",
+      live.yearmintemp10, live.yearmaxtemp10, live.yearminhum, live.yearmaxhum, live.yearminsealevel10,
+      live.yearmaxsealevel10, live.yearmaxgust10);
+}
+
+std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t count) {
+  std::int32_t value = 0;
+  for (std::int32_t i = first; i < first + count; ++i) value = value * 10 + (digits[i] - '0');
+  return value;
+}
+
+}  // namespace
+
+const char* find_key(const char* report, const char* key) {
+  return std::strstr(report, key);
+}
+
+void reset_live_record() {
+  for (const live_row& row : LIVE_TABLE) reset_row(row);
+  for (std::int32_t& temperature : live_record.extratemp10) temperature = MISSING_VALUE;
+}
+
+void parse_live_reply(const char* report) {
+  for (const live_row& row : LIVE_TABLE) parse_row(row, report);
+  for (std::int32_t i = 0; i < EXTRA_TEMPERATURES; ++i) {
+    const char* const value = find_value(report, EXTRA_TEMPERATURE_KEY, &sensor_extra_temp[i]);
+    if (value != nullptr) read_number(scan::tenths, value, live_record.extratemp10[i]);
+  }
+  widen_extremes();
+}
+
+std::int64_t parse_server_time(const char* digits) {
+  std::tm time{};
+  time.tm_sec = read_digits(digits, 12, 2);
+  time.tm_min = read_digits(digits, 10, 2);
+  time.tm_hour = read_digits(digits, 8, 2);
+  time.tm_mday = read_digits(digits, 6, 2);
+  time.tm_mon = read_digits(digits, 4, 2) - 1;
+  time.tm_year = read_digits(digits, 0, 4) - 1900;
+  time.tm_isdst = -1;  // the system knows whether summer time was in force
+  return std::mktime(&time);
+}
+
+void format_hhmm(live_text& destination, const char* digits) {
+  const char text[] = {digits[8], digits[9], ':', digits[10], digits[11]};
+  copy_text(destination, {text, sizeof text});
+}
+
+std::int32_t load_live_record(const char* report) {
+  reset_live_record();
+  parse_live_reply(report);
+  check_outdoor_values();
+  dump_live_record();
+  return 0;
+}
+
+}  // namespace skypost

@@ -1,0 +1,99 @@
+#include "run/host_identity.h"
+
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "base/paths.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::size_t PART_CAPACITY = 8'000;
+
+struct platform_mark {
+  const char* mark;
+  const char* platform;
+};
+
+// The first mark that the system text contains names the board.
+constexpr platform_mark PLATFORM_MARKS[] = {
+    {"NSLU2", "NSLU2"}, {"88FR131", "PLUG"}, {"ARMv6", "PLUG"}, {"sun4i", "A10"}, {"", "X86"},
+};
+
+// The processor part and the device part. Written by the first read_system_text, kept from then on.
+char system_text[2 * PART_CAPACITY + 1];
+std::size_t system_text_length;
+bool is_first_read = true;
+
+// Reads the head of a file to `place` and ends it with a NUL; returns false when it cannot be opened.
+bool read_part(const char* file_path, char* place, std::size_t& length) {
+  path_text path;
+  append_appliance_path(path, file_path);
+  std::FILE* const file = std::fopen(path.c_str(), "re");
+  if (file == nullptr) return false;
+  length = std::fread(place, 1, PART_CAPACITY, file);
+  place[length] = '\0';
+  std::fclose(file);
+  return true;
+}
+
+}  // namespace
+
+std::size_t read_system_text(const char*& text) {
+  if (is_first_read) {
+    is_first_read = false;
+    std::size_t processor_length = 0;
+    std::size_t devices_length = 0;
+    if (read_part(PROCESSOR_PATH, system_text, processor_length))
+      read_part(PCI_DEVICES_PATH, system_text + processor_length, devices_length);
+    system_text_length = processor_length + devices_length;
+  }
+  text = system_text;
+  return system_text_length;
+}
+
+void detect_platform() {
+  const char* text = nullptr;
+  if (read_system_text(text) == 0) return;
+  for (const platform_mark& row : PLATFORM_MARKS) {
+    if (std::strstr(text, row.mark) == nullptr) continue;
+    setenv("NIMBULOGHW", row.platform, 1);
+    return;
+  }
+}
+
+int read_hardware_address(text_buffer& address) {
+  constexpr std::string_view MARK = "HWaddr ";
+  address.clear();
+  std::FILE* const pipe = popen("/sbin/ifconfig eth0 2>/dev/null", "re");
+  if (pipe == nullptr) return 0;
+
+  char line[1'000];
+  int result = 0;
+  if (std::fgets(line, sizeof line, pipe) != nullptr) {
+    if (char* const mark = std::strstr(line, MARK.data())) {
+      char* const found = mark + MARK.size();
+      found[std::strcspn(found, " \n")] = '\0';
+      address.append_text(to_upper_text(found));
+    } else {
+      std::fprintf(stderr, "Error ifconfig read eth0 mac address: %s\n", std::strerror(errno));
+      result = -1;
+    }
+  }
+  pclose(pipe);
+  return result;
+}
+
+const char* to_upper_text(const char* text) {
+  static char upper[32];
+  std::size_t length = 0;
+  for (; text[length] != '\0' && length < sizeof upper - 1; ++length)
+    upper[length] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[length])));
+  upper[length] = '\0';
+  return upper;
+}
+
+}  // namespace skypost

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+
+#include "base/text.h"
+
+namespace skypost {
+
+// Points `text` at what "/proc/cpuinfo" and, right behind it, "/proc/bus/pci/devices" hold (8,000
+// bytes of each at most), and returns its length: 0 when the first cannot be read. Both are read at
+// the first call only.
+std::size_t read_system_text(const char*& text);
+
+// Sets NIMBULOGHW in the process's environment to the board's name. Leaves it alone when the system
+// text cannot be read.
+void detect_platform();
+
+// Reads the hardware address of eth0 into `address`, in upper case; it is empty when there is none.
+// Returns 0, or -1 when `ifconfig` printed something without an address (said on standard error).
+int read_hardware_address(text_buffer& address);
+
+// `text` with its letters in upper case, in a static buffer of 32 bytes; what does not fit is cut.
+const char* to_upper_text(const char* text);
+
+}  // namespace skypost

@@ -1,0 +1,39 @@
+#include "run/process.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace skypost {
+namespace {
+
+void ignore_signal(int) {}
+
+void set_action(int signal_number, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART;
+  sigaction(signal_number, &action, nullptr);
+}
+
+}  // namespace
+
+void prepare_process() {
+  // A socket that became descriptor 2 would be sent the error messages.
+  int descriptor = 0;
+  do {
+    descriptor = open("/dev/null", O_RDWR);
+  } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+  if (descriptor > STDERR_FILENO) close(descriptor);
+
+  set_action(SIGALRM, SIG_DFL);
+  set_action(SIGCHLD, SIG_DFL);
+  // A handler, unlike SIG_IGN, ends at the start of another program.
+  set_action(SIGPIPE, ignore_signal);
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+}  // namespace skypost

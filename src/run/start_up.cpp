@@ -1,0 +1,75 @@
+#include "run/start_up.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+
+#include "base/endpoints.h"
+#include "base/process_state.h"
+#include "live/data_server.h"
+#include "live/report_parser.h"
+#include "run/host_identity.h"
+#include "run/last_run.h"
+#include "run/process.h"
+#include "run/report.h"
+#include "run/run_list.h"
+#include "run/settings_reload.h"
+#include "settings/load.h"
+
+namespace skypost {
+namespace {
+
+constexpr char STALE_DATA_NAME[] =
+    "No data upload to weather networks as sensor selected on weather network page for outdoor temp, "
+    "outdoor humidity or outdoor dewpoint is not providing recent data.";
+
+// The data server's report; filled by each fetch.
+report_buffer report;
+
+// Sets the flag that the one argument stands for; false when it stands for none.
+bool read_argument(const char* argument) {
+  if (std::strcmp(argument, "-r") == 0)
+    flags.rapid_fire_flag = 1;
+  else if (std::strcmp(argument, "-d") == 0)
+    flags.debug_flag = 1;
+  else
+    return false;
+  return true;
+}
+
+int run_once(long long now) {
+  const long long age = last_run_age(now);
+  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return 0;
+  load_live_record(report);
+  if (flags.live_data_stale != 0 && is_any_network_enabled(station_settings)) report_failure(STALE_DATA_NAME);
+  walk_run_list(station_settings, age, now);
+  return 0;
+}
+
+}  // namespace
+
+int run_skypost(int argument_count, char** arguments) {
+  if (argument_count > 2) {
+    std::fputs("Error: Bad number of arguments\n", stderr);
+    return 1;
+  }
+  prepare_process();
+  detect_platform();
+  if (argument_count == 2 && !read_argument(arguments[1])) {
+    std::fprintf(stderr, "Error: Bad argument (%s). Use \"-r\" for rapid fire mode, \"-d\" for debug\n",
+                 arguments[1]);
+    return 1;
+  }
+  read_hardware_address(hardware_address);
+  load_endpoints();
+  if (load_settings_in_three_attempts(station_settings) != 0) {
+    report_failure("Can't read nimbulog settings file");
+    return 1;
+  }
+  make_intervals_valid(station_settings);
+  return run_once(std::time(nullptr));
+}
+
+}  // namespace skypost

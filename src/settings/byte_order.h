@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+
+#include "settings/record.h"
+
+namespace skypost {
+
+// Fields at `first`, `first` + `size`, …, `last`, of `size` bytes each (4: an integer, 8: a
+// floating-point number), and the same again in each of `entries` entries `stride` bytes apart.
+struct field_range {
+  std::uint32_t first;
+  std::uint32_t last;
+  std::uint32_t size;
+  std::uint32_t entries = 1;
+  std::uint32_t stride = 0;
+};
+
+// The appliance's three arrays of entries, of which this program only keeps the form: an entry is
+// free when its first integer is -1.
+struct entry_array {
+  std::uint32_t first;
+  std::uint32_t entries;
+  std::uint32_t stride;
+};
+inline constexpr entry_array ENTRY_ARRAYS[] = {{29928, 20, 132}, {32568, 128, 40}, {38236, 20, 500}};
+inline constexpr entry_array LAST_ENTRY_ARRAY = ENTRY_ARRAYS[2];
+
+// The fields that change with the byte order, in the order in which they are reversed.
+inline constexpr field_range CONVERTED_FIELDS[] = {
+    // clang-format off
+    {    0,     0, 4}, {  500,   500, 4}, { 6756,  6756, 4}, { 7016,  7016, 4}, {17136, 17136, 4},
+    {17156, 17156, 4}, {17524, 17524, 4}, {18076, 18076, 4}, {18672, 18672, 4}, {21608, 21608, 4},
+    {27576, 27576, 4}, {27964, 27964, 4}, {28364, 28364, 4}, {28624, 28624, 4}, {37840, 37840, 4},
+    {38008, 38008, 4}, {38200, 38200, 4}, {48236, 48236, 4}, {48304, 48304, 4}, {48372, 48372, 4},
+    {  760,   800, 4},
+    { 5924,  5940, 4},
+    { 6456,  6496, 4},
+    { 7388,  7644, 4},
+    {12256, 12524, 4},
+    {17416, 17424, 4},
+    {17576, 17600, 4},
+    {17684, 17688, 4},
+    {18144, 18148, 4},
+    {18932, 18936, 4},
+    {19044, 19552, 4},
+    {22128, 22388, 4},
+    {28096, 28104, 4},
+    {29652, 29668, 4},
+    {37688, 37692, 4},
+    {37860, 37872, 4},
+    {37940, 37948, 4},
+    {38112, 38116, 4},
+    {48572, 48580, 4},
+    {48712, 48716, 4},
+    {48784, 48788, 4},
+    {29928, 29956, 4,  20, 132},
+    {32568, 32580, 4, 128,  40},
+    {38236, 38248, 4,  20, 500},
+    {20584, 21600, 8},
+    // clang-format on
+};
+
+// True for a field that CONVERTED_FIELDS names.
+constexpr bool is_converted(const settings_field& field) {
+  for (const field_range& range : CONVERTED_FIELDS)
+    for (std::uint32_t entry = 0; entry < range.entries; ++entry) {
+      const std::uint32_t first = range.first + entry * range.stride;
+      if (field.offset >= first && field.offset <= range.last + entry * range.stride) return true;
+    }
+  return false;
+}
+
+// Reverse the bytes of one field in place: 4 of an integer, 8 of a floating-point number.
+void swap_u32(unsigned char* field);
+void swap_f64(unsigned char* field);
+
+// Reverses every field of CONVERTED_FIELDS.
+void convert_byte_order(settings_record& record);
+
+}  // namespace skypost

@@ -1,0 +1,79 @@
+#include "settings/defaults.h"
+
+#include <unistd.h>
+
+#include <cstring>
+
+#include "base/endpoints.h"
+#include "settings/byte_order.h"
+
+namespace skypost {
+namespace {
+
+// `count` integers from `offset` on.
+struct integer_default {
+  std::uint32_t offset;
+  std::uint32_t count;
+  std::int32_t value;
+};
+
+constexpr integer_default INTEGER_DEFAULTS[] = {
+    // clang-format off
+    {    0,  1,     0},
+    {  760,  3,    -1},  // longitude
+    {  772,  1,     0},
+    {  776,  3,    -1},  // latitude
+    {  788,  1,     0},
+    {  792,  1,    -1},
+    { 6456,  1,     1},
+    {12256,  1,    21},
+    {12264,  1,     1},
+    {17608,  1,     1},
+    {17612,  1,     3},
+    {17616,  1,     4},
+    {18144,  1,    30},  // seconds between rapid-fire uploads to Weather Underground
+    {18936,  1,     1},  // the byte order is this machine's
+    {19300, 64,    -1},
+    {29660,  1,    -1},  // APRS passcode
+    {29664,  1, 14580},  // APRS port
+    {38112,  1,    30},  // seconds between rapid-fire uploads to WeatherFlow
+    // clang-format on
+};
+
+constexpr std::uint32_t FACTORS_OFFSET = 20584;
+constexpr std::uint32_t FACTORS_COUNT = 64;
+constexpr double FACTOR_DEFAULT = 1.0;
+
+void store(settings_record& record, std::uint32_t offset, std::int32_t value) {
+  std::memcpy(record.bytes + offset, &value, sizeof value);
+}
+
+std::string_view system_host_name(char (&name)[60]) {
+  if (gethostname(name, sizeof name) != 0) return {};
+  return {name, strnlen(name, sizeof name)};
+}
+
+}  // namespace
+
+void set_default_settings(settings_record& record) {
+  for (const settings_field* field : SETTINGS_FIELDS) {
+    if (field->is_text())
+      record.bytes[field->offset] = 0;
+    else if (field->kind == field_kind::flag)
+      store(record, field->offset, 0);
+  }
+
+  char name[60];
+  record.set_text(settings_version, "4.9q");
+  record.set_text(host_name, system_host_name(name));
+  record.set_text(sender_address, endpoint_value(endpoint::mail_sender));
+
+  for (const integer_default& row : INTEGER_DEFAULTS)
+    for (std::uint32_t i = 0; i < row.count; ++i) store(record, row.offset + 4 * i, row.value);
+  for (std::uint32_t i = 0; i < FACTORS_COUNT; ++i)
+    std::memcpy(record.bytes + FACTORS_OFFSET + 8 * i, &FACTOR_DEFAULT, sizeof FACTOR_DEFAULT);
+  for (const entry_array& array : ENTRY_ARRAYS)
+    for (std::uint32_t i = 0; i < array.entries; ++i) store(record, array.first + i * array.stride, -1);
+}
+
+}  // namespace skypost

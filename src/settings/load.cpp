@@ -1,0 +1,100 @@
+#include "settings/load.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+
+#include "base/paths.h"
+#include "base/shell.h"
+#include "settings/byte_order.h"
+#include "settings/defaults.h"
+
+namespace skypost {
+
+constinit settings_record station_settings{};
+
+namespace {
+
+constexpr std::uint32_t GAP_OFFSET = 20'580;
+constexpr std::uint32_t GAP_SIZE = 4;
+
+bool is_platform(const char* platform, const char* name) {
+  return platform != nullptr && std::strcmp(platform, name) == 0;
+}
+
+void back_up_settings_file() {
+  path_text path;
+  append_appliance_path(path, SETTINGS_PATH);
+  fixed_text<4 * 4096 + 16> command;
+  command.append_text("cp ");
+  append_shell_word(command, path.view());
+  command.append_text(" ");
+  append_shell_word(command, path.view());
+  command.append_text(".old");
+  // A backup that fails changes nothing: the file itself is never written.
+  [[maybe_unused]] const int ignored = std::system(command.c_str());
+}
+
+// Reads the open file into the record; -1 when it cannot be used.
+std::int32_t read_settings_file(int file, settings_record& record) {
+  struct stat status {};
+  if (fstat(file, &status) != 0) return -1;
+  const bool size_unlisted = is_size_unlisted(status.st_size, std::getenv("NIMBULOGHW"));
+
+  const ssize_t count = read(file, record.bytes, SETTINGS_SIZE);
+  if (count <= 0) return -1;
+  if (count < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(count));
+  if (!size_unlisted && count != CURRENT_LAYOUT_SIZE && count != OLDER_PLUG_LAYOUT_SIZE &&
+      count != OLDER_LAYOUT_SIZE)
+    return -1;
+
+  upgrade_settings(record, size_unlisted ? 1 : 0);
+  return 0;
+}
+
+}  // namespace
+
+bool is_size_unlisted(std::int64_t size, const char* platform) {
+  if (size == CURRENT_LAYOUT_SIZE || size == OLDER_LAYOUT_SIZE) return false;
+  return !(is_platform(platform, "PLUG") && size == OLDER_PLUG_LAYOUT_SIZE);
+}
+
+void complete_short_record(settings_record& record, std::uint32_t count) {
+  std::memset(record.bytes + count, 0, SETTINGS_SIZE - count);
+  constexpr std::int32_t FREE = -1;
+  for (std::uint32_t i = 0; i < LAST_ENTRY_ARRAY.entries; ++i)
+    std::memcpy(record.bytes + LAST_ENTRY_ARRAY.first + i * LAST_ENTRY_ARRAY.stride, &FREE, sizeof FREE);
+}
+
+bool is_byte_order_foreign(const settings_record& record, const char* platform) {
+  const std::int32_t marker = record.integer(byte_order_marker);
+  // That board wrote its records before there was a marker.
+  if (is_platform(platform, "NSLU2") && marker == 0) return false;
+  return marker != 1;
+}
+
+std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unlisted) {
+  if (size_unlisted != 0) {
+    back_up_settings_file();
+    std::memmove(record.bytes + GAP_OFFSET + GAP_SIZE, record.bytes + GAP_OFFSET,
+                 SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
+  }
+  if (!is_byte_order_foreign(record, std::getenv("NIMBULOGHW"))) return 0;
+  convert_byte_order(record);
+  return 1;
+}
+
+std::int32_t load_settings(settings_record& record) {
+  path_text path;
+  append_appliance_path(path, SETTINGS_PATH);
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const std::int32_t result = file < 0 ? -1 : read_settings_file(file, record);
+  if (file >= 0) close(file);
+  if (result != 0) set_default_settings(record);
+  return result;
+}
+
+}  // namespace skypost

@@ -1,0 +1,29 @@
+#include "transport/command.h"
+
+namespace skypost {
+
+void begin_get(text_buffer& command, endpoint server, const char* path) {
+  command.append("%s -t %d -q -O /dev/stdout \"%s%s?", WGET_COMMAND, WGET_TRIES, endpoint_value(server),
+                 path);
+}
+
+void end_get(text_buffer& command) {
+  command.append_text("\" 2>/dev/stdout");
+}
+
+void begin_post(text_buffer& command) {
+  command.append("%s -t %d -O /dev/stdout ", WGET_COMMAND, WGET_TRIES);
+}
+
+void append_url_value(text_buffer& command, std::string_view value) {
+  for (const char& character : value) {
+    if (character == '&')
+      command.append_text("%26");
+    else if (character == '#')
+      command.append_text("%23");
+    else
+      append_quoted(command, {&character, 1});
+  }
+}
+
+}  // namespace skypost

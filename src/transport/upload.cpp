@@ -1,0 +1,98 @@
+#include "transport/upload.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "base/process_state.h"
+#include "transport/command.h"
+
+namespace skypost {
+namespace {
+
+void set_pipe_failure(const text_buffer& command, const upload_spec& spec, const char* reason) {
+  error_text.clear();
+  if (spec.pipe_reason_first)
+    error_text.append("error open pipe (%s): %s", reason, command.c_str());
+  else
+    error_text.append("error open pipe %s: %s", command.c_str(), reason);
+}
+
+void print_header(const text_buffer& command, const upload_spec& spec) {
+  if (flags.debug_flag == 0) return;
+  fixed_text<COMMAND_CAPACITY + 100> header;
+  header.append_pattern(spec.debug_header, command.view());
+  debug_print("%s", header.c_str());
+}
+
+}  // namespace
+
+std::size_t read_reply(text_buffer& reply, std::FILE* stream) {
+  const std::size_t count = std::fread(reply.storage(), 1, reply.capacity(), stream);
+  reply.set_length(count);
+  reply.set_length(std::strlen(reply.c_str()));
+  return count;
+}
+
+text_buffer& strip_line_breaks(text_buffer& text) {
+  text.remove_all('\r');
+  text.remove_all('\n');
+  return text;
+}
+
+int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
+  if (command.was_cut()) {
+    error_text.clear();
+    error_text.append("command longer than %zu characters, not run: %s", command.capacity(), command.c_str());
+    return -1;
+  }
+  print_header(command, spec);
+  std::FILE* const pipe = popen(command.c_str(), "re");
+  if (pipe == nullptr) {
+    set_pipe_failure(command, spec, std::strerror(errno));
+    return -1;
+  }
+  reply_text reply;
+  read_reply(reply, pipe);
+  const int result = spec.judge(reply, spec);
+  pclose(pipe);
+  return result;
+}
+
+int judge_reply(text_buffer& reply, const upload_spec& spec) {
+  if (reply.empty()) return fail_without_response(spec);
+  if (spec.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
+  if (spec.mode == reply_mode::first_line) reply.replace_all('\n', '\0');
+  print_reply(reply.view());
+  if (std::strstr(reply.c_str(), spec.success_word) != nullptr) return 0;
+  return fail_with_reply(spec, reply.view());
+}
+
+int fail_without_response(const upload_spec& spec) {
+  error_text.clear();
+  error_text.append_text(spec.no_response_text);
+  return -1;
+}
+
+int fail_with_reply(const upload_spec& spec, std::string_view reply) {
+  reply_text line;
+  line.append_text(reply);
+  error_text.clear();
+  error_text.append_pattern(spec.failure_format, strip_line_breaks(line).view());
+  return -1;
+}
+
+void print_reply(std::string_view reply) {
+  reply_text line;
+  line.append_text(reply);
+  debug_print("Reply: %s\n", strip_line_breaks(line).c_str());
+}
+
+std::optional<std::string_view> html_body(const text_buffer& reply) {
+  constexpr std::string_view OPENING = "<body>";
+  const std::size_t opening = reply.view().find(OPENING);
+  if (opening == std::string_view::npos) return std::nullopt;
+  const std::string_view body = tail_of(reply.view(), opening + OPENING.size());
+  return head_of(body, body.find("</body>"));
+}
+
+}  // namespace skypost

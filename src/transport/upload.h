@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
+#include "base/text.h"
+
+namespace skypost {
+
+inline constexpr std::size_t REPLY_CAPACITY = 10'000;
+using reply_text = fixed_text<REPLY_CAPACITY>;
+
+// What is done to the line breaks of a reply before it is judged.
+enum class reply_mode {
+  breaks_to_blanks,  // each line feed becomes a blank
+  first_line,        // the reply ends in front of the first line feed
+  raw,
+};
+
+// How a network's reply is judged, and the texts that go with it. Each pattern has one "%s".
+struct upload_spec {
+  const char* debug_header;  // with the command, which a pattern without "%s" does not show
+  reply_mode mode = reply_mode::raw;
+  const char* success_word = nullptr;
+  const char* failure_format;    // with the reply or the part of it that was judged
+  const char* no_response_text;  // for an empty reply; nullptr: the network's own judgement knows
+
+  // Decides over the reply as wget gave it: 0, or -1 with the reason in `error_text`.
+  int (*judge)(text_buffer& reply, const upload_spec& spec);
+  bool pipe_reason_first = false;  // the failed-pipe text names the system's reason, then the command
+};
+
+// Reads `stream` to its end, or to the reply's capacity, and returns how many bytes came. The reply is
+// a text: it ends at its first NUL.
+std::size_t read_reply(text_buffer& reply, std::FILE* stream);
+
+// Removes every CR and LF from `text` and returns it.
+text_buffer& strip_line_breaks(text_buffer& text);
+
+// Runs `command` and judges what it prints. Returns 0, or -1 with the reason in `error_text`. A
+// command that did not fit its buffer is not run.
+int upload_via_wget(const text_buffer& command, const upload_spec& spec);
+
+// The judgement of most networks: the reply must hold the success word.
+int judge_reply(text_buffer& reply, const upload_spec& spec);
+
+// The pieces that judgements are made of. The first two write `error_text` and return -1.
+int fail_without_response(const upload_spec& spec);
+int fail_with_reply(const upload_spec& spec, std::string_view reply);
+void print_reply(std::string_view reply);  // in debug mode, without line breaks
+
+// What stands between "<body>" and the first "</body>" behind it, or the end of the reply.
+std::optional<std::string_view> html_body(const text_buffer& reply);
+
+}  // namespace skypost
