@@ -1,5 +1,3 @@
 #include "run/start_up.h"
 
-int main(int argument_count, char** arguments) {
-  return skypost::run_skypost(argument_count, arguments);
-}
+int main(int argument_count, char** arguments) { return skypost::run_skypost(argument_count, arguments); }

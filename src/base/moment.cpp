@@ -11,8 +11,6 @@ moment moment_at(std::time_t seconds) {
   return result;
 }
 
-moment current_moment() {
-  return moment_at(std::time(nullptr));
-}
+moment current_moment() { return moment_at(std::time(nullptr)); }
 
 }  // namespace skypost

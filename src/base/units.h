@@ -8,18 +8,15 @@
 namespace skypost {
 
 // A value stored as the whole number that it is (percent, degrees of direction).
-constexpr double to_itself(std::int32_t value) {
-  return value;
-}
+constexpr double to_itself(std::int32_t value) { return value; }
 
 // tenths of any unit -> the unit
-constexpr double from_tenths(std::int32_t tenths) {
-  return tenths / 10.0;
-}
+constexpr double from_tenths(std::int32_t tenths) { return tenths / 10.0; }
 
 // tenths of any unit -> whole units, the fraction dropped
 constexpr double from_tenths_truncated(std::int32_t tenths) {
-  return tenths / 10;
+  const std::int32_t whole = tenths / 10;
+  return whole;
 }
 
 // tenths of °C -> °F
@@ -28,30 +25,16 @@ constexpr double to_fahrenheit(std::int32_t tenths) {
 }
 
 // tenths of m/s -> km/h, mph, knots
-constexpr double to_kmh(std::int32_t tenths) {
-  return tenths * 0.36;
-}
-constexpr double to_mph(std::int32_t tenths) {
-  return tenths * 0.2237;
-}
-constexpr double to_knots(std::int32_t tenths) {
-  return tenths / 10.0 * 1.944;
-}
+constexpr double to_kmh(std::int32_t tenths) { return tenths * 0.36; }
+constexpr double to_mph(std::int32_t tenths) { return tenths * 0.2237; }
+constexpr double to_knots(std::int32_t tenths) { return tenths / 10.0 * 1.944; }
 
 // tenths of mm -> inches, hundredths of an inch
-constexpr double to_inches(std::int32_t tenths) {
-  return tenths / 254.0;
-}
-constexpr double to_hundredths_inch(std::int32_t tenths) {
-  return tenths / 2.54;
-}
+constexpr double to_inches(std::int32_t tenths) { return tenths / 254.0; }
+constexpr double to_hundredths_inch(std::int32_t tenths) { return tenths / 2.54; }
 
 // tenths of hPa -> inHg, as the Weather Underground family divides, and by the exact ratio
-constexpr double to_inhg(std::int32_t tenths) {
-  return tenths / 338.5;
-}
-constexpr double to_exact_inhg(std::int32_t tenths) {
-  return tenths / 338.639;
-}
+constexpr double to_inhg(std::int32_t tenths) { return tenths / 338.5; }
+constexpr double to_exact_inhg(std::int32_t tenths) { return tenths / 338.639; }
 
 }  // namespace skypost

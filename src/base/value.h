@@ -10,9 +10,7 @@ namespace skypost {
 // Marks a number that the station did not provide.
 inline constexpr std::int32_t MISSING_VALUE = -9999;
 
-constexpr bool known(std::int32_t value) {
-  return value != MISSING_VALUE;
-}
+constexpr bool known(std::int32_t value) { return value != MISSING_VALUE; }
 
 // How a network writes a number: converted, then printed with a fixed count of decimals. Without
 // decimals it is rounded to the nearest whole number, halves away from zero.

@@ -20,9 +20,7 @@ namespace {
 
 constexpr std::int32_t TIME_DIGITS = 14;
 
-constexpr bool is_digit(char character) {
-  return character >= '0' && character <= '9';
-}
+constexpr bool is_digit(char character) { return character >= '0' && character <= '9'; }
 
 constexpr bool is_blank(char character) {
   return character == ' ' || (character >= '\t' && character <= '\r');
@@ -172,9 +170,7 @@ constexpr widening WIDENINGS[] = {
     // clang-format on
 };
 
-bool is_usable(std::int32_t LiveRecord::*field) {
-  return field == nullptr || known(live_record.*field);
-}
+bool is_usable(std::int32_t LiveRecord::*field) { return field == nullptr || known(live_record.*field); }
 
 void widen_extremes() {
   for (const widening& row : WIDENINGS) {
@@ -226,9 +222,7 @@ std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t co
 
 }  // namespace
 
-const char* find_key(const char* report, const char* key) {
-  return std::strstr(report, key);
-}
+const char* find_key(const char* report, const char* key) { return std::strstr(report, key); }
 
 void reset_live_record() {
   for (const live_row& row : LIVE_TABLE) reset_row(row);

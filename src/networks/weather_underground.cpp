@@ -225,20 +225,12 @@ int upload_weather_underground() {
   return upload_to(flags.rapid_fire_flag != 0 ? WEATHER_UNDERGROUND_RAPID : WEATHER_UNDERGROUND);
 }
 
-int upload_weatherflow() {
-  return upload_to(flags.rapid_fire_flag != 0 ? WEATHERFLOW_RAPID : WEATHERFLOW);
-}
+int upload_weatherflow() { return upload_to(flags.rapid_fire_flag != 0 ? WEATHERFLOW_RAPID : WEATHERFLOW); }
 
-int upload_metoffice_wow() {
-  return upload_to(METOFFICE_WOW);
-}
+int upload_metoffice_wow() { return upload_to(METOFFICE_WOW); }
 
-int upload_pwsweather() {
-  return upload_to(PWSWEATHER);
-}
+int upload_pwsweather() { return upload_to(PWSWEATHER); }
 
-int upload_weatherbug() {
-  return upload_to(WEATHERBUG);
-}
+int upload_weatherbug() { return upload_to(WEATHERBUG); }
 
 }  // namespace skypost

@@ -90,7 +90,7 @@ int read_hardware_address(text_buffer& address) {
 const char* to_upper_text(const char* text) {
   static char upper[32];
   std::size_t length = 0;
-  for (; text[length] != '\0' && length < sizeof upper - 1; ++length)
+  for (; length < sizeof upper - 1 && text[length] != '\0'; ++length)
     upper[length] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[length])));
   upper[length] = '\0';
   return upper;

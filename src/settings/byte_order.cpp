@@ -19,13 +19,9 @@ static_assert(ranges_are_sound());
 
 }  // namespace
 
-void swap_u32(unsigned char* field) {
-  std::reverse(field, field + 4);
-}
+void swap_u32(unsigned char* field) { std::reverse(field, field + 4); }
 
-void swap_f64(unsigned char* field) {
-  std::reverse(field, field + 8);
-}
+void swap_f64(unsigned char* field) { std::reverse(field, field + 8); }
 
 void convert_byte_order(settings_record& record) {
   for (const field_range& range : CONVERTED_FIELDS)

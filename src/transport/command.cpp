@@ -7,9 +7,7 @@ void begin_get(text_buffer& command, endpoint server, const char* path) {
                  path);
 }
 
-void end_get(text_buffer& command) {
-  command.append_text("\" 2>/dev/stdout");
-}
+void end_get(text_buffer& command) { command.append_text("\" 2>/dev/stdout"); }
 
 void begin_post(text_buffer& command) {
   command.append("%s -t %d -O /dev/stdout ", WGET_COMMAND, WGET_TRIES);
