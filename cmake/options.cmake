@@ -8,6 +8,10 @@ target_compile_options(skypost_options INTERFACE
 target_compile_definitions(skypost_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 target_link_options(skypost_options INTERFACE -Wl,--gc-sections)
 
+if(SKYPOST_FUZZ)
+  set(SKYPOST_SANITIZE ON)
+  target_compile_options(skypost_options INTERFACE -O1 -fsanitize=fuzzer-no-link)
+endif()
 if(SKYPOST_SANITIZE)
   target_compile_options(skypost_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -126,6 +126,17 @@ std::string_view without_blanks_around(std::string_view text) {
   return tail_of(head_of(text, text.find_last_not_of(BLANKS) + 1), first);
 }
 
+// Puts the next line, without its end, into `line`; false behind the last one. A NUL byte is a
+// character as any other, so that it hides nothing of what follows it.
+bool next_line(std::FILE* file, text_buffer& line) {
+  line.clear();
+  int character = std::getc(file);
+  if (character == EOF) return false;
+  for (; character != EOF && character != '\n'; character = std::getc(file))
+    line.append_character(static_cast<char>(character));
+  return true;
+}
+
 // Takes one line in; returns what is wrong with it, or nullptr.
 const char* read_line(std::string_view line) {
   line = without_blanks_around(head_of(line, line.find('#')));
@@ -157,19 +168,10 @@ const char* endpoint_value(endpoint row) {
 void reset_endpoints() { std::memset(overrides, 0, sizeof overrides); }
 
 void read_endpoints(std::FILE* file) {
-  char line[512];
-  int number = 0;
-  bool goes_on = false;  // the piece at hand continues a line that did not fit
-  while (std::fgets(line, sizeof line, file) != nullptr) {
-    const std::string_view piece = line;
-    const bool is_whole = piece.ends_with('\n') || std::feof(file) != 0;
-    if (!goes_on) {
-      ++number;
-      if (const char* const fault = is_whole ? read_line(piece) : "too long")
-        std::fprintf(stderr, "Error: %s line %d: %s\n", ENDPOINTS_PATH, number, fault);
-    }
-    goes_on = !is_whole;
-  }
+  fixed_text<511> line;
+  for (int number = 1; next_line(file, line); ++number)
+    if (const char* const fault = line.was_cut() ? "too long" : read_line(line.view()))
+      std::fprintf(stderr, "Error: %s line %d: %s\n", ENDPOINTS_PATH, number, fault);
 }
 
 void load_endpoints() {

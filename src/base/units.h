@@ -33,6 +33,9 @@ constexpr double to_knots(std::int32_t tenths) { return tenths / 10.0 * 1.944; }
 constexpr double to_inches(std::int32_t tenths) { return tenths / 254.0; }
 constexpr double to_hundredths_inch(std::int32_t tenths) { return tenths / 2.54; }
 
+// tenths of mm in an hour -> mm in five minutes, on the average of that hour
+constexpr double hour_to_five_minutes(std::int32_t tenths) { return tenths / 120.0; }
+
 // tenths of hPa -> inHg, as the Weather Underground family divides, and by the exact ratio
 constexpr double to_inhg(std::int32_t tenths) { return tenths / 338.5; }
 constexpr double to_exact_inhg(std::int32_t tenths) { return tenths / 338.639; }

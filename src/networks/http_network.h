@@ -10,7 +10,8 @@ namespace skypost {
 
 // A network that takes one HTTP request: its request and the judgement of its reply.
 struct http_network {
-  // Appends the whole command to an empty text. Asks for no time, environment or file.
+  // Appends the whole command to an empty text. Asks for no time, environment or file; MeteoNews alone
+  // looks up which board it runs on.
   void (*compose)(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                   const moment& now);
   upload_spec reply;

@@ -65,8 +65,16 @@ void detect_platform() {
   }
 }
 
-int read_hardware_address(text_buffer& address) {
+int find_hardware_address(const char* line, text_buffer& address) {
   constexpr std::string_view MARK = "HWaddr ";
+  const char* const mark = std::strstr(line, MARK.data());
+  if (mark == nullptr) return -1;
+  const char* const found = mark + MARK.size();
+  address.append_text(head_of(to_upper_text(found), std::strcspn(found, " \n")));
+  return 0;
+}
+
+int read_hardware_address(text_buffer& address) {
   address.clear();
   std::FILE* const pipe = popen("/sbin/ifconfig eth0 2>/dev/null", "re");
   if (pipe == nullptr) return 0;
@@ -74,14 +82,8 @@ int read_hardware_address(text_buffer& address) {
   char line[1'000];
   int result = 0;
   if (std::fgets(line, sizeof line, pipe) != nullptr) {
-    if (char* const mark = std::strstr(line, MARK.data())) {
-      char* const found = mark + MARK.size();
-      found[std::strcspn(found, " \n")] = '\0';
-      address.append_text(to_upper_text(found));
-    } else {
-      std::fprintf(stderr, "Error ifconfig read eth0 mac address: %s\n", std::strerror(errno));
-      result = -1;
-    }
+    result = find_hardware_address(line, address);
+    if (result != 0) std::fprintf(stderr, "Error ifconfig read eth0 mac address: %s\n", std::strerror(errno));
   }
   pclose(pipe);
   return result;

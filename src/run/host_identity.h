@@ -15,6 +15,10 @@ std::size_t read_system_text(const char*& text);
 // text cannot be read.
 void detect_platform();
 
+// Appends the hardware address that stands in `line`, the first of what `ifconfig` prints, in upper
+// case. Returns 0, or -1 when there is none.
+int find_hardware_address(const char* line, text_buffer& address);
+
 // Reads the hardware address of eth0 into `address`, in upper case; it is empty when there is none.
 // Returns 0, or -1 when `ifconfig` printed something without an address (said on standard error).
 int read_hardware_address(text_buffer& address);

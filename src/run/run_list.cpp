@@ -2,7 +2,22 @@
 
 #include <unistd.h>
 
+#include "channels/aprs.h"
+#include "channels/mail_report.h"
+#include "networks/anythingweather.h"
+#include "networks/awekas_wedaal.h"
+#include "networks/idokep_wetterarchiv.h"
+#include "networks/meteonews.h"
+#include "networks/regiowetter.h"
+#include "networks/sauerlandwetter.h"
+#include "networks/shnetz.h"
 #include "networks/weather_underground.h"
+#include "networks/wetterring.h"
+#include "networks/windfinder_windit.h"
+#include "pullfiles/awekas_files.h"
+#include "pullfiles/hetweeractueel.h"
+#include "pullfiles/meteoclimatic.h"
+#include "pullfiles/wetterspiegel.h"
 #include "run/last_run.h"
 #include "run/report.h"
 
@@ -14,12 +29,34 @@ constexpr long long GATE_INTERVAL = 960;  // seconds
 
 constexpr run_step RUN_LIST[] = {
     // clang-format off
-    // name                  enabled                 user     alarm  gate   call
-    {"HAMweather/weather4u", &hamweather_enabled,    nullptr, true,  false, upload_pwsweather},
-    {"weather underground",  &wunderground_enabled,  nullptr, true,  false, upload_weather_underground},
-    {"weatherflow",          &weatherflow_enabled,   nullptr, true,  false, upload_weatherflow},
-    {"metoffice",            &metoffice_enabled,     nullptr, true,  false, upload_metoffice_wow},
-    {"weatherbug",           &weatherbug_enabled,    nullptr, true,  false, upload_weatherbug},
+    // name                  enabled                   user          alarm  gate   call
+    {"awekas-pull",          &awekas_enabled,          nullptr,      true,  false, [] { return write_awekas_file("awekas.txt"); }},
+    {"awekas-push",          &awekas_enabled,          &awekas_user, false, false, push_awekas},
+    {"wedaal-pull",          &wedaal_enabled,          nullptr,      true,  false, [] { return write_wedaal_file("wedaal.txt"); }},
+    {"wedaal-push",          &wedaal_enabled,          &wedaal_user, false, false, push_wedaal},
+    {"meteonews",            &meteonews_enabled,       nullptr,      true,  false, upload_meteonews},
+    {"sauerlandwetter",      &sauerlandwetter_enabled, nullptr,      true,  false, upload_sauerlandwetter},
+    {"SH-Netz",              &shnetz_enabled,          nullptr,      true,  false, upload_shnetz},
+    {"windfinder",           &windfinder_enabled,      nullptr,      true,  false, upload_windfinder},
+    {"windit",               &windit_enabled,          nullptr,      true,  false, upload_windit},
+    {"hetweeractueel",       &hetweeractueel_enabled,  nullptr,      true,  false, [] { return write_hetweeractueel_file("hetweeractueel.txt"); }},
+    {"wetterpage24",         &wetterpage24_enabled,    nullptr,      true,  false, [] { return write_wetterpage24_file("wetterpage24.txt"); }},
+    {"meteoclimatic",        &meteoclimatic_enabled,   nullptr,      true,  false, [] { return write_meteoclimatic_file("meteoclimatic.txt"); }},
+    {"wetterspiegel",        &wetterspiegel_enabled,   nullptr,      true,  false, [] { return write_wetterspiegel_file("wetterspiegel.txt"); }},
+    {"HAMweather/weather4u", &hamweather_enabled,      nullptr,      true,  false, upload_pwsweather},
+    {"wetterarchiv",         &wetterarchiv_enabled,    nullptr,      true,  true,  upload_wetterarchiv},
+    {"anythingweather",      &anythingweather_enabled, nullptr,      true,  false, upload_anythingweather},
+    {"wetterring",           &wetterring_enabled,      nullptr,      true,  false, upload_wetterring},
+    {"regiowetter",          &regiowetter_enabled,     nullptr,      true,  false, upload_regiowetter},
+    {"regiowetter-bw",       &regiowetter_bw_enabled,  nullptr,      true,  false, upload_regiowetter_bw},
+    {"weather underground",  &wunderground_enabled,    nullptr,      true,  false, upload_weather_underground},
+    {"weatherflow",          &weatherflow_enabled,     nullptr,      true,  false, upload_weatherflow},
+    {"metoffice",            &metoffice_enabled,       nullptr,      true,  false, upload_metoffice_wow},
+    {"CWOP",                 &cwop_enabled,            nullptr,      true,  false, upload_cwop},
+    {"APRS",                 &aprs_enabled,            nullptr,      true,  false, upload_aprs},
+    {"weatherbug",           &weatherbug_enabled,      nullptr,      true,  false, upload_weatherbug},
+    {"borgervejr",           &borgervejr_enabled,      nullptr,      true,  false, send_mail_report},
+    {"idokep",               &idokep_enabled,          nullptr,      true,  false, upload_idokep},
     // clang-format on
 };
 

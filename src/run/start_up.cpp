@@ -13,6 +13,7 @@
 #include "run/host_identity.h"
 #include "run/last_run.h"
 #include "run/process.h"
+#include "run/rapid_fire.h"
 #include "run/report.h"
 #include "run/run_list.h"
 #include "run/settings_reload.h"
@@ -69,7 +70,9 @@ int run_skypost(int argument_count, char** arguments) {
     return 1;
   }
   make_intervals_valid(station_settings);
-  return run_once(std::time(nullptr));
+  const std::time_t now = std::time(nullptr);
+  if (flags.rapid_fire_flag != 0) run_rapid_fire(report, now);
+  return run_once(now);
 }
 
 }  // namespace skypost

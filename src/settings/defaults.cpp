@@ -49,7 +49,7 @@ void store(settings_record& record, std::uint32_t offset, std::int32_t value) {
 }
 
 std::string_view system_host_name(char (&name)[60]) {
-  if (gethostname(name, sizeof name) != 0) return {};
+  if (gethostname(name, sizeof name) != 0) return "";
   return {name, strnlen(name, sizeof name)};
 }
 

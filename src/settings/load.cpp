@@ -69,6 +69,11 @@ void complete_short_record(settings_record& record, std::uint32_t count) {
     std::memcpy(record.bytes + LAST_ENTRY_ARRAY.first + i * LAST_ENTRY_ARRAY.stride, &FREE, sizeof FREE);
 }
 
+void open_gap(settings_record& record) {
+  std::memmove(record.bytes + GAP_OFFSET + GAP_SIZE, record.bytes + GAP_OFFSET,
+               SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
+}
+
 bool is_byte_order_foreign(const settings_record& record, const char* platform) {
   const std::int32_t marker = record.integer(byte_order_marker);
   // That board wrote its records before there was a marker.
@@ -79,8 +84,7 @@ bool is_byte_order_foreign(const settings_record& record, const char* platform) 
 std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unlisted) {
   if (size_unlisted != 0) {
     back_up_settings_file();
-    std::memmove(record.bytes + GAP_OFFSET + GAP_SIZE, record.bytes + GAP_OFFSET,
-                 SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
+    open_gap(record);
   }
   if (!is_byte_order_foreign(record, std::getenv("NIMBULOGHW"))) return 0;
   convert_byte_order(record);

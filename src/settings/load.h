@@ -19,6 +19,9 @@ bool is_size_unlisted(std::int64_t size, const char* platform);
 // free entries in the last array, which the older layouts end in front of.
 void complete_short_record(settings_record& record, std::uint32_t count);
 
+// Moves the fields from 20580 on up by 4 bytes: there the layouts of unlisted size lack a field.
+void open_gap(settings_record& record);
+
 // True when the record's integers stand in the other byte order than this machine's.
 bool is_byte_order_foreign(const settings_record& record, const char* platform);
 

@@ -3,30 +3,26 @@
 
 #include <gtest/gtest.h>
 
-#include "networks/weather_underground.h"
+#include <cstdlib>
+
+#include "base/process_state.h"
+#include "support/every_network.h"
 #include "support/station.h"
 #include "transport/command.h"
 
 namespace skypost::testing {
 namespace {
 
-struct command_case {
-  const char* name;
-  const http_network* network;
-};
-
-constexpr command_case CASES[] = {
-    {"weather_underground", &WEATHER_UNDERGROUND},
-    {"weather_underground_rapid", &WEATHER_UNDERGROUND_RAPID},
-    {"weatherflow", &WEATHERFLOW},
-    {"weatherflow_rapid", &WEATHERFLOW_RAPID},
-    {"metoffice_wow", &METOFFICE_WOW},
-    {"pwsweather", &PWSWEATHER},
-    {"weatherbug", &WEATHERBUG},
-};
-
-class HttpCommand : public ::testing::TestWithParam<command_case> {
+class HttpCommand : public ::testing::TestWithParam<named_network> {
  protected:
+  // What MeteoNews asks the board for.
+  void SetUp() override {
+    hardware_address.clear();
+    hardware_address.append_text("00:1A:2B:3C:4D:5E");
+    unsetenv("NIMBULOGHW");
+  }
+  void TearDown() override { hardware_address.clear(); }
+
   std::string compose(const LiveRecord& live) {
     settings_record settings;
     fill_settings(settings);
@@ -36,7 +32,8 @@ class HttpCommand : public ::testing::TestWithParam<command_case> {
   }
 
   std::string golden(const char* station) {
-    return read_whole_file(std::string(GOLDEN_DIRECTORY "/") + GetParam().name + "." + station);
+    return read_whole_file(std::string(TESTS_DIRECTORY "/networks/golden/") + GetParam().name + "." +
+                           station);
   }
 };
 
@@ -48,7 +45,7 @@ TEST_P(HttpCommand, OfAStationWithOnlyTheOutdoorValues) {
   EXPECT_EQ(compose(sparse_station()) + "\n", golden("sparse"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Networks, HttpCommand, ::testing::ValuesIn(CASES),
+INSTANTIATE_TEST_SUITE_P(Networks, HttpCommand, ::testing::ValuesIn(EVERY_HTTP_NETWORK),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

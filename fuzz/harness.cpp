@@ -1,0 +1,121 @@
+#include "harness.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "base/paths.h"
+#include "base/process_state.h"
+#include "channels/aprs.h"
+#include "channels/mail_report.h"
+#include "every_network.h"
+#include "pullfiles/awekas_files.h"
+#include "pullfiles/hetweeractueel.h"
+#include "pullfiles/meteoclimatic.h"
+#include "pullfiles/wetterspiegel.h"
+#include "settings/defaults.h"
+
+// No process is started, however a target reaches the call, and no time is spent.
+extern "C" int system(const char*) { return 0; }
+extern "C" int usleep(useconds_t) { return 0; }
+extern "C" std::FILE* popen(const char*, const char*) {
+  errno = EMFILE;
+  return nullptr;
+}
+
+namespace skypost::fuzz {
+namespace {
+
+std::string root;
+
+struct environment {
+  environment() {
+    char name[] = "/dev/shm/skypost-fuzz-XXXXXX";
+    root = mkdtemp(name);
+    setenv("SKYPOST_ROOT", root.c_str(), 1);
+    setenv("TZ", "UTC", 1);
+    for (const char* const directory : PULL_DIRECTORIES)
+      std::filesystem::create_directories(root + directory);
+  }
+  ~environment() { std::filesystem::remove_all(root); }
+} const the_environment;
+
+// A command is one as long as the shell, reading it, finds every double quote closed and between them
+// neither a substitution nor, outside of them, anything but the program's own redirections and pipes.
+bool is_sound(std::string_view command) {
+  bool quoted = false;
+  for (std::size_t i = 0; i < command.size(); ++i) {
+    if (command[i] == '\\' && quoted)
+      ++i;
+    else if (command[i] == '"')
+      quoted = !quoted;
+    else if (command[i] == '`' || command[i] == '$')
+      return false;
+    else if (!quoted && std::string_view(";&\n").find(command[i]) != std::string_view::npos &&
+             command.substr(i == 0 ? 0 : i - 1, 4) != ">&1 ")
+      return false;
+  }
+  return !quoted;
+}
+
+}  // namespace
+
+void require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "Not kept: %s\n", what);
+  std::abort();
+}
+
+void write_file(const char* appliance_path, std::string_view content, std::size_t size) {
+  const std::filesystem::path path = root + appliance_path;
+  std::filesystem::create_directories(path.parent_path());
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+  require(write(file, content.data(), content.size()) == static_cast<ssize_t>(content.size()), "write");
+  if (size > content.size()) require(ftruncate(file, static_cast<off_t>(size)) == 0, "ftruncate");
+  close(file);
+}
+
+void equip_station() {
+  set_default_settings(station_settings);
+  for (const text_field* sensor : {&sensor_temp, &sensor_hum, &sensor_dew})
+    station_settings.set_text(*sensor, "th0");
+  station_settings.set_text(sensor_press, "thb0");
+  station_settings.set_text(sensor_rain, "rain0");
+  station_settings.set_text(sensor_wind, "wind0");
+  station_settings.set_text(sensor_uv, "uv0");
+  station_settings.set_text(sensor_solar, "sol0");
+  station_settings.set_text(sensor_indoor, "thb0");
+  for (const text_field& sensor : sensor_extra_temp) station_settings.set_text(sensor, "th1");
+}
+
+void compose_everything() {
+  const moment now = moment_at(1'336'280'889);
+  for (const named_network& network : EVERY_HTTP_NETWORK) {
+    fixed_text<9'999> command;
+    network.network->compose(command, station_settings, live_record, now);
+    require(command.was_cut() || is_sound(command.view()), network.name);
+  }
+  fixed_text<9'999> packet;
+  compose_aprs_text(packet, station_settings, live_record, now, "N0CALL", -1, true);
+  fixed_text<9'999> mail;
+  compose_mail_header(mail, station_settings, now);
+  compose_mail_body(mail, live_record, now);
+  for (const auto& write : {write_awekas_file, write_wedaal_file, write_wetterpage24_file,
+                            write_meteoclimatic_file, write_wetterspiegel_file, write_hetweeractueel_file})
+    require(write("file.txt") == 0, "pull file");
+}
+
+std::uint8_t take_byte(std::string_view& input) {
+  if (input.empty()) return 0;
+  const auto byte = static_cast<std::uint8_t>(input.front());
+  input.remove_prefix(1);
+  return byte;
+}
+
+}  // namespace skypost::fuzz

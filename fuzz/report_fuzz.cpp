@@ -1,0 +1,20 @@
+// The report through load_live_record, followed by everything that is composed from it.
+
+#include <string>
+
+#include "base/process_state.h"
+#include "harness.h"
+#include "live/data_server.h"
+#include "live/report_parser.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace skypost;
+  static const bool is_equipped = (fuzz::equip_station(), true);
+  fuzz::require(is_equipped, "equipped");
+
+  const std::string report(fuzz::as_text(data, size));
+  flags.live_data_stale = 0;
+  load_live_record(report.c_str());
+  fuzz::compose_everything();
+  return 0;
+}

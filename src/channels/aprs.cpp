@@ -1,0 +1,233 @@
+// CWOP and APRS: one session in the line protocol of the APRS Internet System. A login line, one weather
+// packet with position and UTC time, and an answer that names the station when it was let in.
+
+#include "channels/aprs.h"
+
+#include <netdb.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+
+#include "base/endpoints.h"
+#include "base/process_state.h"
+#include "base/units.h"
+#include "base/value.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::uint32_t CWOP_PORT = 14'580;
+constexpr std::int32_t CWOP_PASSCODE = -1;  // CWOP stations are not verified
+constexpr int ATTEMPTS = 5;                 // at each server
+constexpr std::size_t REPLY_CAPACITY = 1'000;
+
+struct packet_piece {
+  char letter;
+  std::int32_t LiveRecord::*value;
+  double (*convert)(std::int32_t value);
+};
+
+// Those of three digits, in the order of the packet.
+constexpr packet_piece PIECES[] = {
+    // clang-format off
+    {'_', &LiveRecord::winddir,            to_itself},
+    {'/', &LiveRecord::wind10,             to_mph},
+    {'g', &LiveRecord::last15mmaxgust10,   to_mph},
+    {'t', &LiveRecord::temp10,             to_fahrenheit},
+    {'r', &LiveRecord::last60mraintotal10, to_hundredths_inch},
+    {'p', &LiveRecord::last24hraintotal10, to_hundredths_inch},
+    {'P', &LiveRecord::todayraintotal10,   to_hundredths_inch},
+    // clang-format on
+};
+
+// `width` digits, or as many dots for a missing value.
+void append_piece(text_buffer& text, char letter, int width, std::int32_t value,
+                  double (*convert)(std::int32_t)) {
+  if (known(value))
+    text.append("%c%0*ld", letter, width, std::lround(convert(value)));
+  else
+    text.append("%c%.*s", letter, width, ".....");
+}
+
+// The settings hold seconds of arc, the packet hundredths of a minute.
+long long to_hundredths_of_minute(std::int32_t seconds) { return std::llround(seconds * 100.0 / 60.0); }
+
+void append_position(text_buffer& text, const settings_record& settings) {
+  text.append("z%02d%02d.%02lld%c", settings.integer(latitude_degrees), settings.integer(latitude_minutes),
+              to_hundredths_of_minute(settings.integer(latitude_seconds)),
+              settings.is_on(latitude_south) ? 'S' : 'N');
+  text.append("/%03d%02d.%02lld%c", settings.integer(longitude_degrees), settings.integer(longitude_minutes),
+              to_hundredths_of_minute(settings.integer(longitude_seconds)),
+              settings.is_on(longitude_west) ? 'W' : 'E');
+}
+
+// Three digits of W/m²; a small letter stands for 1000 more.
+void append_luminosity(text_buffer& text, std::int32_t solar10) {
+  if (!known(solar10)) return;
+  if (solar10 <= 9'999)
+    text.append("L%03d", solar10 / 10);
+  else
+    text.append("l%03d", solar10 / 10 - 1'000);
+}
+
+void append_values(text_buffer& text, const settings_record& settings, const LiveRecord& live, bool cwop) {
+  for (const packet_piece& piece : PIECES)
+    append_piece(text, piece.letter, 3, live.*piece.value, piece.convert);
+  const bool at_sea_level = settings.unsigned_integer(aprs_pressure_kind) == 1;
+  append_piece(text, 'b', 5, at_sea_level ? live.sealevel10 : live.altimeter10, to_itself);
+  append_piece(text, 'h', 2, live.hum == 100 ? 0 : live.hum, to_itself);  // two digits: 00 is 100 %
+  if (cwop) append_luminosity(text, live.solar10);
+}
+
+// What all attempts of a session have in common.
+struct aprs_task {
+  std::uint32_t port;
+  const char* call_sign;
+  const char* network;
+  const aprs_text& text;
+};
+
+enum class outcome { sent, try_again, next_server, give_up };
+
+void pause_for(unsigned milliseconds) { usleep(milliseconds * 1'000); }
+
+void add_failure(const char* what, int attempt, const char* host, const char* reason) {
+  error_text.append("error %s (%d) \"%s\": %s, ", what, attempt, host, reason);
+}
+
+bool connect_to(int connection, const char* host, std::uint32_t port) {
+  sockaddr_in address{};
+  return resolve_host(address, host, port) == 0 &&
+         connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+// Reads what the server has said so far, at one go. Returns false when that is nothing.
+bool read_answer(int connection, text_buffer& answer) {
+  // A server that closes leaves no error of its own.
+  errno = 0;
+  const ssize_t count = read(connection, answer.storage(), answer.capacity());
+  if (count < 1) return false;
+  answer.set_length(static_cast<std::size_t>(count));
+  return true;
+}
+
+outcome exchange(int connection, const aprs_task& task, const char* host, int attempt) {
+  if (!connect_to(connection, host, task.port)) {
+    add_failure("socket open", attempt, host, std::strerror(errno));
+    return outcome::next_server;
+  }
+  debug_print("\n%s (%s)\n%s\n", task.network, host, task.text.c_str());
+  if (send(connection, task.text.c_str(), task.text.length(), MSG_NOSIGNAL) < 0) {
+    add_failure("socket write", attempt, host, std::strerror(errno));
+    return outcome::try_again;
+  }
+  pause_for(aprs_pauses.before_reading);
+  fixed_text<REPLY_CAPACITY> answer;
+  if (!read_answer(connection, answer)) {
+    add_failure("socket read", attempt, host, std::strerror(errno));
+    return outcome::try_again;
+  }
+  debug_print("Reply: %s\n", answer.c_str());
+  if (std::strstr(answer.c_str(), task.call_sign) != nullptr) return outcome::sent;
+  add_failure("data transfer", attempt, host, newlines_to_commas(answer).c_str());
+  return outcome::try_again;
+}
+
+outcome attempt_at(const char* host, const aprs_task& task, int attempt) {
+  pause_for(aprs_pauses.before_attempt);
+  const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (connection < 0) {
+    error_text.append("error socket init: %s, ", std::strerror(errno));
+    return outcome::give_up;
+  }
+  const outcome result = exchange(connection, task, host, attempt);
+  close(connection);
+  return result;
+}
+
+outcome try_server(const char* host, const aprs_task& task) {
+  outcome result = outcome::try_again;
+  for (int attempt = 1; attempt <= ATTEMPTS && result == outcome::try_again; ++attempt)
+    result = attempt_at(host, task, attempt);
+  return result;
+}
+
+bool send_to_one_of(const char* const* servers, const aprs_task& task) {
+  for (; *servers != nullptr; ++servers) {
+    const outcome result = try_server(*servers, task);
+    if (result == outcome::sent) return true;
+    if (result == outcome::give_up) return false;
+  }
+  return false;
+}
+
+// A setting's text with a NUL behind it, which a full slot does not have.
+using setting_text = fixed_text<128>;
+
+}  // namespace
+
+constinit aprs_pause_lengths aprs_pauses;
+
+void compose_aprs_text(text_buffer& text, const settings_record& settings, const LiveRecord& live,
+                       const moment& now, const char* call_sign, std::int32_t passcode, bool cwop) {
+  text.append("User %s pass %d vers %s\r\n", call_sign, passcode, "nimbulog");
+  text.append("%s>APRS,TCPXX*:@%02d%02d%02d", call_sign, now.utc.tm_mday, now.utc.tm_hour, now.utc.tm_min);
+  append_position(text, settings);
+  append_values(text, settings, live, cwop);
+  text.append("e%s%d\r\n", "NB", 49);
+}
+
+int resolve_host(sockaddr_in& address, const char* host, std::uint32_t port) {
+  // The resolver does not always leave an error number.
+  errno = 0;
+  const hostent* const found = gethostbyname(host);
+  if (found == nullptr || found->h_addrtype != AF_INET || found->h_addr_list[0] == nullptr) return -1;
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  std::memcpy(&address.sin_addr, found->h_addr_list[0], sizeof address.sin_addr);
+  return 0;
+}
+
+text_buffer& newlines_to_commas(text_buffer& text) {
+  text.replace_all('\n', ',');
+  return text;
+}
+
+int aprs_session(const char* const* servers, std::uint32_t port, const char* call_sign, std::int32_t passcode,
+                 bool cwop) {
+  error_text.clear();
+  if (flags.live_data_stale != 0) return 0;
+  if (std::strpbrk(call_sign, "\r\n") != nullptr) {
+    // Behind it the server would read a second line, of whatever the text holds.
+    error_text.append_text("error call sign: it holds a line break, nothing was sent");
+    return -1;
+  }
+  aprs_text text;
+  compose_aprs_text(text, station_settings, live_record, current_moment(), call_sign, passcode, cwop);
+  if (!send_to_one_of(servers, {port, call_sign, cwop ? "CWOP" : "APRS", text})) return -1;
+  error_text.clear();
+  return 0;
+}
+
+int upload_cwop() {
+  const char* const servers[] = {endpoint_value(endpoint::cwop_first), endpoint_value(endpoint::cwop_second),
+                                 nullptr};
+  setting_text call_sign;
+  call_sign.append_text(station_settings.text(cwop_id));
+  return aprs_session(servers, CWOP_PORT, call_sign.c_str(), CWOP_PASSCODE, true);
+}
+
+int upload_aprs() {
+  setting_text host;
+  host.append_text(station_settings.text(aprs_host));
+  const char* const servers[] = {host.c_str(), nullptr};
+  setting_text call_sign;
+  call_sign.append_text(station_settings.text(aprs_call_sign));
+  return aprs_session(servers, station_settings.unsigned_integer(aprs_port), call_sign.c_str(),
+                      station_settings.integer(aprs_passcode), false);
+}
+
+}  // namespace skypost

@@ -1,0 +1,106 @@
+// borgervejr: a short mail with the current values, handed to the appliance's mail program.
+
+#include "channels/mail_report.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "base/endpoints.h"
+#include "base/paths.h"
+#include "base/process_state.h"
+#include "base/shell.h"
+#include "base/value.h"
+
+namespace skypost {
+namespace {
+
+constexpr char LOGGER_PATH[] = "/usr/bin/logger";
+constexpr value_form HUNDREDTHS{from_tenths, 2};
+
+struct body_line {
+  const char* key;
+  std::int32_t LiveRecord::*value;
+  const value_form& form;
+  const char* end;
+};
+
+// In the order in which they are sent.
+constexpr body_line BODY_LINES[] = {
+    // clang-format off
+    {"Humidity: ",  &LiveRecord::hum,              WHOLE,       "%\r\n"},
+    {"Temp: ",      &LiveRecord::temp10,           TENTHS,      "C\r\n"},
+    {"Raw Barom: ", &LiveRecord::press10,          HUNDREDTHS,  "hPa\r\n"},
+    {"Solar: ",     &LiveRecord::solar10,          WHOLE_UNITS, "W/sqm\r\n"},
+    {"Wind Dir: ",  &LiveRecord::winddir,          WHOLE,       "\r\n"},
+    {"Wind Spd: ",  &LiveRecord::wind10,           WHOLE_UNITS, "mps\r\n"},
+    {"Wind Gust: ", &LiveRecord::last15mmaxgust10, WHOLE_UNITS, "mps\r\n"},
+    {"Tot Rain: ",  &LiveRecord::todayraintotal10, TENTHS,      "mm\r\n"},
+    // clang-format on
+};
+
+// Room for the longest two paths with every character of them escaped.
+using mail_command = fixed_text<2 * 2 * 4'096 + 500>;
+using date_text = char[200];
+using mail_text = fixed_text<9'999>;
+
+std::string_view sender_of(const settings_record& settings) {
+  const std::string_view sender = settings.text(sender_address);
+  const std::string_view line = head_of(sender, sender.find_first_of("\r\n"));
+  return line.empty() ? endpoint_value(endpoint::mail_sender) : line;
+}
+
+void append_path_word(text_buffer& command, const char* appliance_path) {
+  path_text path;
+  append_appliance_path(path, appliance_path);
+  append_shell_word(command, path.view());
+}
+
+}  // namespace
+
+void compose_mail_header(text_buffer& header, const settings_record& settings, const moment& now) {
+  date_text date;
+  header.append_text("date: ");
+  header.append_text({date, std::strftime(date, sizeof date, "%a, %d %b %Y %H:%M:%S %z", &now.local)});
+  header.append("\nto: %s\nfrom: ", endpoint_value(endpoint::borgervejr_recipient));
+  header.append_text(sender_of(settings));
+  header.append_text("\nsubject: Nimbulog weather report\n\n");
+}
+
+void compose_mail_body(text_buffer& body, const LiveRecord& live, const moment& now) {
+  date_text date;
+  body.append_text({date, std::strftime(date, sizeof date, "%d/%m/%Y %H:%M:%S\r\n", &now.local)});
+  for (const body_line& line : BODY_LINES)
+    append_known(body, line.key, live.*line.value, line.form, line.end);
+}
+
+void compose_mail_command(text_buffer& command) {
+  append_path_word(command, MAIL_PROGRAM_PATH);
+  command.append_text(" -C ");
+  append_path_word(command, MAIL_CONFIGURATION_PATH);
+  command.append(" %s 2>&1 | %s", endpoint_value(endpoint::borgervejr_recipient), LOGGER_PATH);
+}
+
+int send_mail_report() {
+  if (flags.live_data_stale != 0) return 0;
+  const moment now = current_moment();
+  mail_text mail;
+  compose_mail_header(mail, station_settings, now);
+  compose_mail_body(mail, live_record, now);
+  mail_command command;
+  compose_mail_command(command);
+
+  std::FILE* const pipe = popen(command.c_str(), "we");
+  if (pipe == nullptr) {
+    const int reason = errno;
+    error_text.clear();
+    error_text.append("error pipe open: %s: %s", command.c_str(), std::strerror(reason));
+    return -1;
+  }
+  // A mail program that is not there or does not read it all is the system log's business.
+  std::fputs(mail.c_str(), pipe);
+  pclose(pipe);
+  return 0;
+}
+
+}  // namespace skypost

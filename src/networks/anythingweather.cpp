@@ -1,0 +1,82 @@
+// AnythingWeather. A form with the login and one record, its fields parted by commas: the local time,
+// then °F, %, inHg, mph, inches, W/m². A missing value leaves its field empty.
+
+#include "networks/anythingweather.h"
+
+#include "base/process_state.h"
+#include "live/numbered_record.h"
+#include "transport/command.h"
+
+namespace skypost {
+namespace {
+
+constexpr value_form EXACT_INHG{to_exact_inhg, 2};
+
+constexpr numbered_field FIELDS[] = {
+    // clang-format off
+    field( 1, number_or("", &LiveRecord::temp10,           FAHRENHEIT)),
+    field( 2, number_or("", &LiveRecord::dew10,            FAHRENHEIT)),
+    field( 3, number_or("", &LiveRecord::hum,              WHOLE)),
+    field( 4, number_or("", &LiveRecord::sealevel10,       EXACT_INHG)),
+    field( 5, number_or("", &LiveRecord::winddir,          WHOLE)),
+    field( 6, number_or("", &LiveRecord::wind10,           MPH)),
+    field( 7, number_or("", &LiveRecord::todayraintotal10, INCHES)),
+    field( 8, number_or("", &LiveRecord::solar10,          TENTHS)),
+    field( 9, always("")),
+    field(10, number_or("", &LiveRecord::last15mmaxgust10, MPH)),
+    field(11, always("")),
+    // clang-format on
+};
+static_assert(numbers_each_once(FIELDS, 11));
+
+// The form is sent as it stands: "%2D" and "%2C" are '-' and ',', "%0D" ends the record. The network
+// spells "vsersion" like that.
+void append_form(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                 const moment& now) {
+  command.append_text("username=");
+  append_url_value(command, settings.text(anythingweather_user));
+  command.append_text("&password=");
+  append_url_value(command, settings.text(anythingweather_password));
+  command.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", now.local.tm_year + 1900,
+                 now.local.tm_mon + 1, now.local.tm_mday, now.local.tm_hour, now.local.tm_min);
+  for (const numbered_field& row : FIELDS) {
+    append_content(command, row.content, {settings, live, now, append_url_value});
+    command.append_text("%2C");
+  }
+  command.append_text("%0D");
+}
+
+void compose_anythingweather(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                             const moment& now) {
+  begin_post(command);
+  command.append_text("--post-data=\"");
+  append_form(command, settings, live, now);
+  command.append("\" \"%s/feeds/load/WXDATAPOST.ASP\" 2>/dev/stdout",
+                 endpoint_value(endpoint::anythingweather));
+}
+
+// What counts is wget's own status line. The texts follow the reply's first line, yet the status may
+// stand behind lines on the connection: any line with it makes a good upload.
+int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
+  if (!reply.empty()) print_reply(reply.view());
+  const std::string_view first_line = head_of(reply.view(), reply.view().find('\n'));
+  if (first_line.find(spec.success_word) != std::string_view::npos) return 0;
+  debug_print("Reply: OK\n");
+  if (reply.empty()) return fail_without_response(spec);
+  fail_with_reply(spec, first_line);
+  return reply.view().find(spec.success_word) != std::string_view::npos ? 0 : -1;
+}
+
+}  // namespace
+
+constinit const http_network ANYTHINGWEATHER = {
+    compose_anythingweather,
+    {.debug_header = "\nANYTHINGWEATHER\n%s\n",
+     .success_word = "200 OK",
+     .failure_format = "upload to www.anythingweather.com failed: %s",
+     .no_response_text = "no response from anythingweather",
+     .judge = judge_anythingweather}};
+
+int upload_anythingweather() { return upload_to(ANYTHINGWEATHER); }
+
+}  // namespace skypost

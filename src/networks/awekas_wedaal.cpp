@@ -1,0 +1,112 @@
+// AWEKAS and Wedaal, which take a push beside the file that they fetch. A GET request whose one value
+// is a record with a ';' behind each field: user, MD5 of the password, local date and time, then
+// °C, %, hPa, mm, km/h, W/m². A missing value leaves its field empty.
+
+#include "networks/awekas_wedaal.h"
+
+#include "live/numbered_record.h"
+#include "networks/password_digest.h"
+#include "transport/command.h"
+
+namespace skypost {
+namespace {
+
+constexpr numbered_field AWEKAS_FIELDS[] = {
+    // clang-format off
+    field ( 1,     setting(awekas_user)),
+    field ( 2,     made_by(append_digest<awekas_password>)),
+    field ( 3,     made_by(append_local_date)),
+    field ( 4,     made_by(append_local_clock)),
+    field ( 5,     number_or("", &LiveRecord::temp10,           TENTHS)),
+    field ( 6,     number_or("", &LiveRecord::hum,              WHOLE)),
+    field ( 7,     number_or("", &LiveRecord::sealevel10,       TENTHS)),
+    field ( 8,     number_or("", &LiveRecord::todayraintotal10, TENTHS)),
+    field ( 9,     number_or("", &LiveRecord::wind10,           KMH)),
+    field (10,     number_or("", &LiveRecord::winddir,          WHOLE)),
+    fields(11, 13, always("")),
+    field (14,     always("de")),
+    field (15,     always("")),
+    field (16,     number_or("", &LiveRecord::last15mmaxgust10, KMH)),
+    field (17,     number_or("", &LiveRecord::solar10,          TENTHS)),
+    field (18,     number_or("", &LiveRecord::uv10,             TENTHS)),
+    fields(19, 21, always("")),
+    field (22,     number_or("", &LiveRecord::rain,             TENTHS)),
+    field (23,     always("NB_49")),
+    // clang-format on
+};
+static_assert(numbers_each_once(AWEKAS_FIELDS, 23));
+
+constexpr numbered_field WEDAAL_FIELDS[] = {
+    // clang-format off
+    field ( 1,     setting(wedaal_user)),
+    field ( 2,     made_by(append_digest<wedaal_password>)),
+    field ( 3,     number_or("", &LiveRecord::temp10,           TENTHS)),
+    field ( 4,     number_or("", &LiveRecord::hum,              WHOLE)),
+    field ( 5,     number_or("", &LiveRecord::sealevel10,       TENTHS)),
+    field ( 6,     number_or("", &LiveRecord::todayraintotal10, TENTHS)),
+    field ( 7,     number_or("", &LiveRecord::wind10,           KMH)),
+    field ( 8,     number_or("", &LiveRecord::winddir,          WHOLE)),
+    field ( 9,     made_by(append_local_clock)),
+    field (10,     made_by(append_local_date)),
+    field (11,     always("0.0")),
+    field (12,     number_or("", &LiveRecord::todaymaxgust10,   KMH)),
+    field (13,     time_or  ("", &LiveRecord::todaymaxgusttimestr, &LiveRecord::todaymaxgust10)),
+    field (14,     number_or("", &LiveRecord::todaymintemp10,   TENTHS)),
+    field (15,     number_or("", &LiveRecord::todaymaxtemp10,   TENTHS)),
+    field (16,     always("")),
+    field (17,     number_or("", &LiveRecord::monthmintemp10,   TENTHS)),
+    field (18,     number_or("", &LiveRecord::monthmaxtemp10,   TENTHS)),
+    field (19,     number_or("", &LiveRecord::monthmaxgust10,   KMH)),
+    field (20,     number_or("", &LiveRecord::monthraintotal10, TENTHS)),
+    field (21,     number_or("", &LiveRecord::yearmintemp10,    TENTHS)),
+    field (22,     number_or("", &LiveRecord::yearmaxtemp10,    TENTHS)),
+    field (23,     number_or("", &LiveRecord::yearmaxgust10,    KMH)),
+    field (24,     number_or("", &LiveRecord::yearraintotal10,  TENTHS)),
+    // clang-format on
+};
+static_assert(numbers_each_once(WEDAAL_FIELDS, 24));
+
+void append_request(text_buffer& command, endpoint server, const char* path,
+                    std::span<const numbered_field> table, const record_source& from) {
+  begin_get(command, server, path);
+  command.append_text("val=");
+  append_fields(command, table, ';', from);
+  command.append_character(';');
+  end_get(command);
+}
+
+void compose_awekas(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                    const moment& now) {
+  append_request(command, endpoint::awekas, "/extern/eingabe_pruefung.php", AWEKAS_FIELDS,
+                 {settings, live, now, append_url_value});
+}
+
+void compose_wedaal(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                    const moment& now) {
+  append_request(command, endpoint::wedaal, "/get_wetter.php", WEDAAL_FIELDS,
+                 {settings, live, now, append_url_value});
+}
+
+}  // namespace
+
+constinit const http_network AWEKAS = {compose_awekas,
+                                       {.debug_header = "\nAWEKAS (PUSH)\n%s\n",
+                                        .mode = reply_mode::first_line,
+                                        .success_word = "OK",
+                                        .failure_format = "upload to awekas: %s",
+                                        .no_response_text = "no response from awekas",
+                                        .judge = judge_reply}};
+
+constinit const http_network WEDAAL = {compose_wedaal,
+                                       {.debug_header = "\nWEDAAL (PUSH)\n%s\n",
+                                        .mode = reply_mode::first_line,
+                                        .success_word = "OK",
+                                        .failure_format = "upload to wedaal: %s",
+                                        .no_response_text = "no response from wedaal",
+                                        .judge = judge_reply}};
+
+int push_awekas() { return upload_to(AWEKAS); }
+
+int push_wedaal() { return upload_to(WEDAAL); }
+
+}  // namespace skypost

@@ -1,0 +1,95 @@
+// Idokep (Hungary) and Wetterarchiv (Germany). A GET request with user and password and one parameter,
+// named in the network's language, for each known value: °C, %, hPa, m/s, mm.
+
+#include "networks/idokep_wetterarchiv.h"
+
+#include "networks/live_parameter.h"
+#include "transport/command.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::int32_t IDOKEP_PRO_SERVICE = 2;  // a value of idokep_enabled
+
+constexpr live_parameter IDOKEP_PARAMETERS[] = {
+    // clang-format off
+    {"&p=",         &LiveRecord::sealevel10,         TENTHS},
+    {"&hom=",       &LiveRecord::temp10,             TENTHS},
+    {"&rh=",        &LiveRecord::hum,                WHOLE},
+    {"&szelero=",   &LiveRecord::wind10,             TENTHS},
+    {"&szelirany=", &LiveRecord::winddir,            WHOLE},
+    {"&csap1h=",    &LiveRecord::last60mraintotal10, TENTHS},
+    {"&csap=",      &LiveRecord::todayraintotal10,   TENTHS},
+    {"&szellokes=", &LiveRecord::gust10,             TENTHS},
+    {"&uv=",        &LiveRecord::uv10,               TENTHS},
+    // clang-format on
+};
+
+// The rain goes with the time, in minutes, in which it fell.
+constexpr live_parameter WETTERARCHIV_PARAMETERS[] = {
+    // clang-format off
+    {"&windrichtung=",       &LiveRecord::winddir,            WHOLE},
+    {"&windstaerke=",        &LiveRecord::gust10,             TENTHS},
+    {"&feuchtigkeit=",       &LiveRecord::hum,                WHOLE},
+    {"&temperatur=",         &LiveRecord::temp10,             TENTHS},
+    {"&niederschlagsmenge=", &LiveRecord::last60mraintotal10, TENTHS, "&niederschlagsmenge_zeit=60"},
+    {"&luftdruck=",          &LiveRecord::sealevel10,         TENTHS},
+    // clang-format on
+};
+
+void compose_idokep(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                    const moment&) {
+  const bool is_pro = settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE;
+  begin_get(command, is_pro ? endpoint::idokep_pro : endpoint::idokep, "/sendws.php");
+  command.append_text("user=");
+  append_url_value(command, settings.text(idokep_user));
+  command.append_text("&pass=");
+  append_url_value(command, settings.text(idokep_password));
+  command.append_text("&tipus=NB49");
+  append_known(command, live, IDOKEP_PARAMETERS);
+  end_get(command);
+}
+
+void compose_wetterarchiv(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                          const moment& now) {
+  begin_get(command, endpoint::wetterarchiv, "/interface/http/input.php");
+  command.append_text("benutzername=");
+  append_url_value(command, settings.text(wetterarchiv_user));
+  command.append_text("&passwort=");
+  append_url_value(command, settings.text(wetterarchiv_password));
+  command.append("&datum=%04d%02d%02d%02d%02d&version=NB49", now.local.tm_year + 1900, now.local.tm_mon + 1,
+                 now.local.tm_mday, now.local.tm_hour, now.local.tm_min);
+  append_known(command, live, WETTERARCHIV_PARAMETERS);
+  end_get(command);
+}
+
+// Idokep has two words for success. The second is "kész!" in ISO 8859-2, as the server writes it.
+int judge_idokep(text_buffer& reply, const upload_spec& spec) {
+  if (reply.empty()) return fail_without_response(spec);
+  print_reply(reply.view());
+  for (const std::string_view word : {spec.success_word, "k\xE9sz!"})
+    if (reply.view().find(word) != std::string_view::npos) return 0;
+  return fail_with_reply(spec, reply.view());
+}
+
+}  // namespace
+
+constinit const http_network IDOKEP = {compose_idokep,
+                                       {.debug_header = "\nIDOKEP (PUSH)\n%s\n",
+                                        .success_word = "Feltoltes sikeres",
+                                        .failure_format = "upload to idokep: %s",
+                                        .no_response_text = "no response from idokep",
+                                        .judge = judge_idokep}};
+
+constinit const http_network WETTERARCHIV = {compose_wetterarchiv,
+                                             {.debug_header = "\nWETTERARCHIV\n%s\n",
+                                              .success_word = "status=SUCCESS",
+                                              .failure_format = "upload to wetterarchiv failed: %s",
+                                              .no_response_text = "no response from wetterarchiv",
+                                              .judge = judge_reply}};
+
+int upload_idokep() { return upload_to(IDOKEP); }
+
+int upload_wetterarchiv() { return upload_to(WETTERARCHIV); }
+
+}  // namespace skypost

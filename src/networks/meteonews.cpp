@@ -1,0 +1,130 @@
+// MeteoNews. A form with the time in UTC and one parameter for each known value: °C, %, hPa, m/s, mm,
+// W/m². The user is the station's hardware address.
+
+#include "networks/meteonews.h"
+
+#include <strings.h>
+
+#include <cctype>
+#include <cstdlib>
+#include <cstring>
+
+#include "base/process_state.h"
+#include "networks/live_parameter.h"
+#include "transport/command.h"
+
+namespace skypost {
+namespace {
+
+// Boards that carry one of these share it with others of their series.
+constexpr const char* GENERIC_ADDRESSES[] = {"0E:AD:00:00:00:03", "00:01:C0:04:C5:2E", "00:30:E0:00:01:05"};
+
+constexpr value_form WHOLE_UNITS_TRUNCATED{from_tenths_truncated, 0};
+constexpr value_form FIVE_MINUTE_MEAN{hour_to_five_minutes, 1};
+
+constexpr live_parameter PARAMETERS[] = {
+    // clang-format off
+    {"&ppnn=",    &LiveRecord::sealevel10,         TENTHS},
+    {"&rh=",      &LiveRecord::hum,                WHOLE},
+    {"&rrr=",     &LiveRecord::last60mraintotal10, FIVE_MINUTE_MEAN},
+    {"&rrr_sum=", &LiveRecord::todayraintotal10,   TENTHS},
+    {"&glo=",     &LiveRecord::solar10,            WHOLE_UNITS_TRUNCATED},
+    {"&uv=",      &LiveRecord::uv10,               WHOLE_UNITS_TRUNCATED},
+    {"&tt=",      &LiveRecord::temp10,             TENTHS},
+    {"&dd=",      &LiveRecord::winddir,            WHOLE},
+    {"&ff=",      &LiveRecord::wind10,             TENTHS},
+    {"&fxx=",     &LiveRecord::last15mmaxgust10,   TENTHS},
+    // clang-format on
+};
+
+bool is_generic(const char* hardware) {
+  for (const char* const address : GENERIC_ADDRESSES)
+    if (strcasecmp(hardware, address) == 0) return true;
+  return false;
+}
+
+// In lower case, with '-' between the bytes.
+void append_user(text_buffer& user, std::string_view address) {
+  for (const char character : address) {
+    const int lower = std::tolower(static_cast<unsigned char>(character));
+    user.append_character(character == ':' ? '-' : static_cast<char>(lower));
+  }
+}
+
+// `text` as the user or the password in front of a URL's host, where these characters would end it.
+// wget decodes it again.
+void append_url_login(text_buffer& command, std::string_view text) {
+  constexpr std::string_view RESERVED = "@/:?#&%[]";
+  for (const char& character : text) {
+    if (RESERVED.find(character) == std::string_view::npos)
+      append_quoted(command, {&character, 1});
+    else
+      command.append("%%%02X", static_cast<unsigned>(character));
+  }
+}
+
+void append_login_options(text_buffer& command, std::string_view user, std::string_view password) {
+  command.append_text("--http-user=\"");
+  append_quoted(command, user);
+  command.append_text("\" --http-password=\"");
+  append_quoted(command, password);
+  command.append_text("\" --no-check-certificate ");
+}
+
+// The time of the last full five minutes, then the values.
+void append_form(text_buffer& command, const LiveRecord& live, const std::tm& utc) {
+  command.append("--post-data=\"time=%04d-%02d-%02d+%02d%%3A%02d%%3A00", utc.tm_year + 1900, utc.tm_mon + 1,
+                 utc.tm_mday, utc.tm_hour, utc.tm_min - utc.tm_min % 5);
+  append_known(command, live, PARAMETERS);
+  command.append_text("\" ");
+}
+
+void compose_for_this_board(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                            const moment& now) {
+  compose_meteonews(command, settings, live, now, hardware_address.c_str(), std::getenv("NIMBULOGHW"));
+}
+
+// The last line of wget's output is empty after a good upload, and names the fault after a bad one.
+int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
+  if (reply.empty()) return fail_without_response(spec);
+  print_reply(reply.view());
+  reply.replace_all('\n', '\0');
+  for (const char* const word : {"failed", "ERROR", "Invalid"})
+    if (strcasestr(reply.c_str(), word) != nullptr) return fail_with_reply(spec, reply.view());
+  return 0;
+}
+
+}  // namespace
+
+// The NSLU2 sends the login in the URL, over plain http; every other board sends it over https.
+void compose_meteonews(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                       const moment& now, const char* hardware, const char* platform) {
+  fixed_text<32> user;
+  append_user(user, is_generic(hardware) ? settings.text(meteonews_mac) : hardware);
+  const std::string_view password = settings.text(meteonews_password);
+  const bool is_nslu2 = platform != nullptr && std::strcmp(platform, "NSLU2") == 0;
+
+  begin_post(command);
+  if (!is_nslu2) append_login_options(command, user.view(), password);
+  append_form(command, live, now.utc);
+  if (is_nslu2) {
+    command.append_text("\"http://");
+    append_url_login(command, user.view());
+    command.append_character(':');
+    append_url_login(command, password);
+    command.append_character('@');
+  } else {
+    command.append_text("\"https://");
+  }
+  command.append("%s\" 2>/dev/stdout | tail -n 1", endpoint_value(endpoint::meteonews));
+}
+
+constinit const http_network METEONEWS = {compose_for_this_board,
+                                          {.debug_header = "\nMETEONEWS\n%s\n",
+                                           .failure_format = "upload to meteonews failed: %s",
+                                           .no_response_text = "no response from meteonews",
+                                           .judge = judge_meteonews}};
+
+int upload_meteonews() { return upload_to(METEONEWS); }
+
+}  // namespace skypost

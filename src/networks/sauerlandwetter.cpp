@@ -1,0 +1,85 @@
+// Sauerlandwetter: a GET request with one record of 54 fields, each closed by a semicolon, in its
+// parameter "val". °C, km/h, hPa, mm, W/m², local time. The fields that a station like this one does
+// not fill hold two hyphens, as a missing value does.
+
+#include "networks/sauerlandwetter.h"
+
+#include "live/numbered_record.h"
+#include "networks/password_digest.h"
+#include "transport/command.h"
+
+namespace skypost {
+namespace {
+
+constexpr int FIELD_COUNT = 54;
+
+constexpr numbered_field FIELDS[] = {
+    // clang-format off
+    fields( 1,  2, always("")),
+    field ( 3,     setting(sauerlandwetter_id)),
+    field ( 4,     made_by(append_digest<sauerlandwetter_password>)),
+    field ( 5,     always("v1.0")),
+    field ( 6,     made_by(append_local_date)),
+    field ( 7,     made_by(append_local_clock)),
+    field ( 8,     number_or("--", &LiveRecord::temp10,             TENTHS)),
+    field ( 9,     number_or("--", &LiveRecord::todaymintemp10,     TENTHS)),
+    field (10,     number_or("--", &LiveRecord::todaymaxtemp10,     TENTHS)),
+    field (11,     number_or("--", &LiveRecord::monthmaxtemp10,     TENTHS)),
+    field (12,     number_or("--", &LiveRecord::monthmintemp10,     TENTHS)),
+    fields(13, 17, always("--")),
+    field (18,     number_or("--", &LiveRecord::hum,                WHOLE)),
+    field (19,     number_or("--", &LiveRecord::dew10,              TENTHS)),
+    field (20,     number_or("--", &LiveRecord::chill10,            TENTHS)),
+    field (21,     number_or("--", &LiveRecord::last60mraintotal10, TENTHS)),
+    fields(22, 25, always("--")),
+    field (26,     number_or("--", &LiveRecord::todayraintotal10,   TENTHS)),
+    field (27,     number_or("--", &LiveRecord::monthraintotal10,   TENTHS)),
+    field (28,     number_or("--", &LiveRecord::yearraintotal10,    TENTHS)),
+    fields(29, 31, always("--")),
+    field (32,     number_or("--", &LiveRecord::wind10,             KMH)),
+    field (33,     number_or("--", &LiveRecord::winddir,            WHOLE)),
+    field (34,     number_or("--", &LiveRecord::last15mwind10,      KMH)),
+    field (35,     number_or("--", &LiveRecord::last15mwinddir,     WHOLE)),
+    field (36,     number_or("--", &LiveRecord::todaymaxwind10,     KMH)),
+    field (37,     number_or("--", &LiveRecord::todaymaxgust10,     KMH)),
+    field (38,     number_or("--", &LiveRecord::sealevel10,         TENTHS)),
+    field (39,     number_or("--", &LiveRecord::last60mpresstrend,  WHOLE)),  // the server's code
+    fields(40, 48, always("--")),
+    field (49,     number_or("--", &LiveRecord::solar10,            TENTHS)),
+    field (50,     number_or("--", &LiveRecord::last60mmaxsolar10,  TENTHS)),
+    field (51,     number_or("--", &LiveRecord::todaymaxsolar10,    TENTHS)),
+    field (52,     always("--")),
+    field (53,     number_or("--", &LiveRecord::uv10,               TENTHS)),
+    field (54,     always("--")),
+    // clang-format on
+};
+static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
+
+void compose_sauerlandwetter(text_buffer& command, const settings_record& settings, const LiveRecord& live,
+                             const moment& now) {
+  begin_get(command, endpoint::sauerlandwetter, "/wpas2/post.php");
+  command.append_text("val=");
+  append_fields(command, FIELDS, ';', {settings, live, now, append_url_value});
+  command.append_character(';');
+  end_get(command);
+}
+
+// A server that accepts a record may answer nothing at all.
+int judge_sauerlandwetter(text_buffer& reply, const upload_spec& spec) {
+  if (!reply.empty()) return judge_reply(reply, spec);
+  print_reply("OK");
+  return 0;
+}
+
+}  // namespace
+
+constinit const http_network SAUERLANDWETTER = {compose_sauerlandwetter,
+                                                {.debug_header = "\nSAUERLANDWETTER\n%s\n",
+                                                 .success_word = "erfolgreich",
+                                                 .failure_format = "upload to sauerlandwetter failed: %s",
+                                                 .no_response_text = nullptr,
+                                                 .judge = judge_sauerlandwetter}};
+
+int upload_sauerlandwetter() { return upload_to(SAUERLANDWETTER); }
+
+}  // namespace skypost

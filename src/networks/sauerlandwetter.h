@@ -1,0 +1,12 @@
+#pragma once
+
+#include "networks/http_network.h"
+
+namespace skypost {
+
+extern const http_network SAUERLANDWETTER;
+
+// Sends the current values once and returns 0, or -1 with the reason in `error_text`.
+int upload_sauerlandwetter();
+
+}  // namespace skypost

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "networks/http_network.h"
+
+namespace skypost {
+
+extern const http_network WINDFINDER;
+extern const http_network WINDIT;
+
+// Each sends the current values once and returns 0, or -1 with the reason in `error_text`.
+int upload_windfinder();
+int upload_windit();
+
+}  // namespace skypost

@@ -1,0 +1,88 @@
+// The files that AWEKAS, Wedaal and Wetterpage24 fetch: one value a line, in °C, km/h, hPa and mm, local
+// time. A missing value leaves its line empty. The three begin alike; Wedaal goes on with the extremes.
+
+#include "pullfiles/awekas_files.h"
+
+#include <cstdint>
+
+#include "live/numbered_record.h"
+
+namespace skypost {
+namespace {
+
+enum file_set : std::uint8_t { AWEKAS = 1, WEDAAL = 2, PAGE24 = 4, ALL = AWEKAS | WEDAAL | PAGE24 };
+
+// The year with two digits: 100 in 2100.
+void append_short_date(text_buffer& text, const record_source& from) {
+  const std::tm& local = from.now.local;
+  text.append("%02d.%02d.%02d", local.tm_mday, local.tm_mon + 1, local.tm_year - 100);
+}
+
+struct file_line {
+  int number;
+  int files;
+  field_content content;
+};
+
+constexpr file_line LINES[] = {
+    // clang-format off
+    { 1, ALL,             always("")},
+    { 2, ALL,             number_or("", &LiveRecord::temp10,           TENTHS)},
+    { 3, ALL,             number_or("", &LiveRecord::hum,              WHOLE)},
+    { 4, ALL,             number_or("", &LiveRecord::sealevel10,       TENTHS)},
+    { 5, AWEKAS | PAGE24, number_or("", &LiveRecord::todayraintotal10, TENTHS)},
+    { 5, WEDAAL,          always("")},
+    { 6, ALL,             number_or("", &LiveRecord::wind10,           KMH)},
+    { 7, AWEKAS,          number_or("", &LiveRecord::winddir,          WHOLE)},
+    { 7, WEDAAL | PAGE24, text_or  ("", &LiveRecord::winddirstr)},
+    { 8, ALL,             made_by(append_local_clock)},
+    { 9, AWEKAS,          made_by(append_local_date)},
+    { 9, WEDAAL | PAGE24, made_by(append_short_date)},
+    {10, ALL,             always("")},
+    {11, WEDAAL,          number_or("", &LiveRecord::todaymaxgust10,   KMH)},
+    {12, WEDAAL,          time_or  ("", &LiveRecord::todaymaxgusttimestr, &LiveRecord::todaymaxgust10)},
+    {13, WEDAAL,          number_or("", &LiveRecord::todaymintemp10,   TENTHS)},
+    {14, WEDAAL,          number_or("", &LiveRecord::todaymaxtemp10,   TENTHS)},
+    {15, WEDAAL,          always("")},
+    {16, WEDAAL,          number_or("", &LiveRecord::monthmintemp10,   TENTHS)},
+    {17, WEDAAL,          number_or("", &LiveRecord::monthmaxtemp10,   TENTHS)},
+    {18, WEDAAL,          number_or("", &LiveRecord::monthmaxgust10,   KMH)},
+    {19, WEDAAL,          number_or("", &LiveRecord::monthraintotal10, TENTHS)},
+    {20, WEDAAL,          number_or("", &LiveRecord::yearmintemp10,    TENTHS)},
+    {21, WEDAAL,          number_or("", &LiveRecord::yearmaxtemp10,    TENTHS)},
+    {22, WEDAAL,          number_or("", &LiveRecord::yearmaxgust10,    KMH)},
+    {23, WEDAAL,          number_or("", &LiveRecord::yearraintotal10,  TENTHS)},
+    {24, WEDAAL,          always("")},
+    // clang-format on
+};
+
+consteval bool has_each_line_once(file_set file, int count) {
+  int last = 0;
+  for (const file_line& line : LINES)
+    if ((line.files & file) != 0 && line.number != ++last) return false;
+  return last == count;
+}
+static_assert(has_each_line_once(AWEKAS, 10));
+static_assert(has_each_line_once(WEDAAL, 24));
+static_assert(has_each_line_once(PAGE24, 10));
+
+template <file_set file>
+void compose(text_buffer& text, const settings_record& settings, const LiveRecord& live, const moment& now) {
+  for (const file_line& line : LINES) {
+    if ((line.files & file) == 0) continue;
+    append_content(text, line.content, {settings, live, now, append_unchanged});
+    text.append_character('\n');
+  }
+}
+
+}  // namespace
+
+constinit const pull_file AWEKAS_FILE = {compose<AWEKAS>};
+constinit const pull_file WEDAAL_FILE = {compose<WEDAAL>};
+constinit const pull_file WETTERPAGE24_FILE = {compose<PAGE24>};
+
+int write_awekas_file(const char* name) { return write_pull_file(AWEKAS_FILE, name); }
+int write_wedaal_file(const char* name) { return write_pull_file(WEDAAL_FILE, name); }
+int write_wetterpage24_file(const char* name) { return write_pull_file(WETTERPAGE24_FILE, name); }
+
+}  // namespace skypost

@@ -1,0 +1,99 @@
+#include "run/rapid_fire.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <ctime>
+
+#include "base/process_state.h"
+#include "live/report_parser.h"
+#include "networks/weather_underground.h"
+#include "networks/windfinder_windit.h"
+#include "run/report.h"
+#include "run/settings_reload.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::int32_t LONGEST_PASS = 30;    // seconds
+constexpr std::int32_t FIXED_INTERVAL = 10;  // seconds
+
+// The settings as they were before the reload at hand.
+settings_record backup_settings;
+
+bool is_active(const rapid_fire_network& network, const settings_record& settings) {
+  return settings.is_on(*network.enabled) &&
+         (network.rapid_fire == nullptr || settings.is_on(*network.rapid_fire));
+}
+
+std::int32_t interval_of(const rapid_fire_network& network, const settings_record& settings) {
+  return network.own_interval == nullptr ? FIXED_INTERVAL : settings.integer(*network.own_interval);
+}
+
+void send_what_is_due(rapid_fire_stamps& stamps, std::int64_t now) {
+  for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
+    if (take_turn(network, station_settings, stamps, now) && network.call() != 0)
+      report_failure(network.name);
+}
+
+void reload_settings() {
+  backup_settings = station_settings;
+  if (load_settings_in_three_attempts(station_settings) != 0) {
+    report_failure("Can't read nimbulog settings file (rapid fire)");
+    station_settings = backup_settings;
+  }
+  make_intervals_valid(station_settings);
+}
+
+void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
+  error_text.clear();
+  // Before the sleep, so that a network whose interval is the pass length is due on every pass.
+  const std::int64_t now = std::time(nullptr);
+  sleep(static_cast<unsigned>(pass_length(station_settings)));
+  if (is_any_rapid_fire_active(station_settings) &&
+      fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) == 0) {
+    load_live_record(report);
+    send_what_is_due(stamps, now);
+  }
+  reload_settings();
+}
+
+}  // namespace
+
+using stamps_of = rapid_fire_stamps;
+
+constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
+    // clang-format off
+    // name                            enabled                rapid fire                   own interval                  last                           call
+    {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &stamps_of::wunderground_last, upload_weather_underground},
+    {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &stamps_of::weatherflow_last,  upload_weatherflow},
+    {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &stamps_of::windit_last,       upload_windit},
+    // clang-format on
+};
+
+bool is_any_rapid_fire_active(const settings_record& settings) {
+  return std::any_of(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),
+                     [&](const rapid_fire_network& network) { return is_active(network, settings); });
+}
+
+std::int32_t pass_length(const settings_record& settings) {
+  std::int32_t length = LONGEST_PASS;
+  for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
+    if (is_active(network, settings)) length = std::min(length, interval_of(network, settings));
+  return length;
+}
+
+bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
+               std::int64_t now) {
+  std::int64_t& last = stamps.*network.last;
+  if (!is_active(network, settings) || last + interval_of(network, settings) > now) return false;
+  last = now;
+  return true;
+}
+
+void run_rapid_fire(report_buffer& report, std::int64_t start) {
+  rapid_fire_stamps stamps{start, start, start};
+  for (;;) run_pass(report, stamps);
+}
+
+}  // namespace skypost

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+
+#include "live/data_server.h"
+#include "settings/record.h"
+
+namespace skypost {
+
+// When each network was last sent in rapid fire, in seconds since the epoch.
+struct rapid_fire_stamps {
+  std::int64_t wunderground_last;
+  std::int64_t weatherflow_last;
+  std::int64_t windit_last;
+};
+
+// A network that takes rapid fire.
+struct rapid_fire_network {
+  const char* name;                   // under which its failure is reported
+  const integer_field* enabled;       // it is active when this is on
+  const integer_field* rapid_fire;    // and this, when set
+  const integer_field* own_interval;  // seconds; without it the interval is fixed
+  std::int64_t rapid_fire_stamps::*last;
+  int (*call)();  // 0, or another value with the reason in `error_text`
+};
+
+// In the order in which a pass sends them.
+extern const rapid_fire_network RAPID_FIRE_NETWORKS[3];
+
+// True when at least one of them is active.
+bool is_any_rapid_fire_active(const settings_record& settings);
+
+// How many seconds a pass sleeps: the shortest interval of the active networks, 30 at most.
+std::int32_t pass_length(const settings_record& settings);
+
+// True when the network is active and at least its interval has passed at `now` (seconds since the
+// epoch) since its stamp, which then moves to `now`: a failed upload waits for its turn like any other.
+bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
+               std::int64_t now);
+
+// Sends the networks above at their intervals and reloads the settings, over and over. Takes the buffer
+// for the data server's reports and the start-up time (seconds since the epoch), from which the first
+// intervals count. Failures are reported.
+[[noreturn]] void run_rapid_fire(report_buffer& report, std::int64_t start);
+
+}  // namespace skypost

@@ -1,0 +1,122 @@
+// Nothing foreign runs. Every text of the settings and every word of the report goes, full of what a shell
+// or a URL would take for its own, through each network's command and a real shell to a program that
+// records its arguments. It must get the arguments that a harmless text of the same length leads to, with the
+// foreign text in the harmless one's place, and no other program may run.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "support/appliance_folder.h"
+#include "support/every_network.h"
+#include "support/station.h"
+#include "transport/command.h"
+
+namespace skypost::testing {
+namespace {
+
+constexpr std::string_view FOREIGN[] = {
+    "$(canary)",       "`canary`",         "\";canary;\"",   "\\\";canary\n",
+    "|canary&canary ", "'${IFS}canary'\t", "&a=b#c%00%0a?/", "\x80\x81\x88\xFF\x01\x7F*!<>()[]{}",
+};
+constexpr char HARMLESS = '~';  // stands nowhere else in a command
+
+std::string filled(std::string_view pattern, std::size_t length) {
+  std::string text;
+  while (text.size() < length) text += pattern;
+  text.resize(length);
+  return text;
+}
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+    text.replace(at, from.size(), to);
+  return text;
+}
+
+std::string as_url_value(const std::string& text) { return replaced(replaced(text, "&", "%26"), "#", "%23"); }
+
+class ForeignText : public ::testing::TestWithParam<named_network> {
+ protected:
+  void SetUp() override {
+    fill_settings(settings_);
+    add_program("wget", "for a; do printf '%s\\0' \"$a\"; done > \"${0%/*}/arguments\"");
+    add_program("canary", ": > \"${0%/*}/canary_ran\"");
+    add_program("tail", "exit 0");
+  }
+
+  // Composes the command, runs it with no more than these programs on its path, and returns what the
+  // recorder got for arguments, a NUL behind each.
+  std::string arguments(const LiveRecord& live) {
+    command_text command;
+    GetParam().network->compose(command, settings_, live, spring_morning());
+    EXPECT_FALSE(command.was_cut());
+    const std::string recorder = appliance_.path("/bin/wget").string();
+    std::filesystem::remove(appliance_.path("/bin/arguments"));
+    const std::string line = "PATH=" + appliance_.path("/bin/wget").parent_path().string() + "; " +
+                             replaced(command.c_str(), "/usr/bin/wget", recorder);
+    EXPECT_EQ(std::system(line.c_str()), 0) << line;
+    return read_whole_file(appliance_.path("/bin/arguments"));
+  }
+
+  // `write` puts a text into the station. Requires that a foreign one of every length takes exactly the
+  // place of the harmless one.
+  void expect_unaltered(const char* what, std::size_t capacity, LiveRecord& live,
+                        const std::function<void(const std::string&)>& write) {
+    const std::string harmless(capacity, HARMLESS);
+    write(harmless);
+    const std::string frame = arguments(live);
+    if (frame.find(harmless) == std::string::npos) return;  // not sent, or its digest only
+    for (std::size_t length = 1; length <= capacity; ++length) {
+      const std::string foreign = filled(FOREIGN[length % std::size(FOREIGN)], length);
+      write(foreign);
+      const std::string arrived = arguments(live);
+      // A value of a URL or a form, or an option's own argument.
+      ASSERT_TRUE(arrived == replaced(frame, harmless, as_url_value(foreign)) ||
+                  arrived == replaced(frame, harmless, foreign))
+          << what << " of " << length << ": " << foreign << "\n"
+          << arrived;
+      ASSERT_FALSE(std::filesystem::exists(appliance_.path("/bin/canary_ran"))) << what << ": " << foreign;
+    }
+    ++texts_sent_;
+  }
+
+  settings_record settings_;
+  int texts_sent_ = 0;
+
+ private:
+  void add_program(const std::string& name, const std::string& script) {
+    appliance_.write("/bin/" + name, "#!/bin/sh\n" + script + "\n");
+    std::filesystem::permissions(appliance_.path("/bin/" + name), std::filesystem::perms::owner_all);
+  }
+
+  appliance_folder appliance_;
+};
+
+TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
+  LiveRecord live = sparse_station();
+  for (const settings_field* const field : SETTINGS_FIELDS) {
+    if (!field->is_text()) continue;
+    const auto& slot = static_cast<const text_field&>(*field);
+    const std::string before(settings_.text(slot));
+    expect_unaltered(field->name, slot.size - 1, live,
+                     [&](const std::string& text) { settings_.set_text(slot, text); });
+    settings_.set_text(slot, before);
+  }
+  EXPECT_GE(texts_sent_, 1);
+
+  live = fully_equipped_station();
+  expect_unaltered("winddirstr", sizeof live.winddirstr - 1, live, [&](const std::string& text) {
+    std::memcpy(live.winddirstr, text.c_str(), text.size() + 1);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Networks, ForeignText, ::testing::ValuesIn(EVERY_HTTP_NETWORK),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace skypost::testing

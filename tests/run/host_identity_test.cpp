@@ -1,0 +1,124 @@
+// The board and its hardware address. The system text is read once in a process, so each case has a
+// process of its own.
+
+#include "run/host_identity.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+#include "base/paths.h"
+#include "support/appliance_folder.h"
+
+namespace skypost::testing {
+namespace {
+
+struct system_files {
+  std::optional<std::string> processor;
+  std::optional<std::string> devices;
+};
+
+void write(const appliance_folder& appliance, const system_files& files) {
+  if (files.processor) appliance.write(PROCESSOR_PATH, *files.processor);
+  if (files.devices) appliance.write(PCI_DEVICES_PATH, *files.devices);
+}
+
+[[noreturn]] void print_platform() {
+  unsetenv("NIMBULOGHW");
+  detect_platform();
+  const char* const platform = std::getenv("NIMBULOGHW");
+  std::fprintf(stderr, "<%s>", platform != nullptr ? platform : "none");
+  std::_Exit(0);
+}
+
+TEST(HostIdentity, TellsTheBoardByTheFirstMark) {
+  const std::string full(8'000, 'x');
+  const struct {
+    system_files files;
+    const char* platform;
+  } cases[] = {
+      {{"Hardware: NSLU2", ""}, "NSLU2"},
+      {{"Feroceon 88FR131 rev 1", ""}, "PLUG"},
+      {{"ARMv6-compatible processor", std::nullopt}, "PLUG"},
+      {{"ARMv6 NSLU2", ""}, "NSLU2"},
+      {{"sun4i", ""}, "A10"},
+      {{"sun4i 88FR131", ""}, "PLUG"},
+      {{"Intel", "0100 sun4i"}, "A10"},
+      {{"Intel armv6 nslu2", "8086"}, "X86"},
+      {{"Intel", std::nullopt}, "X86"},
+      {{"NSL", "U2"}, "NSLU2"},  // the one stands directly behind the other
+      {{std::nullopt, "sun4i"}, "none"},
+      {{"", ""}, "none"},
+      {{"", "sun4i"}, "A10"},
+      {{full + "NSLU2", "x"}, "X86"},
+      {{full.substr(5) + "NSLU2", "x"}, "NSLU2"},
+      {{full, full + "NSLU2"}, "X86"},
+      {{full, full.substr(5) + "NSLU2"}, "NSLU2"},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.platform);
+    const appliance_folder appliance;
+    write(appliance, row.files);
+    EXPECT_EXIT(print_platform(), ::testing::ExitedWithCode(0), std::string("<") + row.platform + ">");
+  }
+}
+
+TEST(HostIdentity, LeavesThePlatformAloneWhenItCannotTell) {
+  const appliance_folder appliance;
+  const auto print = [] {
+    setenv("NIMBULOGHW", "PLUG", 1);
+    detect_platform();
+    std::fputs(std::getenv("NIMBULOGHW"), stderr);
+    std::_Exit(0);
+  };
+  EXPECT_EXIT(print(), ::testing::ExitedWithCode(0), "PLUG");
+}
+
+TEST(HostIdentity, ReadsTheSystemTextOnce) {
+  const appliance_folder appliance;
+  write(appliance, {std::string(9'000, 'p'), std::string(9'000, 'd')});
+  const auto print = [&] {
+    const char* first = nullptr;
+    const char* second = nullptr;
+    const std::size_t length = read_system_text(first);
+    const bool is_whole = first == std::string(8'000, 'p') + std::string(8'000, 'd');
+    write(appliance, {"other", "other"});
+    const bool is_kept = read_system_text(second) == length && first == second;
+    std::fprintf(stderr, "%zu %d %d", length, is_whole, is_kept);
+    std::_Exit(0);
+  };
+  EXPECT_EXIT(print(), ::testing::ExitedWithCode(0), "16000 1 1");
+}
+
+TEST(HostIdentity, FindsTheHardwareAddressInALine) {
+  const struct {
+    const char* line;
+    int result;
+    const char* address;
+  } cases[] = {
+      {"eth0      Link encap:Ethernet  HWaddr 00:1a:2b:3c:4d:5e  \n", 0, "00:1A:2B:3C:4D:5E"},
+      {"eth0      Link encap:Ethernet  HWaddr 00:1a:2b:3c:4d:5e\n", 0, "00:1A:2B:3C:4D:5E"},
+      {"eth0      Link encap:Ethernet  HWaddr 00:1a:2b:3c:4d:5e", 0, "00:1A:2B:3C:4D:5E"},
+      {"ib0 HWaddr 80-00-00-48-fe-80-00-00-00-00-00-00-00-02 \n", 0, "80-00-00-48-FE-80-00-00-00-00-0"},
+      {"eth0 HWaddr \n", 0, ""},
+      {"eth0: flags=4163<UP,BROADCAST>  mtu 1500\n", -1, ""},
+      {"eth0 HWaddr\n", -1, ""},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.line);
+    fixed_text<31> address;
+    EXPECT_EQ(find_hardware_address(row.line, address), row.result);
+    EXPECT_EQ(address.view(), row.address);
+  }
+}
+
+TEST(HostIdentity, TurnsLettersToUpperCaseAndNothingElse) {
+  EXPECT_STREQ(to_upper_text("azAZ09:@[`{\xe4\xff"), "AZAZ09:@[`{\xe4\xff");
+  EXPECT_STREQ(to_upper_text(std::string(40, 'a').c_str()), std::string(31, 'A').c_str());
+}
+
+}  // namespace
+}  // namespace skypost::testing

@@ -1,0 +1,226 @@
+// Loading settings files of every layout, of both byte orders and of no use.
+
+#include "settings/load.h"
+
+#include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "base/paths.h"
+#include "settings/defaults.h"
+#include "support/appliance_folder.h"
+#include "support/station.h"
+
+namespace skypost::testing {
+
+// The most that one read brings: there is no other way to a short read of a plain file.
+std::size_t read_limit = std::numeric_limits<std::size_t>::max();
+extern "C" ssize_t limited_read(int file, void* place, std::size_t count) __asm__("read");
+ssize_t limited_read(int file, void* place, std::size_t count) {
+  return syscall(SYS_read, file, place, std::min(count, read_limit));
+}
+
+namespace {
+
+constexpr std::size_t MARKER = 18936;
+constexpr char NATIVE[] = {1, 0, 0, 0};
+constexpr char FOREIGN[] = {0, 0, 0, 1};
+
+// No two neighbours alike, so that no shift and no reversed field goes unseen.
+std::string image_of(std::size_t size, const char (&marker)[4] = NATIVE) {
+  std::string image(size, '\0');
+  for (std::size_t i = 0; i < size; ++i) image[i] = static_cast<char>(i * 7 + i / 251);
+  if (size >= MARKER + 4) image.replace(MARKER, 4, marker, 4);
+  return image;
+}
+
+void reverse_fields(std::string& image, std::size_t first, std::size_t count, std::size_t size) {
+  for (std::size_t offset = first; offset < first + count * size; offset += size)
+    std::reverse(image.begin() + static_cast<std::ptrdiff_t>(offset),
+                 image.begin() + static_cast<std::ptrdiff_t>(offset + size));
+}
+
+// The image as a board of the other byte order writes it.
+std::string in_other_order(std::string image) {
+  struct run {
+    std::size_t first, count;
+  };
+  constexpr run INTEGERS[] = {
+      // clang-format off
+      {    0,  1}, {  500,  1}, {  760, 11}, { 5924,  5}, { 6456, 11}, { 6756,  1}, { 7016,   1}, { 7388, 65},
+      {12256, 68}, {17136,  1}, {17156,  1}, {17416,  3}, {17524,  1}, {17576,  7}, {17684,   2}, {18076,  1},
+      {18144,  2}, {18672,  1}, {18932,  2}, {19044, 128}, {21608, 1}, {22128, 66}, {27576,   1}, {27964,  1},
+      {28096,  3}, {28364,  1}, {28624,  1}, {29652,  5}, {37688,  2}, {37840,  1}, {37860,   4}, {37940,  3},
+      {38008,  1}, {38112,  2}, {38200,  1}, {48236,  1}, {48304,  1}, {48372,  1}, {48572,   3}, {48712,  2},
+      {48784,  2},
+      // clang-format on
+  };
+  for (const run& integers : INTEGERS) reverse_fields(image, integers.first, integers.count, 4);
+  for (std::size_t i = 0; i < 20; ++i) reverse_fields(image, 29928 + 132 * i, 8, 4);
+  for (std::size_t i = 0; i < 128; ++i) reverse_fields(image, 32568 + 40 * i, 4, 4);
+  for (std::size_t i = 0; i < 20; ++i) reverse_fields(image, 38236 + 500 * i, 4, 4);
+  reverse_fields(image, 20584, 128, 8);
+  return image;
+}
+
+// What becomes of a native file: zeros behind a short one, free entries in the last array, and for an
+// unlisted size everything from 20580 on 4 bytes further up.
+std::string completed(std::string image, bool is_unlisted) {
+  const bool is_short = image.size() < SETTINGS_SIZE;
+  image.resize(SETTINGS_SIZE, '\0');
+  for (std::size_t i = 0; is_short && i < 20; ++i) image.replace(38236 + 500 * i, 4, "\xff\xff\xff\xff");
+  return is_unlisted ? image.substr(0, 20584) + image.substr(20580, SETTINGS_SIZE - 20584) : image;
+}
+
+class LoadSettings : public ::testing::Test {
+ protected:
+  LoadSettings() { std::memset(&record, 0x5a, sizeof record); }
+  ~LoadSettings() override {
+    unsetenv("NIMBULOGHW");
+    read_limit = std::numeric_limits<std::size_t>::max();
+  }
+
+  std::int32_t load(const std::string& image, const char* platform = nullptr) {
+    appliance.write(SETTINGS_PATH, image);
+    platform != nullptr ? setenv("NIMBULOGHW", platform, 1) : unsetenv("NIMBULOGHW");
+    return load_settings(record);
+  }
+
+  void expect_record(const std::string& expected) const {
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(expected.data());
+    for (std::size_t i = 0; i < SETTINGS_SIZE; ++i) ASSERT_EQ(record.bytes[i], bytes[i]) << "at offset " << i;
+  }
+
+  // Defaults over what the record held before.
+  void expect_defaults_over(const std::string& former) const {
+    settings_record expected;
+    std::memcpy(expected.bytes, former.data(), SETTINGS_SIZE);
+    set_default_settings(expected);
+    expect_record({reinterpret_cast<const char*>(expected.bytes), SETTINGS_SIZE});
+  }
+
+  std::optional<std::string> backup() const {
+    const std::filesystem::path path = appliance.path(std::string(SETTINGS_PATH) + ".old");
+    if (!exists(path)) return std::nullopt;
+    return read_whole_file(path);
+  }
+
+  const std::string untouched = std::string(SETTINGS_SIZE, 0x5a);
+  appliance_folder appliance;
+  settings_record record;
+};
+
+TEST_F(LoadSettings, TellsLayoutsByTheirSizeAndTheBoard) {
+  struct size_case {
+    std::size_t size;
+    const char* platform;
+    bool is_unlisted;
+  };
+  constexpr size_case CASES[] = {
+      {65'536, nullptr, false}, {65'536, "PLUG", false}, {38'264, nullptr, false}, {38'264, "PLUG", false},
+      {38'692, "PLUG", false},  {38'692, nullptr, true}, {38'692, "X86", true},    {38'692, "NSLU2", true},
+      {40'000, "PLUG", true},   {65'535, nullptr, true}, {65'537, nullptr, true},  {70'000, "A10", true},
+      {20'581, nullptr, true},  {19'000, nullptr, true},
+  };
+  for (const size_case& row : CASES) {
+    SCOPED_TRACE(std::to_string(row.size) + (row.platform != nullptr ? row.platform : ""));
+    const std::string image = image_of(row.size);
+    EXPECT_EQ(load(image, row.platform), 0);
+    expect_record(completed(image, row.is_unlisted));
+    EXPECT_EQ(backup(), row.is_unlisted ? std::optional(image) : std::nullopt);
+    std::filesystem::remove(appliance.path(std::string(SETTINGS_PATH) + ".old"));
+  }
+}
+
+TEST_F(LoadSettings, ConvertsARecordOfTheOtherByteOrder) {
+  std::string image = image_of(SETTINGS_SIZE);
+  image.replace(17620, 20, std::string("ESCAT0800000008001A") + '\0');
+  const std::string foreign = in_other_order(image);
+  ASSERT_EQ(foreign.substr(MARKER, 4), std::string(FOREIGN, 4));
+  EXPECT_EQ(load(foreign), 0);
+  expect_record(image);
+  EXPECT_EQ(record.text(meteoclimatic_station), "ESCAT0800000008001A");
+}
+
+TEST_F(LoadSettings, ConvertsAnUnlistedSizeAfterTheShift) {
+  const std::string image = image_of(40'000, FOREIGN);
+  EXPECT_EQ(load(image), 0);
+  expect_record(in_other_order(completed(image, true)));
+}
+
+// The board that had no marker yet wrote its records in this order; any other marker than 1 means
+// the other one, on that board too.
+TEST_F(LoadSettings, TakesARecordWithoutMarkerByTheBoard) {
+  const std::string without = image_of(SETTINGS_SIZE, {0, 0, 0, 0});
+  for (const char* platform : {"X86", "PLUG", "A10", "NSLU"}) {
+    EXPECT_EQ(load(without, platform), 0);
+    expect_record(in_other_order(without));
+  }
+  EXPECT_EQ(load(without, "NSLU2"), 0);
+  expect_record(without);
+  const std::string two = image_of(SETTINGS_SIZE, {2, 0, 0, 0});
+  EXPECT_EQ(load(two, "NSLU2"), 0);
+  expect_record(in_other_order(two));
+}
+
+TEST_F(LoadSettings, BacksUpEveryTime) {
+  for (const std::size_t size : {40'000u, 40'001u}) {
+    EXPECT_EQ(load(image_of(size)), 0);
+    EXPECT_EQ(backup(), image_of(size));
+  }
+}
+
+TEST_F(LoadSettings, TakesAFileThatCannotBeBackedUp) {
+  std::filesystem::create_directories(appliance.path(std::string(SETTINGS_PATH) + ".old/nimbulog.conf"));
+  const std::string image = image_of(40'000);
+  ::testing::internal::CaptureStderr();  // `cp` complains
+  EXPECT_EQ(load(image), 0);
+  ::testing::internal::GetCapturedStderr();
+  expect_record(completed(image, true));
+}
+
+TEST_F(LoadSettings, PutsDefaultsForAMissingFile) {
+  EXPECT_EQ(load_settings(record), -1);
+  expect_defaults_over(untouched);
+  EXPECT_EQ(record.integer(wunderground_rapid_interval), 30);
+  EXPECT_EQ(record.integer(weatherflow_rapid_interval), 30);
+  for (const settings_field* field : SETTINGS_FIELDS) {
+    if (field->kind != field_kind::flag) continue;
+    EXPECT_FALSE(record.is_on(static_cast<const integer_field&>(*field))) << field->name;
+  }
+}
+
+// Otherwise every pass of the rapid-fire loop would shift the record of the pass before.
+TEST_F(LoadSettings, PutsDefaultsForAFileThatBringsNothing) {
+  EXPECT_EQ(load(""), -1);
+  expect_defaults_over(untouched);
+  EXPECT_EQ(backup(), std::nullopt);
+
+  std::filesystem::remove(appliance.path(SETTINGS_PATH));
+  std::filesystem::create_directory(appliance.path(SETTINGS_PATH));
+  EXPECT_EQ(load_settings(record), -1);
+  EXPECT_EQ(backup(), std::nullopt);
+}
+
+TEST_F(LoadSettings, PutsDefaultsForAShortReadOfAListedSize) {
+  read_limit = 30'000;
+  const std::string image = image_of(SETTINGS_SIZE);
+  EXPECT_EQ(load(image), -1);
+  expect_defaults_over(completed(image.substr(0, 30'000), false));
+  EXPECT_EQ(backup(), std::nullopt);
+
+  read_limit = 38'264;  // the count of another layout
+  EXPECT_EQ(load(image), 0);
+  expect_record(completed(image.substr(0, 38'264), false));
+}
+
+}  // namespace
+}  // namespace skypost::testing

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+#include "settings/record.h"
+
+namespace skypost {
+
+// Why a tool cannot do what it was told to; the text is one line for its user.
+struct tool_error : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// A settings file as it lies on the disk: nothing completed, shifted or converted.
+struct settings_file {
+  std::string path;  // behind all symbolic links
+  std::int64_t size = 0;
+  uid_t owner = 0;
+  gid_t group = 0;
+  mode_t mode = 0;
+  settings_record image{};  // as much of it as a record holds; zeros behind its end
+};
+
+// Reads a file. Throws tool_error when it is no file with at least one byte.
+settings_file read_settings_file(const std::string& path);
+
+// Writes a whole record to a new file, which its owner alone can read: it will hold passwords.
+// Throws tool_error when there is something under that name already.
+void create_settings_file(const std::string& path, const settings_record& record);
+
+// Puts `file.image` in the place of the file in one step, at its size, with its owner and mode: whoever
+// reads it meets the old content or the new one. Throws tool_error when it cannot; the file is then
+// as it was.
+void replace_settings_file(const settings_file& file);
+
+}  // namespace skypost
