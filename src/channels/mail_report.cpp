@@ -10,7 +10,7 @@
 #include "base/paths.h"
 #include "base/process_state.h"
 #include "base/shell.h"
-#include "base/value.h"
+#include "live/live_parameter.h"
 
 namespace skypost {
 namespace {
@@ -18,15 +18,8 @@ namespace {
 constexpr char LOGGER_PATH[] = "/usr/bin/logger";
 constexpr value_form HUNDREDTHS{from_tenths, 2};
 
-struct body_line {
-  const char* key;
-  std::int32_t LiveRecord::*value;
-  const value_form& form;
-  const char* end;
-};
-
 // In the order in which they are sent.
-constexpr body_line BODY_LINES[] = {
+constexpr live_parameter BODY_LINES[] = {
     // clang-format off
     {"Humidity: ",  &LiveRecord::hum,              WHOLE,       "%\r\n"},
     {"Temp: ",      &LiveRecord::temp10,           TENTHS,      "C\r\n"},
@@ -70,8 +63,7 @@ void compose_mail_header(text_buffer& header, const settings_record& settings, c
 void compose_mail_body(text_buffer& body, const LiveRecord& live, const moment& now) {
   date_text date;
   body.append_text({date, std::strftime(date, sizeof date, "%d/%m/%Y %H:%M:%S\r\n", &now.local)});
-  for (const body_line& line : BODY_LINES)
-    append_known(body, line.key, live.*line.value, line.form, line.end);
+  append_known(body, live, BODY_LINES);
 }
 
 void compose_mail_command(text_buffer& command) {

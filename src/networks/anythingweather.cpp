@@ -33,10 +33,8 @@ static_assert(numbers_each_once(FIELDS, 11));
 // spells "vsersion" like that.
 void append_form(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                  const moment& now) {
-  command.append_text("username=");
-  append_url_value(command, settings.text(anythingweather_user));
-  command.append_text("&password=");
-  append_url_value(command, settings.text(anythingweather_password));
+  append_parameter(command, "username=", settings.text(anythingweather_user));
+  append_parameter(command, "&password=", settings.text(anythingweather_password));
   command.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", now.local.tm_year + 1900,
                  now.local.tm_mon + 1, now.local.tm_mday, now.local.tm_hour, now.local.tm_min);
   for (const numbered_field& row : FIELDS) {

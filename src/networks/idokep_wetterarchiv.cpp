@@ -3,7 +3,7 @@
 
 #include "networks/idokep_wetterarchiv.h"
 
-#include "networks/live_parameter.h"
+#include "live/live_parameter.h"
 #include "transport/command.h"
 
 namespace skypost {
@@ -41,10 +41,8 @@ void compose_idokep(text_buffer& command, const settings_record& settings, const
                     const moment&) {
   const bool is_pro = settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE;
   begin_get(command, is_pro ? endpoint::idokep_pro : endpoint::idokep, "/sendws.php");
-  command.append_text("user=");
-  append_url_value(command, settings.text(idokep_user));
-  command.append_text("&pass=");
-  append_url_value(command, settings.text(idokep_password));
+  append_parameter(command, "user=", settings.text(idokep_user));
+  append_parameter(command, "&pass=", settings.text(idokep_password));
   command.append_text("&tipus=NB49");
   append_known(command, live, IDOKEP_PARAMETERS);
   end_get(command);
@@ -53,10 +51,8 @@ void compose_idokep(text_buffer& command, const settings_record& settings, const
 void compose_wetterarchiv(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                           const moment& now) {
   begin_get(command, endpoint::wetterarchiv, "/interface/http/input.php");
-  command.append_text("benutzername=");
-  append_url_value(command, settings.text(wetterarchiv_user));
-  command.append_text("&passwort=");
-  append_url_value(command, settings.text(wetterarchiv_password));
+  append_parameter(command, "benutzername=", settings.text(wetterarchiv_user));
+  append_parameter(command, "&passwort=", settings.text(wetterarchiv_password));
   command.append("&datum=%04d%02d%02d%02d%02d&version=NB49", now.local.tm_year + 1900, now.local.tm_mon + 1,
                  now.local.tm_mday, now.local.tm_hour, now.local.tm_min);
   append_known(command, live, WETTERARCHIV_PARAMETERS);

@@ -10,7 +10,7 @@
 #include <cstring>
 
 #include "base/process_state.h"
-#include "networks/live_parameter.h"
+#include "live/live_parameter.h"
 #include "transport/command.h"
 
 namespace skypost {

@@ -77,10 +77,8 @@ void append_date(text_buffer& command, const std::tm& utc) {
 void begin_update(text_buffer& command, endpoint server, const char* path, std::string_view id,
                   std::string_view password, const moment& now) {
   begin_get(command, server, path);
-  command.append_text("action=updateraw&ID=");
-  append_url_value(command, id);
-  command.append_text("&PASSWORD=");
-  append_url_value(command, password);
+  append_parameter(command, "action=updateraw&ID=", id);
+  append_parameter(command, "&PASSWORD=", password);
   command.append_text("&dateutc=");
   append_date(command, now.utc);
 }
@@ -129,10 +127,8 @@ void compose_weatherflow_rapid(text_buffer& command, const settings_record& sett
 void compose_metoffice_wow(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                            const moment& now) {
   begin_get(command, endpoint::metoffice, "/automaticreading");
-  command.append_text("siteid=");
-  append_url_value(command, settings.text(metoffice_site_id));
-  command.append_text("&siteAuthenticationKey=");
-  append_url_value(command, settings.text(metoffice_site_key));
+  append_parameter(command, "siteid=", settings.text(metoffice_site_id));
+  append_parameter(command, "&siteAuthenticationKey=", settings.text(metoffice_site_key));
   command.append("&dateutc=%04d-%02d-%02d+%02d%%3A%02d%%3A%02d", now.utc.tm_year + 1900, now.utc.tm_mon + 1,
                  now.utc.tm_mday, now.utc.tm_hour, now.utc.tm_min, now.utc.tm_sec);
   append_values(command, live, WOW);
@@ -148,12 +144,9 @@ void compose_pwsweather(text_buffer& command, const settings_record& settings, c
 void compose_weatherbug(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                         const moment& now) {
   begin_get(command, endpoint::weatherbug, "/data/livedata.aspx");
-  command.append_text("ID=");
-  append_url_value(command, settings.text(weatherbug_id));
-  command.append_text("&PASSWORD=");
-  append_url_value(command, settings.text(weatherbug_password));
-  command.append_text("&num=");
-  append_url_value(command, settings.text(weatherbug_num));
+  append_parameter(command, "ID=", settings.text(weatherbug_id));
+  append_parameter(command, "&PASSWORD=", settings.text(weatherbug_password));
+  append_parameter(command, "&num=", settings.text(weatherbug_num));
   command.append_text("&dateutc=");
   append_date(command, now.utc);
   append_values(command, live, WB);

@@ -55,15 +55,13 @@ void append_parameter(text_buffer& command, const parameter& row, const LiveReco
 // The direction as a compass word, sent whenever its degrees are known.
 void append_direction(text_buffer& command, const LiveRecord& live) {
   if (!known(live.winddir)) return;
-  command.append_text("&wind_dir=");
-  append_url_value(command, live.winddirstr);
+  append_parameter(command, "&wind_dir=", live.winddirstr);
 }
 
 void compose_wetterring(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                         const moment& now) {
   begin_get(command, endpoint::wetterring, "/weatherboxx/");
-  command.append_text("secret=");
-  append_url_value(command, settings.text(wetterring_secret));
+  append_parameter(command, "secret=", settings.text(wetterring_secret));
   command.append("&tm=%lld", static_cast<long long>(now.seconds));
   for (const parameter& row : PARAMETERS) append_parameter(command, row, live);
   append_direction(command, live);

@@ -6,7 +6,7 @@
 
 #include "base/local_time.h"
 #include "base/process_state.h"
-#include "networks/live_parameter.h"
+#include "live/live_parameter.h"
 #include "transport/command.h"
 
 namespace skypost {
@@ -50,10 +50,8 @@ constexpr live_parameter WINDIT_WIND_PARAMETERS[] = {
 void compose_windfinder(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                         const moment& now) {
   begin_get(command, endpoint::windfinder, "/wind-cgi/nimbulogload.pl");
-  command.append_text("name=");
-  append_url_value(command, settings.text(windfinder_name));
-  command.append_text("&password=");
-  append_url_value(command, settings.text(windfinder_password));
+  append_parameter(command, "name=", settings.text(windfinder_name));
+  append_parameter(command, "&password=", settings.text(windfinder_password));
   command.append_text("&date=");
   append_local_date(command, now);
   command.append_text("&time=");
@@ -65,8 +63,7 @@ void compose_windfinder(text_buffer& command, const settings_record& settings, c
 void compose_windit(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                     const moment& now) {
   begin_get(command, endpoint::windit, "/nimbulog/nimbulogload");
-  command.append_text("id=");
-  append_url_value(command, settings.text(windit_id));
+  append_parameter(command, "id=", settings.text(windit_id));
   command.append_text("&d=");
   append_local_date(command, now);
   command.append_text("&t=");

@@ -3,20 +3,12 @@
 
 #include "pullfiles/meteoclimatic.h"
 
-#include <cstdint>
-
-#include "base/value.h"
+#include "live/live_parameter.h"
 
 namespace skypost {
 namespace {
 
-struct keyed_line {
-  const char* key;
-  std::int32_t LiveRecord::*value;
-  const value_form& form;
-};
-
-constexpr keyed_line CURRENT[] = {
+constexpr live_parameter CURRENT[] = {
     // clang-format off
     {"*TMP=",  &LiveRecord::temp10,             TENTHS},
     {"*WND=",  &LiveRecord::wind10,             KMH},
@@ -28,32 +20,32 @@ constexpr keyed_line CURRENT[] = {
 };
 
 // Of the day, the month and the year.
-constexpr keyed_line EXTREMES[] = {
+constexpr live_parameter EXTREMES[] = {
     // clang-format off
-    {"*DHTM=", &LiveRecord::todaymaxtemp10,     TENTHS},
-    {"*DLTM=", &LiveRecord::todaymintemp10,     TENTHS},
-    {"*DHHM=", &LiveRecord::todaymaxhum,        WHOLE},
-    {"*DLHM=", &LiveRecord::todayminhum,        WHOLE},
-    {"*DHBR=", &LiveRecord::todaymaxsealevel10, TENTHS},
-    {"*DLBR=", &LiveRecord::todayminsealevel10, TENTHS},
-    {"*DGST=", &LiveRecord::todaymaxgust10,     KMH},
-    {"*DPCP=", &LiveRecord::todayraintotal10,   TENTHS},
-    {"*MHTM=", &LiveRecord::monthmaxtemp10,     TENTHS},
-    {"*MLTM=", &LiveRecord::monthmintemp10,     TENTHS},
-    {"*MHHM=", &LiveRecord::monthmaxhum,        WHOLE},
-    {"*MLHM=", &LiveRecord::monthminhum,        WHOLE},
-    {"*MHBR=", &LiveRecord::monthmaxsealevel10, TENTHS},
-    {"*MLBR=", &LiveRecord::monthminsealevel10, TENTHS},
-    {"*MGST=", &LiveRecord::monthmaxgust10,     KMH},
-    {"*MPCP=", &LiveRecord::monthraintotal10,   TENTHS},
-    {"*YHTM=", &LiveRecord::yearmaxtemp10,      TENTHS},
-    {"*YLTM=", &LiveRecord::yearmintemp10,      TENTHS},
-    {"*YHHM=", &LiveRecord::yearmaxhum,         WHOLE},
-    {"*YLHM=", &LiveRecord::yearminhum,         WHOLE},
-    {"*YHBR=", &LiveRecord::yearmaxsealevel10,  TENTHS},
-    {"*YLBR=", &LiveRecord::yearminsealevel10,  TENTHS},
-    {"*YGST=", &LiveRecord::yearmaxgust10,      KMH},
-    {"*YPCP=", &LiveRecord::yearraintotal10,    TENTHS},
+    {"*DHTM=", &LiveRecord::todaymaxtemp10,     TENTHS, "\n"},
+    {"*DLTM=", &LiveRecord::todaymintemp10,     TENTHS, "\n"},
+    {"*DHHM=", &LiveRecord::todaymaxhum,        WHOLE,  "\n"},
+    {"*DLHM=", &LiveRecord::todayminhum,        WHOLE,  "\n"},
+    {"*DHBR=", &LiveRecord::todaymaxsealevel10, TENTHS, "\n"},
+    {"*DLBR=", &LiveRecord::todayminsealevel10, TENTHS, "\n"},
+    {"*DGST=", &LiveRecord::todaymaxgust10,     KMH,    "\n"},
+    {"*DPCP=", &LiveRecord::todayraintotal10,   TENTHS, "\n"},
+    {"*MHTM=", &LiveRecord::monthmaxtemp10,     TENTHS, "\n"},
+    {"*MLTM=", &LiveRecord::monthmintemp10,     TENTHS, "\n"},
+    {"*MHHM=", &LiveRecord::monthmaxhum,        WHOLE,  "\n"},
+    {"*MLHM=", &LiveRecord::monthminhum,        WHOLE,  "\n"},
+    {"*MHBR=", &LiveRecord::monthmaxsealevel10, TENTHS, "\n"},
+    {"*MLBR=", &LiveRecord::monthminsealevel10, TENTHS, "\n"},
+    {"*MGST=", &LiveRecord::monthmaxgust10,     KMH,    "\n"},
+    {"*MPCP=", &LiveRecord::monthraintotal10,   TENTHS, "\n"},
+    {"*YHTM=", &LiveRecord::yearmaxtemp10,      TENTHS, "\n"},
+    {"*YLTM=", &LiveRecord::yearmintemp10,      TENTHS, "\n"},
+    {"*YHHM=", &LiveRecord::yearmaxhum,         WHOLE,  "\n"},
+    {"*YLHM=", &LiveRecord::yearminhum,         WHOLE,  "\n"},
+    {"*YHBR=", &LiveRecord::yearmaxsealevel10,  TENTHS, "\n"},
+    {"*YLBR=", &LiveRecord::yearminsealevel10,  TENTHS, "\n"},
+    {"*YGST=", &LiveRecord::yearmaxgust10,      KMH,    "\n"},
+    {"*YPCP=", &LiveRecord::yearraintotal10,    TENTHS, "\n"},
     // clang-format on
 };
 
@@ -67,12 +59,12 @@ void append_head(text_buffer& text, const settings_record& settings, const std::
 void compose_meteoclimatic(text_buffer& text, const settings_record& settings, const LiveRecord& live,
                            const moment& now) {
   append_head(text, settings, now.local);
-  for (const keyed_line& line : CURRENT) {
+  for (const live_parameter& line : CURRENT) {
     text.append_text(line.key);
     append_or(text, "", live.*line.value, line.form);
     text.append_character('\n');
   }
-  for (const keyed_line& line : EXTREMES) append_known(text, line.key, live.*line.value, line.form, "\n");
+  append_known(text, live, EXTREMES);
   text.append_text("*EOT*\n");
 }
 

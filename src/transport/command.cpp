@@ -24,4 +24,9 @@ void append_url_value(text_buffer& command, std::string_view value) {
   }
 }
 
+void append_parameter(text_buffer& command, const char* key, std::string_view value) {
+  command.append_text(key);
+  append_url_value(command, value);
+}
+
 }  // namespace skypost

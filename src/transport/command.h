@@ -27,4 +27,7 @@ void begin_post(text_buffer& command);
 // would end the value, are percent-encoded; wget encodes what else may not stand in a URL.
 void append_url_value(text_buffer& command, std::string_view value);
 
+// Appends a parameter: `key`, which ends in "=", and such a value.
+void append_parameter(text_buffer& command, const char* key, std::string_view value);
+
 }  // namespace skypost

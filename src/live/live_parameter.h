@@ -8,7 +8,8 @@
 
 namespace skypost {
 
-// One parameter of a query or a form, sent only while its value is known.
+// One parameter of a request or one line of a text: a key and a live value, left out while the value is
+// missing.
 struct live_parameter {
   const char* key;
   std::int32_t LiveRecord::*value;
