@@ -126,20 +126,23 @@ std::string_view without_blanks_around(std::string_view text) {
   return tail_of(head_of(text, text.find_last_not_of(BLANKS) + 1), first);
 }
 
-// Puts the next line, without its end, into `line`; false behind the last one. A NUL byte is a
-// character as any other, so that it hides nothing of what follows it.
+// Puts the next line, without its comment and its end, into `line`; false behind the last one. A NUL
+// byte is a character as any other, so that it hides nothing of what follows it.
 bool next_line(std::FILE* file, text_buffer& line) {
   line.clear();
   int character = std::getc(file);
   if (character == EOF) return false;
-  for (; character != EOF && character != '\n'; character = std::getc(file))
-    line.append_character(static_cast<char>(character));
+  bool is_comment = false;
+  for (; character != EOF && character != '\n'; character = std::getc(file)) {
+    is_comment = is_comment || character == '#';
+    if (!is_comment) line.append_character(static_cast<char>(character));
+  }
   return true;
 }
 
 // Takes one line in; returns what is wrong with it, or nullptr.
 const char* read_line(std::string_view line) {
-  line = without_blanks_around(head_of(line, line.find('#')));
+  line = without_blanks_around(line);
   if (line.empty()) return nullptr;
   const std::size_t equals = line.find('=');
   if (equals == std::string_view::npos) return "no \"name = value\"";

@@ -17,7 +17,8 @@ inline constexpr char PCI_DEVICES_PATH[] = "/proc/bus/pci/devices";
 inline constexpr const char* PULL_DIRECTORIES[] = {"/srv/www/", "/var/run/nimbulog/uploads/"};
 
 // A path as the system takes it: the longest that Linux accepts.
-using path_text = fixed_text<4095>;
+inline constexpr std::size_t PATH_CAPACITY = 4'095;
+using path_text = fixed_text<PATH_CAPACITY>;
 
 // Appends one of the appliance's own paths. The variable SKYPOST_ROOT, when set, goes in front of
 // it: a whole appliance in a folder, for a demonstration or a test.

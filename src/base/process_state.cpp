@@ -7,7 +7,7 @@ namespace skypost {
 namespace {
 
 // Apart from their text_buffer, so that the zeros stand in no file.
-char error_text_bytes[10'001];
+char error_text_bytes[ERROR_TEXT_CAPACITY + 1];
 char hardware_address_bytes[32];
 
 }  // namespace

@@ -6,9 +6,9 @@
 
 namespace skypost {
 
-// The run's flags, 0 or 1. The command line sets the first two, once. `live_data_stale` is 1 while
-// the live record must not be used: the data server client sets it before every fetch and clears it
-// after a good one, the report's parser sets it again when the outdoor values are not all there.
+// The run's flags, 0 or 1. The command line sets the first two, once. While
+// `live_data_stale` is 1 nobody may send the live record: the data server client sets it before every
+// fetch and clears it after a good one, the parser sets it again when an outdoor value is not there.
 struct run_flags {
   std::int32_t rapid_fire_flag;
   std::int32_t debug_flag;
@@ -18,6 +18,7 @@ extern run_flags flags;
 
 // Why the last network failed. Written by the network that fails, read by outcome reporting,
 // emptied by each rapid-fire pass.
+inline constexpr std::size_t ERROR_TEXT_CAPACITY = 10'000;
 extern text_buffer error_text;
 
 // The hardware address of eth0, as 00:1A:2B:3C:4D:5E; empty when unknown. Written once at start-up.

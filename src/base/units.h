@@ -7,6 +7,14 @@
 // for one unit, there are two names.
 namespace skypost {
 
+// The nearest whole number, halves away from zero. By hand: nothing else here needs libm, which would
+// take more memory than the program's own code.
+constexpr long long to_nearest(double value) {
+  const long long whole = static_cast<long long>(value);
+  const double rest = value - static_cast<double>(whole);
+  return whole + (rest >= 0.5 ? 1 : 0) - (rest <= -0.5 ? 1 : 0);
+}
+
 // A value stored as the whole number that it is (percent, degrees of direction).
 constexpr double to_itself(std::int32_t value) { return value; }
 

@@ -1,13 +1,11 @@
 #include "base/value.h"
 
-#include <cmath>
-
 namespace skypost {
 
 void append_value(text_buffer& text, std::int32_t value, const value_form& form) {
   const double converted = form.convert(value);
   if (form.decimals == 0)
-    text.append("%ld", std::lround(converted));
+    text.append("%lld", to_nearest(converted));
   else
     text.append("%.*f", form.decimals, converted);
 }

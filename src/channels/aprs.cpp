@@ -1,5 +1,5 @@
-// CWOP and APRS: one session in the line protocol of the APRS Internet System. A login line, one weather
-// packet with position and UTC time, and an answer that names the station when it was let in.
+// CWOP and APRS: one session with a server of the APRS-IS network. A login line, one weather packet with
+// position and UTC time, and an answer that names the station when it was let in.
 
 #include "channels/aprs.h"
 
@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cmath>
 #include <cstring>
 
 #include "base/endpoints.h"
@@ -47,13 +46,13 @@ constexpr packet_piece PIECES[] = {
 void append_piece(text_buffer& text, char letter, int width, std::int32_t value,
                   double (*convert)(std::int32_t)) {
   if (known(value))
-    text.append("%c%0*ld", letter, width, std::lround(convert(value)));
+    text.append("%c%0*lld", letter, width, to_nearest(convert(value)));
   else
     text.append("%c%.*s", letter, width, ".....");
 }
 
 // The settings hold seconds of arc, the packet hundredths of a minute.
-long long to_hundredths_of_minute(std::int32_t seconds) { return std::llround(seconds * 100.0 / 60.0); }
+long long to_hundredths_of_minute(std::int32_t seconds) { return to_nearest(seconds * 100.0 / 60.0); }
 
 void append_position(text_buffer& text, const settings_record& settings) {
   text.append("z%02d%02d.%02lld%c", settings.integer(latitude_degrees), settings.integer(latitude_minutes),

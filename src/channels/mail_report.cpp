@@ -33,7 +33,7 @@ constexpr live_parameter BODY_LINES[] = {
 };
 
 // Room for the longest two paths with every character of them escaped.
-using mail_command = fixed_text<2 * 2 * 4'096 + 500>;
+using mail_command = fixed_text<2 * 2 * PATH_CAPACITY + 500>;
 using date_text = char[200];
 using mail_text = fixed_text<9'999>;
 

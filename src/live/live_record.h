@@ -7,8 +7,8 @@ namespace skypost {
 // A word or a time of day from the report; what is longer is cut.
 using live_text = char[12];
 
-// What the station reports, each value from the sensor that the settings select for it. A name that
-// ends in 10 holds tenths of the unit beside it. A number that the report does not give is
+// What the station reports, each value from the sensor that the settings select for it. Where a
+// name ends in 10 the unit beside it is counted in tenths. A number that the report does not give is
 // MISSING_VALUE (`height` and the times in seconds: 0), a compass word the empty text, every other
 // text "---".
 struct LiveRecord {

@@ -1,14 +1,12 @@
 #include "live/report_parser.h"
 
-#include <cerrno>
-#include <cmath>
-#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <limits>
 #include <string_view>
 
 #include "base/process_state.h"
+#include "live/data_server.h"
 #include "live/live_table.h"
 #include "settings/record.h"
 
@@ -36,54 +34,61 @@ const char* skip_word(const char* text) {
   return text;
 }
 
-bool fit_number(double number, std::int32_t& value) {
-  const double rounded = std::round(number);
-  if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
-        rounded <= std::numeric_limits<std::int32_t>::max()))
-    return false;
-  value = static_cast<std::int32_t>(rounded);
-  return true;
+// The exponent that `text` begins with, 0 when it begins with none.
+std::int32_t read_exponent(const char* text) {
+  constexpr std::int32_t LIMIT = 10 * REPORT_CAPACITY;  // more than any count of digits outweighs
+  if (*text != 'e' && *text != 'E') return 0;
+  ++text;
+  const bool is_negative = *text == '-';
+  if (*text == '+' || *text == '-') ++text;
+  std::int32_t exponent = 0;
+  for (; is_digit(*text); ++text)
+    if (exponent < LIMIT) exponent = exponent * 10 + (*text - '0');
+  return is_negative ? -exponent : exponent;
 }
 
-// Reads the decimal number that `text` begins with, times `factor` and rounded. strtod would also
-// take "nan", "inf" and hexadecimal digits; none of them is a reading of a sensor. The decimal point
-// is a point because the program never leaves the C locale.
-bool read_real(const char* text, double factor, std::int32_t& value) {
-  const char* digits = text;
-  if (*digits == '+' || *digits == '-') ++digits;
-  if (!is_digit(digits[0]) && !(digits[0] == '.' && is_digit(digits[1]))) return false;
-  if (digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X')) {
-    value = 0;
-    return true;
+// Stores digits * 10^power, rounded to the nearest number with halves away from zero, if that fits.
+void store_number(std::int64_t digits, std::int32_t power, bool is_negative, std::int32_t& value) {
+  constexpr std::int64_t HIGHEST = std::numeric_limits<std::int32_t>::max();
+  for (; power > 0 && digits != 0; --power) {
+    if (digits > HIGHEST) return;
+    digits *= 10;
   }
-  return fit_number(std::strtod(text, nullptr) * factor, value);
+  for (; power < -1 && digits != 0; ++power) digits /= 10;
+  if (power < 0) digits = (digits + 5) / 10;
+  if (digits > HIGHEST + (is_negative ? 1 : 0)) return;
+  value = static_cast<std::int32_t>(is_negative ? -digits : digits);
 }
 
-bool read_integer(const char* text, std::int64_t factor, std::int32_t& value) {
-  const bool has_sign = *text == '+' || *text == '-';
-  if (!is_digit(text[has_sign ? 1 : 0])) return false;
-  errno = 0;
-  const long number = std::strtol(text, nullptr, 10);
-  constexpr std::int64_t LIMIT = std::numeric_limits<std::int32_t>::max();
-  if (errno != 0 || number > LIMIT || number < -LIMIT - 1) return false;
-  return fit_number(static_cast<double>(number * factor), value);
-}
+// Stores the decimal number that `text` begins with, if there is one and it fits. By hand, since the
+// C library's readers also take "nan", "inf" and hexadecimal digits, which no sensor sends, and let
+// the locale choose the decimal point.
+void read_number(scan form, const char* text, std::int32_t& value) {
+  constexpr std::int64_t DIGITS_LIMIT = 100'000'000'000'000'000;  // with one digit more it still fits
+  const bool is_whole = form == scan::integer || form == scan::integer_tenths;
+  std::int32_t power = form == scan::tenths || form == scan::integer_tenths ? 1 : 0;
+  const bool is_negative = *text == '-';
+  if (*text == '+' || *text == '-') ++text;
 
-bool read_number(scan form, const char* text, std::int32_t& value) {
-  switch (form) {
-    case scan::tenths:
-      return read_real(text, 10.0, value);
-    case scan::rounded:
-      return read_real(text, 1.0, value);
-    case scan::integer:
-      return read_integer(text, 1, value);
-    case scan::integer_tenths:
-      return read_integer(text, 10, value);
-    case scan::word:
-    case scan::time:
-      break;
+  std::int64_t digits = 0;
+  bool has_digit = false;
+  bool is_behind_point = false;
+  for (; is_digit(*text) || (*text == '.' && !is_whole && !is_behind_point); ++text) {
+    if (*text == '.') {
+      is_behind_point = true;
+      continue;
+    }
+    has_digit = true;
+    if (digits < DIGITS_LIMIT) {
+      digits = digits * 10 + (*text - '0');
+      if (is_behind_point) --power;
+    } else if (!is_behind_point) {
+      ++power;
+    }
   }
-  return false;
+  if (!has_digit) return;
+  if (!is_whole) power += read_exponent(text);
+  store_number(digits, power, is_negative, value);
 }
 
 void copy_text(live_text& destination, std::string_view text) {
@@ -92,11 +97,9 @@ void copy_text(live_text& destination, std::string_view text) {
   destination[length] = '\0';
 }
 
-bool read_word(const char* text, live_text& destination) {
+void read_word(const char* text, live_text& destination) {
   const std::size_t length = static_cast<std::size_t>(skip_word(text) - text);
-  if (length == 0) return false;
-  copy_text(destination, {text, length});
-  return true;
+  if (length != 0) copy_text(destination, {text, length});
 }
 
 void read_time(const live_row& row, const char* text) {
@@ -114,7 +117,7 @@ void read_time(const live_row& row, const char* text) {
 const char* find_value(const char* report, const char* pattern, const text_field* sensor) {
   fixed_text<63> key;
   key.append_pattern(pattern, sensor == nullptr ? std::string_view{} : station_settings.text(*sensor));
-  const char* const place = find_key(report, key.c_str());
+  const char* const place = std::strstr(report, key.c_str());
   return place == nullptr ? nullptr : skip_blanks(skip_word(place));
 }
 
@@ -221,8 +224,6 @@ std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t co
 }
 
 }  // namespace
-
-const char* find_key(const char* report, const char* key) { return std::strstr(report, key); }
 
 void reset_live_record() {
   for (const live_row& row : LIVE_TABLE) reset_row(row);

@@ -6,9 +6,6 @@
 
 namespace skypost {
 
-// Where `key` first stands in `report`, or nullptr. The one search of the parser.
-const char* find_key(const char* report, const char* key);
-
 // Puts every field of the live record to what it holds when the report does not give it.
 void reset_live_record();
 

@@ -1,5 +1,5 @@
 // AnythingWeather. A form with the login and one record, its fields parted by commas: the local time,
-// then °F, %, inHg, mph, inches, W/m². A missing value leaves its field empty.
+// then °F, %, inHg, mph, inches, W/m². What is missing is an empty field.
 
 #include "networks/anythingweather.h"
 

@@ -1,6 +1,6 @@
 // AWEKAS and Wedaal, which take a push beside the file that they fetch. A GET request whose one value
 // is a record with a ';' behind each field: user, MD5 of the password, local date and time, then
-// °C, %, hPa, mm, km/h, W/m². A missing value leaves its field empty.
+// °C, %, hPa, mm, km/h, W/m². What is missing is an empty field.
 
 #include "networks/awekas_wedaal.h"
 

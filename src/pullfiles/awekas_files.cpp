@@ -1,5 +1,5 @@
 // The files that AWEKAS, Wedaal and Wetterpage24 fetch: one value a line, in °C, km/h, hPa and mm, local
-// time. A missing value leaves its line empty. The three begin alike; Wedaal goes on with the extremes.
+// time. What is missing is an empty line. The three begin alike; Wedaal goes on with the extremes.
 
 #include "pullfiles/awekas_files.h"
 

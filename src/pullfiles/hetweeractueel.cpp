@@ -1,5 +1,5 @@
-// The file that HetWeerActueel fetches: 94 lines, each but the first and the last an assignment of the
-// form `$name = "value";`, in °C, %, hPa, mm, km/h and W/m². Three hyphens stand for a missing value,
+// The file that HetWeerActueel fetches: 94 lines, between "BOF" and "EOF" all of them assignments
+// `$name = "value";`, in °C, %, hPa, mm, km/h and W/m². Three hyphens stand for a missing value,
 // and for the time of a missing extreme.
 
 #include "pullfiles/hetweeractueel.h"

@@ -1,5 +1,5 @@
 // The file that Meteoclimatic fetches: "*KEY=value" lines, in °C, km/h, %, hPa, mm and W/m², local time.
-// A missing current value leaves its key without a value, a missing extreme or total has no line.
+// What is missing now keeps its key; extremes and totals are there only when known.
 
 #include "pullfiles/meteoclimatic.h"
 

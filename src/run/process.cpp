@@ -27,6 +27,7 @@ void prepare_process() {
   } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
   if (descriptor > STDERR_FILENO) close(descriptor);
 
+  alarm(0);  // one that the parent had set goes on through the start of a program
   set_action(SIGALRM, SIG_DFL);
   set_action(SIGCHLD, SIG_DFL);
   // A handler, unlike SIG_IGN, ends at the start of another program.

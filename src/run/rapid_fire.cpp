@@ -10,7 +10,7 @@
 #include "networks/weather_underground.h"
 #include "networks/windfinder_windit.h"
 #include "run/report.h"
-#include "run/settings_reload.h"
+#include "run/settings_attempts.h"
 
 namespace skypost {
 namespace {

@@ -12,7 +12,7 @@ namespace {
 constexpr char SOURCE_TAG[] = "skypost";
 
 // Room for the longest path and error text with every character of them escaped.
-using alarm_command = fixed_text<2 * (4'096 + 10'000 + 200) + 100>;
+using alarm_command = fixed_text<2 * (PATH_CAPACITY + ERROR_TEXT_CAPACITY + 200) + 100>;
 
 }  // namespace
 

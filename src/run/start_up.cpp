@@ -16,7 +16,7 @@
 #include "run/rapid_fire.h"
 #include "run/report.h"
 #include "run/run_list.h"
-#include "run/settings_reload.h"
+#include "run/settings_attempts.h"
 #include "settings/load.h"
 
 namespace skypost {

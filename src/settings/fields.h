@@ -1,8 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 
-// Every field of the settings record that the program reads, once: its name, where it stands in
+// Every field of the settings record that the program knows, once: its name, where it stands in
 // the record, its type, and the network (or the part of the appliance) that it belongs to.
 namespace skypost {
 
@@ -218,12 +219,13 @@ inline constexpr const settings_field* SETTINGS_FIELDS[] = {
 // clang-format on
 
 consteval bool settings_fields_stand_apart() {
-  for (const settings_field* one : SETTINGS_FIELDS) {
-    if (one->offset + one->size > SETTINGS_SIZE) return false;
-    for (const settings_field* other : SETTINGS_FIELDS)
-      if (one != other && one->offset < other->offset + other->size &&
-          other->offset < one->offset + one->size)
-        return false;
+  for (std::size_t i = 0; i < std::size(SETTINGS_FIELDS); ++i) {
+    const settings_field& one = *SETTINGS_FIELDS[i];
+    if (one.offset + one.size > SETTINGS_SIZE) return false;
+    for (std::size_t j = 0; j < i; ++j) {
+      const settings_field& other = *SETTINGS_FIELDS[j];
+      if (one.offset < other.offset + other.size && other.offset < one.offset + one.size) return false;
+    }
   }
   return true;
 }

@@ -28,7 +28,7 @@ bool is_platform(const char* platform, const char* name) {
 void back_up_settings_file() {
   path_text path;
   append_appliance_path(path, SETTINGS_PATH);
-  fixed_text<4 * 4096 + 16> command;
+  fixed_text<2 * 2 * PATH_CAPACITY + 16> command;
   command.append_text("cp ");
   append_shell_word(command, path.view());
   command.append_text(" ");

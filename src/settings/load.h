@@ -30,8 +30,8 @@ bool is_byte_order_foreign(const settings_record& record, const char* platform);
 // is converted. Returns 1 when it was, 0 otherwise.
 std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unlisted);
 
-// Loads the appliance's settings file. Returns 0, or -1 when it cannot be used: the record then
-// holds the defaults. Writes no message; the caller reports.
+// Loads the appliance's settings file. Returns 0, or -1 and a record of defaults when there is no
+// usable file. Writes no message; the caller reports.
 std::int32_t load_settings(settings_record& record);
 
 }  // namespace skypost

@@ -14,7 +14,7 @@
 
 #include "base/paths.h"
 #include "base/process_state.h"
-#include "run/settings_reload.h"
+#include "run/settings_attempts.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
 

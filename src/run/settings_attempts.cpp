@@ -1,4 +1,4 @@
-#include "run/settings_reload.h"
+#include "run/settings_attempts.h"
 
 #include <unistd.h>
 

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "settings/record.h"
+
+namespace skypost::sim {
+
+// How a run of the program ended.
+struct run_result {
+  int status = 0;      // the exit status
+  int signal = 0;      // that ended it; 0: none
+  std::string errors;  // what it wrote to standard error
+  double seconds = 0;
+};
+
+// The arguments of one call of the alarm script.
+using alarm_call = std::vector<std::string>;
+
+// The program while it runs, on its own; it is ended when this goes.
+class running_program {
+ public:
+  running_program(const std::filesystem::path& root, const std::vector<std::string>& arguments);
+  ~running_program();
+  running_program(const running_program&) = delete;
+  running_program& operator=(const running_program&) = delete;
+
+  pid_t process() const { return process_; }
+  void send_signal(int number) const;
+  bool has_ended() const;
+  run_result wait();
+
+ private:
+  std::filesystem::path errors_;
+  pid_t process_ = 0;
+  bool is_over_ = false;
+  double start_ = 0;
+};
+
+// An appliance's files in a folder that goes with it.
+class appliance {
+ public:
+  appliance();
+  ~appliance();
+  appliance(const appliance&) = delete;
+  appliance& operator=(const appliance&) = delete;
+
+  const std::filesystem::path& root() const { return root_; }
+  // From now on the folder stays.
+  void keep_files() { keep_ = true; }
+
+  // Where one of the appliance's own paths lies; its folder is made.
+  std::filesystem::path path(const std::string& appliance_path) const;
+  void write(const std::string& appliance_path, const std::string& content) const;
+  std::string read(const std::string& appliance_path) const;  // empty when there is no such file
+
+  // What the settings file holds, once saved. At first: defaults, the sensors, the position, and for
+  // every network its account, switched on.
+  settings_record settings;
+  void save_settings() const;
+  void switch_all_networks_off();
+
+  // Puts the mail program there, with a configuration that leads to a mail server on this machine.
+  void install_mail_program(std::uint16_t mail_port) const;
+
+  // Calls of the alarm script so far, each with all of its arguments.
+  std::vector<alarm_call> alarms() const;
+  void forget_alarms() const;
+
+  // Runs the real program to its end, or starts it.
+  run_result run(const std::vector<std::string>& arguments = {}) const;
+
+ private:
+  std::filesystem::path root_;
+  bool keep_ = false;
+};
+
+// The call sign and the passcodes of the simulated station.
+inline constexpr char CWOP_ID[] = "CW4242";
+inline constexpr char APRS_CALL_SIGN[] = "N0CALL-13";
+inline constexpr int APRS_PASSCODE = 12345;
+
+}  // namespace skypost::sim

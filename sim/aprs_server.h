@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "sim/tcp_server.h"
+
+namespace skypost::sim {
+
+struct aprs_session_seen {
+  std::string login;
+  std::string packet;
+  std::string answer;
+  bool accepted;
+};
+
+// A small APRS-IS server: greets, takes one login and one packet, and answers the login.
+class aprs_server {
+ public:
+  aprs_server(std::uint16_t port, std::string call_sign, int passcode);
+
+  std::uint16_t port() const { return server_.port(); }
+  std::vector<aprs_session_seen> sessions() const;
+
+ private:
+  void talk(connection& client);
+
+  std::string call_sign_;
+  int passcode_;
+  mutable std::mutex mutex_;
+  std::vector<aprs_session_seen> sessions_;  // guarded by the mutex
+  tcp_server server_;
+};
+
+}  // namespace skypost::sim

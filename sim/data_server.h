@@ -1,0 +1,36 @@
+#pragma once
+
+#include <atomic>
+#include <string>
+
+#include "sim/tcp_server.h"
+
+namespace skypost::sim {
+
+// The appliance's data server on its fixed port: sends its report to whoever connects, and closes.
+class data_server {
+ public:
+  enum class behaviour {
+    report,
+    part,     // sends half of the report and closes
+    nothing,  // closes without a byte
+    silence,  // sends nothing, does not close
+  };
+
+  explicit data_server(std::string report);
+
+  void set_report(std::string report);
+  void set_behaviour(behaviour how) { behaviour_ = how; }
+  int clients() const { return clients_; }
+
+ private:
+  void talk(connection& client);
+
+  std::mutex mutex_;
+  std::string report_;  // guarded by the mutex
+  std::atomic<behaviour> behaviour_ = behaviour::report;
+  std::atomic<int> clients_ = 0;
+  tcp_server server_;
+};
+
+}  // namespace skypost::sim

@@ -1,0 +1,251 @@
+// The demonstration: the real program against the simulated appliance and its peers, once over every
+// network, or for a while in rapid fire.
+
+#include <httplib.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <thread>
+
+#include "base/paths.h"
+#include "sim/report.h"
+#include "sim/world.h"
+
+namespace skypost::sim {
+namespace {
+
+// The network that is made to refuse: its answer is full of what a shell would take for its own.
+constexpr char REFUSING[] = "wedaal-push";
+
+enum class way { file, http, cwop, aprs, mail };
+
+struct step_row {
+  const char* step;
+  const char* name;
+  way how;
+  const char* file = nullptr;
+};
+
+// The run list as a reader numbers it.
+constexpr step_row STEPS[] = {
+    // clang-format off
+    {"1",  "awekas-pull",          way::file, "awekas.txt"},
+    {"1a", "awekas-push",          way::http},
+    {"2",  "wedaal-pull",          way::file, "wedaal.txt"},
+    {"2a", "wedaal-push",          way::http},
+    {"3",  "meteonews",            way::http},
+    {"4",  "sauerlandwetter",      way::http},
+    {"5",  "SH-Netz",              way::http},
+    {"6",  "windfinder",           way::http},
+    {"7",  "windit",               way::http},
+    {"8",  "hetweeractueel",       way::file, "hetweeractueel.txt"},
+    {"9",  "wetterpage24",         way::file, "wetterpage24.txt"},
+    {"10", "meteoclimatic",        way::file, "meteoclimatic.txt"},
+    {"11", "wetterspiegel",        way::file, "wetterspiegel.txt"},
+    {"12", "HAMweather/weather4u", way::http},
+    {"13", "wetterarchiv",         way::http},
+    {"14", "anythingweather",      way::http},
+    {"15", "wetterring",           way::http},
+    {"16", "regiowetter",          way::http},
+    {"17", "regiowetter-bw",       way::http},
+    {"18", "weather underground",  way::http},
+    {"19", "weatherflow",          way::http},
+    {"20", "metoffice",            way::http},
+    {"21", "CWOP",                 way::cwop},
+    {"22", "APRS",                 way::aprs},
+    {"23", "weatherbug",           way::http},
+    {"24", "borgervejr",           way::mail},
+    {"25", "idokep",               way::http},
+    // clang-format on
+};
+
+// What came of a step; nothing was sent when `sent` is empty.
+struct outcome {
+  std::string how = {};
+  std::string sent = {};
+  std::string answer = {};
+  std::string verdict = "NOT SENT";
+};
+
+// What the network fetches from the web server, which has to be what both directories hold.
+outcome file_outcome(const step_row& step, const world& all, int web_port) {
+  outcome result{.how = "file"};
+  httplib::Client network("127.0.0.1", web_port);
+  const auto response = network.Get(std::string("/") + step.file);
+  if (!response || response->status != 200) return result;
+  result.sent = response->body;
+  result.answer = "fetched, " + std::to_string(result.sent.size()) + " bytes";
+  const bool same = result.sent == all.board.read(PULL_DIRECTORIES[1] + std::string(step.file));
+  result.verdict = same ? "written" : "COPIES DIFFER";
+  return result;
+}
+
+outcome http_outcome(const step_row& step, const std::vector<request_seen>& requests) {
+  outcome result{.how = "HTTP"};
+  for (const request_seen& seen : requests) {
+    if (std::strcmp(seen.network->name, step.name) != 0) continue;
+    const bool is_secured = seen.network->which == server::secured;
+    result.how = is_secured ? "HTTPS" : seen.network->method;
+    // The interesting part first: the query, or the body.
+    const std::size_t values = seen.request.find_first_of("?\n");
+    result.sent = seen.request.substr(values == std::string::npos ? 0 : values + 1) + "\n\n" + seen.request;
+    result.answer = seen.reply;
+    result.verdict = seen.reply == seen.network->good ? "accepted" : "refused";
+    if (!seen.fault.empty()) result.verdict = "FAULTY: " + seen.fault;
+  }
+  return result;
+}
+
+outcome aprs_outcome(const aprs_server& server) {
+  outcome result{.how = "TCP"};
+  for (const aprs_session_seen& seen : server.sessions())
+    result = {"TCP", seen.packet + "\n\n" + seen.login, seen.answer, seen.accepted ? "accepted" : "REFUSED"};
+  return result;
+}
+
+outcome mail_outcome(const smtp_sink& server) {
+  outcome result{.how = "mail"};
+  for (const mail_seen& seen : server.mails())
+    result = {"mail", seen.text.substr(seen.text.find("\n\n") + 2) + "\n\n" + seen.text,
+              "taken for " + seen.recipient, "delivered"};
+  return result;
+}
+
+outcome outcome_of(const step_row& step, const world& all, int web_port) {
+  switch (step.how) {
+    case way::file:
+      return file_outcome(step, all, web_port);
+    case way::http:
+      return http_outcome(step, all.peers.requests());
+    case way::cwop:
+      return aprs_outcome(*all.cwop);
+    case way::aprs:
+      return aprs_outcome(*all.aprs);
+    case way::mail:
+      return mail_outcome(all.mail);
+  }
+  return {};
+}
+
+// One line of at most `width` characters; what is no printable ASCII becomes a blank or a "?".
+std::string in_one_line(std::string text, std::size_t width) {
+  for (char& character : text) {
+    if (character >= 0 && character < ' ') character = ' ';
+    if (character < 0) character = '?';
+  }
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  if (text.size() > width) text = text.substr(0, width - 3) + "...";
+  return text;
+}
+
+void print_row(const char* step, const std::string& name, const outcome& came) {
+  std::printf("%-4s %-20s %-5s  %-52s  %-28s  %s\n", step, name.c_str(), came.how.c_str(),
+              in_one_line(came.sent, 52).c_str(), in_one_line(came.answer, 28).c_str(), came.verdict.c_str());
+}
+
+bool print_steps(const world& all, int web_port) {
+  bool is_good = true;
+  print_row("step", "network", {"how", "what was sent (its start)", "answer", "verdict"});
+  for (const step_row& step : STEPS) {
+    const outcome came = outcome_of(step, all, web_port);
+    print_row(step.step, step.name, came);
+    all.board.write(
+        std::string("/texts/") + step.step + ".txt",
+        "Sent\n\n" + came.sent + "\n\nAnswer\n\n" + came.answer + "\n\nVerdict: " + came.verdict + '\n');
+    const bool refuses = std::strcmp(step.name, REFUSING) == 0;
+    if (came.verdict != "written" && came.verdict != "delivered" &&
+        came.verdict != (refuses ? "refused" : "accepted"))
+      is_good = false;
+  }
+  return is_good;
+}
+
+bool print_alarms(const std::vector<alarm_call>& alarms) {
+  std::printf("\nCalls of the alarm script: %zu\n", alarms.size());
+  for (const alarm_call& call : alarms) {
+    std::printf("  %zu arguments\n", call.size());
+    for (const std::string& argument : call) std::printf("    <%s>\n", argument.c_str());
+  }
+  return alarms.size() == 1 && alarms[0].size() == 3;
+}
+
+int show_one_run() {
+  world all;
+  all.board.keep_files();
+  all.peers.set_answer(REFUSING, answer::bad);
+  httplib::Server web;
+  web.set_mount_point("/", all.board.path(PULL_DIRECTORIES[0]).string());
+  const int web_port = web.bind_to_any_port("127.0.0.1");
+  std::thread serving([&web] { web.listen_after_bind(); });
+
+  std::puts("One run of the real program over every network; CWOP and APRS alone take 14 seconds ...\n");
+  std::fflush(stdout);
+  const run_result run = all.board.run();
+  const bool steps_are_good = print_steps(all, web_port);
+  const bool alarms_are_good = print_alarms(all.board.alarms());
+  web.stop();
+  serving.join();
+
+  std::printf("\nThe program ended with status %d after %.1f seconds.\n", run.status, run.seconds);
+  if (!run.errors.empty()) std::printf("On standard error: %s\n", run.errors.c_str());
+  std::printf("Full texts: %s/texts/STEP.txt (the appliance's own files are beside it)\n",
+              all.board.root().c_str());
+  const bool is_good = steps_are_good && alarms_are_good && run.status == 0 && run.signal == 0;
+  std::puts(is_good ? "Everything came out as it should: one refusal, one alarm."
+                    : "NOT everything came out as it should.");
+  return is_good ? 0 : 1;
+}
+
+int show_rapid_fire() {
+  using namespace std::chrono;
+  constexpr auto LENGTH = seconds(16);  // WindIt is due after 15
+  constexpr int INTERVAL = 3;
+  world all;
+  for (const integer_field* enabled : {&wunderground_rapid_enabled, &weatherflow_rapid_enabled})
+    all.board.settings.set_integer(*enabled, 1);
+  for (const integer_field* interval : {&wunderground_rapid_interval, &weatherflow_rapid_interval})
+    all.board.settings.set_integer(*interval, INTERVAL);
+  all.board.save_settings();
+
+  std::printf(
+      "A quarter of a minute of rapid fire: Weather Underground and WeatherFlow every %d seconds,\n"
+      "WindIt every 10.\n\n%-9s %-20s %-52s  %s\n",
+      INTERVAL, "seconds", "network", "request", "answer");
+  running_program program(all.board.root(), {"-r"});
+  const auto start = steady_clock::now();
+  std::size_t shown = 0;
+  while (steady_clock::now() - start < LENGTH && !program.has_ended()) {
+    std::this_thread::sleep_for(milliseconds(50));
+    const auto requests = all.peers.requests();
+    for (; shown < requests.size(); ++shown)
+      std::printf("%7.1f   %-20s %-52s  %s\n", duration<double>(steady_clock::now() - start).count(),
+                  requests[shown].network->name, in_one_line(requests[shown].request, 52).c_str(),
+                  in_one_line(requests[shown].reply, 20).c_str());
+    std::fflush(stdout);
+  }
+  const bool lasted = !program.has_ended();
+  program.send_signal(SIGTERM);
+  const run_result run = program.wait();
+  std::printf("\n%zu uploads from %d reports; ended by signal %d (SIGTERM). Calls of the alarm script: %zu\n",
+              shown, all.data->clients(), run.signal, all.board.alarms().size());
+  return lasted && shown > 0 && all.board.alarms().empty() ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace skypost::sim
+
+int main(int count, char** arguments) {
+  try {
+    if (count == 1) return skypost::sim::show_one_run();
+    if (count == 2 && std::strcmp(arguments[1], "--rapid") == 0) return skypost::sim::show_rapid_fire();
+    std::fputs("usage: demo [--rapid]\n", stderr);
+    return 2;
+  } catch (const std::exception& fault) {
+    std::fprintf(stderr, "demo: %s\n", fault.what());
+    return 1;
+  }
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <ctime>
+#include <string>
+
+namespace skypost::sim {
+
+// What a station with twenty-odd sensors reports at `now` on a spring day: about 3,000 keys, every
+// period, every class of sensor, the day's curves up to `now`, local time.
+std::string lifelike_report(std::time_t now);
+
+}  // namespace skypost::sim

@@ -1,0 +1,104 @@
+#include "sim/tcp_server.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+#include <system_error>
+
+namespace skypost::sim {
+namespace {
+
+int listen_on(std::uint16_t& port, const std::string& purpose) {
+  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (listener < 0) throw std::system_error(errno, std::generic_category(), "socket");
+  const int on = 1;
+  setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  auto* const plain = reinterpret_cast<sockaddr*>(&address);
+  if (bind(listener, plain, length) != 0 || listen(listener, 8) != 0) {
+    const std::string reason = std::strerror(errno);
+    close(listener);
+    throw std::runtime_error("port " + std::to_string(port) + " of 127.0.0.1 is needed for the simulated " +
+                             purpose + ": " + reason +
+                             ". Does a demonstration, a test or a real one still run?");
+  }
+  getsockname(listener, plain, &length);
+  port = ntohs(address.sin_port);
+  return listener;
+}
+
+}  // namespace
+
+void connection::write(std::string_view text) const {
+  while (!text.empty()) {
+    const ssize_t count = send(descriptor_, text.data(), text.size(), MSG_NOSIGNAL);
+    if (count <= 0) return;
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+std::optional<std::string> connection::read_line() {
+  std::size_t end = 0;
+  while ((end = pending_.find('\n')) == std::string::npos) {
+    char bytes[4096];
+    const ssize_t count = recv(descriptor_, bytes, sizeof bytes, 0);
+    if (count <= 0) return std::nullopt;
+    pending_.append(bytes, static_cast<std::size_t>(count));
+  }
+  std::string line = pending_.substr(0, end);
+  pending_.erase(0, end + 1);
+  if (line.ends_with('\r')) line.pop_back();
+  return line;
+}
+
+void connection::wait_until_closed() {
+  while (read_line()) {
+  }
+}
+
+tcp_server::tcp_server(std::uint16_t port, const std::string& purpose, conversation talk)
+    : talk_(std::move(talk)),
+      listener_(listen_on(port, purpose)),
+      port_(port),
+      thread_([this] { serve(); }) {}
+
+tcp_server::~tcp_server() {
+  {
+    const std::lock_guard lock(mutex_);
+    stopping_ = true;
+    shutdown(listener_, SHUT_RDWR);
+    if (client_ >= 0) shutdown(client_, SHUT_RDWR);
+  }
+  thread_.join();
+  close(listener_);
+}
+
+void tcp_server::serve() {
+  for (;;) {
+    const int client = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+    {
+      const std::lock_guard lock(mutex_);
+      if (stopping_ || client < 0) {
+        if (client >= 0) close(client);
+        return;
+      }
+      client_ = client;
+    }
+    connection talking(client);
+    talk_(talking);
+    const std::lock_guard lock(mutex_);
+    close(client);
+    client_ = -1;
+  }
+}
+
+}  // namespace skypost::sim

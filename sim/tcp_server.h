@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+
+namespace skypost::sim {
+
+// One client's connection to a simulated server.
+class connection {
+ public:
+  explicit connection(int descriptor) : descriptor_(descriptor) {}
+
+  void write(std::string_view text) const;
+  // The next line without its line end; nothing when the client has closed.
+  std::optional<std::string> read_line();
+  void wait_until_closed();
+
+ private:
+  int descriptor_;
+  std::string pending_;
+};
+
+// A server on 127.0.0.1 that talks to one client after the other, in a thread of its own, until it is
+// destroyed. The member of this type stands last in its owner, so that the thread ends first.
+class tcp_server {
+ public:
+  using conversation = std::function<void(connection&)>;
+
+  // `port` 0 takes any free one. A port that is taken ends in an exception that says so to a person.
+  tcp_server(std::uint16_t port, const std::string& purpose, conversation talk);
+  ~tcp_server();
+  tcp_server(const tcp_server&) = delete;
+  tcp_server& operator=(const tcp_server&) = delete;
+
+  std::uint16_t port() const { return port_; }
+
+ private:
+  void serve();
+
+  conversation talk_;
+  int listener_;
+  std::uint16_t port_;
+  std::mutex mutex_;
+  int client_ = -1;  // guarded by the mutex
+  bool stopping_ = false;
+  std::thread thread_;
+};
+
+}  // namespace skypost::sim

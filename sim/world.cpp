@@ -1,0 +1,32 @@
+#include "sim/world.h"
+
+#include <ctime>
+
+#include "base/paths.h"
+#include "sim/report.h"
+
+namespace skypost::sim {
+namespace {
+
+constexpr std::uint16_t CWOP_PORT = 14580;
+constexpr int CWOP_PASSCODE = -1;
+
+}  // namespace
+
+world::world() : data(lifelike_report(std::time(nullptr))), peers(board.root() / "certificate.pem") {
+  cwop.emplace(CWOP_PORT, CWOP_ID, CWOP_PASSCODE);
+  aprs.emplace(std::uint16_t{0}, APRS_CALL_SIGN, APRS_PASSCODE);
+  board.settings.set_integer(aprs_port, aprs->port());
+  board.save_settings();
+  board.install_mail_program(mail.port());
+  write_endpoints();
+}
+
+void world::write_endpoints(bool on_nslu2) const {
+  board.write(ENDPOINTS_PATH, peers.endpoints(on_nslu2) +
+                                  "cwop_first = 127.0.0.1\ncwop_second = 127.0.0.1\n"
+                                  "borgervejr_recipient = " +
+                                  MAIL_RECIPIENT + '\n');
+}
+
+}  // namespace skypost::sim

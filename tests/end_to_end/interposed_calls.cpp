@@ -1,0 +1,146 @@
+// Preloaded into the real program by tests. It makes calls of the C library fail, and takes out pauses.
+//
+//   SKYPOST_TEST_FAIL=NAME:N     the N-th call of NAME, counted from 1, fails with EIO
+//   SKYPOST_TEST_FAIL=NAME:N-M   so do those behind it up to the M-th
+//   SKYPOST_TEST_HASTE=N         a pause takes an N-th of its time
+//
+// At its end the program dies by SIGABRT when a descriptor or a child is left that was not there at its
+// start. Exit status 99 says that the N-th call never came.
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <netdb.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <string_view>
+
+namespace {
+
+constexpr int NOTHING_FAILED = 99;
+
+bool has_failed = false;
+
+// The shell and what it starts are left in peace.
+bool is_the_program() { return std::string_view(program_invocation_short_name) == "skypost"; }
+
+// True when this call of `name` is one of those that are to fail.
+bool is_to_fail(std::string_view name) {
+  static int calls_seen = 0;
+  const char* const wanted = is_the_program() ? std::getenv("SKYPOST_TEST_FAIL") : nullptr;
+  if (wanted == nullptr || !std::string_view(wanted).starts_with(name) || wanted[name.size()] != ':')
+    return false;
+  char* end = nullptr;
+  const long first = std::strtol(wanted + name.size() + 1, &end, 10);
+  const long last = *end == '-' ? std::atol(end + 1) : first;
+  ++calls_seen;
+  if (calls_seen < first || calls_seen > last) return false;
+  has_failed = true;
+  errno = EIO;
+  return true;
+}
+
+unsigned haste() {
+  const char* const wanted = is_the_program() ? std::getenv("SKYPOST_TEST_HASTE") : nullptr;
+  return wanted == nullptr ? 1 : static_cast<unsigned>(std::atoi(wanted));
+}
+
+template <typename function>
+function* real(const char* name) {
+  return reinterpret_cast<function*>(dlsym(RTLD_NEXT, name));
+}
+
+int open_descriptors() {
+  DIR* const folder = opendir("/proc/self/fd");
+  if (folder == nullptr) return 0;
+  int count = 0;
+  while (readdir(folder) != nullptr) ++count;
+  closedir(folder);
+  return count;
+}
+
+struct watch {
+  int descriptors_at_start = is_the_program() ? open_descriptors() : 0;
+
+  ~watch() {
+    if (!is_the_program()) return;
+    const bool has_child = waitpid(-1, nullptr, WNOHANG) >= 0;
+    if (has_child || open_descriptors() > descriptors_at_start) std::abort();
+    if (std::getenv("SKYPOST_TEST_FAIL") != nullptr && !has_failed) _exit(NOTHING_FAILED);
+  }
+} end_of_program;
+
+}  // namespace
+
+// The parameters stand in parentheses, as they are declared and as they are passed on.
+#define INTERPOSE(result, name, failed, parameters, arguments) \
+  extern "C" result name parameters {                          \
+    if (is_to_fail(#name)) return failed;                      \
+    return real<result parameters>(#name) arguments;           \
+  }
+
+// A call that releases something does so when it fails, too: the kernel's close is like that.
+#define INTERPOSE_RELEASE(name, type)                  \
+  extern "C" int name(type handle) {                   \
+    const int result = real<int(type)>(#name)(handle); \
+    return is_to_fail(#name) ? -1 : result;            \
+  }
+
+// clang-format off
+INTERPOSE(std::FILE*,  fopen64,       nullptr, (const char* path, const char* mode), (path, mode))
+INTERPOSE(std::size_t, fread,         0,       (void* place, std::size_t size, std::size_t count, std::FILE* file), (place, size, count, file))
+INTERPOSE(char*,       fgets,         nullptr, (char* place, int size, std::FILE* file), (place, size, file))
+INTERPOSE(int,         getc,          EOF,     (std::FILE* file), (file))
+INTERPOSE(std::size_t, fwrite,        0,       (const void* data, std::size_t size, std::size_t count, std::FILE* file), (data, size, count, file))
+INTERPOSE(int,         fputs,         EOF,     (const char* text, std::FILE* file), (text, file))
+INTERPOSE(int,         setvbuf,       -1,      (std::FILE* file, char* buffer, int mode, std::size_t size), (file, buffer, mode, size))
+INTERPOSE(int,         fstat64,       -1,      (int file, struct stat64* status), (file, status))
+INTERPOSE(ssize_t,     read,          -1,      (int file, void* place, std::size_t size), (file, place, size))
+INTERPOSE(int,         socket,        -1,      (int domain, int type, int protocol), (domain, type, protocol))
+INTERPOSE(int,         setsockopt,    -1,      (int file, int level, int option, const void* value, socklen_t size), (file, level, option, value, size))
+INTERPOSE(int,         connect,       -1,      (int file, const sockaddr* address, socklen_t size), (file, address, size))
+INTERPOSE(ssize_t,     recv,          -1,      (int file, void* place, std::size_t size, int how), (file, place, size, how))
+INTERPOSE(ssize_t,     send,          -1,      (int file, const void* data, std::size_t size, int how), (file, data, size, how))
+INTERPOSE(hostent*,    gethostbyname, nullptr, (const char* name), (name))
+INTERPOSE(std::FILE*,  popen,         nullptr, (const char* command, const char* mode), (command, mode))
+INTERPOSE(int,         system,        -1,      (const char* command), (command))
+INTERPOSE(std::time_t, time,          -1,      (std::time_t* place), (place))
+INTERPOSE(std::tm*,    localtime_r,   nullptr, (const std::time_t* time, std::tm* place), (time, place))
+INTERPOSE(std::tm*,    gmtime_r,      nullptr, (const std::time_t* time, std::tm* place), (time, place))
+INTERPOSE(std::time_t, mktime,        -1,      (std::tm* time), (time))
+INTERPOSE(int,         setenv,        -1,      (const char* name, const char* value, int replace), (name, value, replace))
+INTERPOSE(int,         sigaction,     -1,      (int number, const struct sigaction* wanted, struct sigaction* old), (number, wanted, old))
+INTERPOSE(int,         sigprocmask,   -1,      (int how, const sigset_t* wanted, sigset_t* old), (how, wanted, old))
+INTERPOSE_RELEASE(close, int)
+INTERPOSE_RELEASE(fclose, std::FILE*)
+INTERPOSE_RELEASE(pclose, std::FILE*)
+// clang-format on
+
+extern "C" int open64(const char* path, int how, ...) {
+  std::va_list arguments;
+  va_start(arguments, how);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  if (is_to_fail("open64")) return -1;
+  return real<int(const char*, int, ...)>("open64")(path, how, mode);
+}
+
+extern "C" unsigned sleep(unsigned seconds) {
+  const unsigned factor = haste();
+  if (factor == 1) return real<unsigned(unsigned)>("sleep")(seconds);
+  real<int(useconds_t)>("usleep")(seconds * 1'000'000U / factor);
+  return 0;
+}
+
+extern "C" int usleep(useconds_t microseconds) {
+  return real<int(useconds_t)>("usleep")(microseconds / haste());
+}

@@ -1,0 +1,49 @@
+#include <filesystem>
+
+#include "base/paths.h"
+#include "end_to_end/program.h"
+
+namespace skypost::testing {
+namespace {
+
+TEST_F(program, refuses_a_bad_command_line) {
+  constexpr char NUMBER[] = "Error: Bad number of arguments\n";
+  const auto bad = [](const std::string& argument) {
+    return "Error: Bad argument (" + argument + "). Use \"-r\" for rapid fire mode, \"-d\" for debug\n";
+  };
+  const struct {
+    std::vector<std::string> arguments;
+    std::string text;
+  } cases[] = {
+      {{"-r", "-d"}, NUMBER}, {{"-d", "-d"}, NUMBER}, {{"-x"}, bad("-x")},
+      {{""}, bad("")},        {{"-rd"}, bad("-rd")},  {{"100% %s"}, bad("100% %s")},
+  };
+  for (const auto& one : cases) {
+    const sim::run_result run = all.board.run(one.arguments);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, one.text);
+  }
+  EXPECT_EQ(all.data->clients(), 0);
+}
+
+TEST_F(program, gives_up_after_three_attempts_at_the_settings) {
+  std::filesystem::remove(all.board.path(SETTINGS_PATH));
+  const sim::run_result run = all.board.run();
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NEAR(run.seconds, 3, 0.9);
+  const std::vector<sim::alarm_call> expected = {{"skypost", "Can't read nimbulog settings file", ""}};
+  EXPECT_EQ(all.board.alarms(), expected);
+  EXPECT_EQ(all.data->clients(), 0);
+}
+
+TEST_F(program, names_a_bad_line_of_the_endpoint_file_and_uses_the_others) {
+  enable_only({&windit_enabled});
+  const std::string lines = all.board.read(ENDPOINTS_PATH);
+  all.board.write(ENDPOINTS_PATH, "windfinder = http://x\";id\n" + lines);
+  const sim::run_result run = run_well();
+  EXPECT_NE(run.errors.find(" line 1: "), std::string::npos) << run.errors;
+  EXPECT_EQ(requests("windit"), 1);
+}
+
+}  // namespace
+}  // namespace skypost::testing
