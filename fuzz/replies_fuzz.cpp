@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   reply.append_text(input);
   reply.set_length(std::string_view(reply.c_str()).size());
   error_text.clear();
-  const int result = network.reply.judge(reply, network.reply);
+  const int result = judge_upload(reply, input.size(), network.reply);
   fuzz::require(result == 0 || (result == -1 && !error_text.empty()), "a failure has a text");
   fuzz::require(error_text.view().find_first_of("\r\n") == std::string_view::npos, "the text is one line");
   return 0;

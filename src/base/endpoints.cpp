@@ -175,6 +175,7 @@ void read_endpoints(std::FILE* file) {
   for (int number = 1; next_line(file, line); ++number)
     if (const char* const fault = line.was_cut() ? "too long" : read_line(line.view()))
       std::fprintf(stderr, "Error: %s line %d: %s\n", ENDPOINTS_PATH, number, fault);
+  if (std::ferror(file) != 0) std::fprintf(stderr, "Error: %s: %s\n", ENDPOINTS_PATH, std::strerror(errno));
 }
 
 void load_endpoints() {

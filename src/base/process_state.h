@@ -16,9 +16,9 @@ struct run_flags {
 };
 extern run_flags flags;
 
-// Why the last network failed. Written by the network that fails, read by outcome reporting,
-// emptied by each rapid-fire pass.
 inline constexpr std::size_t ERROR_TEXT_CAPACITY = 10'000;
+
+// Why the last failing network failed, for outcome reporting to read. Each rapid-fire pass empties it.
 extern text_buffer error_text;
 
 // The hardware address of eth0, as 00:1A:2B:3C:4D:5E; empty when unknown. Written once at start-up.

@@ -28,21 +28,19 @@ void append_content(text_buffer& record, const field_content& content, const rec
     append_value(record, from.live.*content.number, *content.form);
 }
 
-void append_local_date(text_buffer& record, const record_source& from) {
-  append_local_date(record, from.now);
-}
+void write_local_date(text_buffer& record, const record_source& from) { append_local_date(record, from.now); }
 
-void append_local_clock(text_buffer& record, const record_source& from) {
+void write_local_clock(text_buffer& record, const record_source& from) {
   append_local_clock(record, from.now);
 }
 
 void append_unchanged(text_buffer& record, std::string_view text) { record.append_text(text); }
 
-void append_fields(text_buffer& record, std::span<const numbered_field> table, char separator,
+void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
                    const record_source& from) {
   for (const numbered_field& row : table) {
     for (int number = row.first; number <= row.last; ++number) {
-      if (number > 1) record.append_character(separator);
+      if (number > 1) record.append_text(separator);
       append_content(record, row.content, from);
     }
   }

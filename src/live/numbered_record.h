@@ -26,7 +26,7 @@ using field_composer = void (*)(text_buffer& record, const record_source& from);
 
 // What stands in one field. Made by the functions below.
 struct field_content {
-  const char* missing;  // in place of a missing value or an empty text
+  const char* missing;  // in place of a missing value or an empty text; all there is when there is no value
   std::int32_t LiveRecord::*number = nullptr;
   const value_form* form = nullptr;
   live_text LiveRecord::*text = nullptr;
@@ -42,6 +42,8 @@ constexpr field_content number_or(const char* missing, std::int32_t LiveRecord::
 constexpr field_content text_or(const char* missing, live_text LiveRecord::*text) {
   return {.missing = missing, .text = text};
 }
+// A text as it is, also when it is empty or hyphens.
+constexpr field_content unchanged(live_text LiveRecord::*text) { return text_or("", text); }
 // The time of an extreme, missing also when its value is.
 constexpr field_content time_or(const char* missing, live_text LiveRecord::*time,
                                 std::int32_t LiveRecord::*extreme) {
@@ -53,8 +55,8 @@ constexpr field_content made_by(field_composer compose) { return {.missing = nul
 void append_content(text_buffer& record, const field_content& content, const record_source& from);
 
 // Local time, two contents that many records have.
-void append_local_date(text_buffer& record, const record_source& from);   // DD.MM.YYYY
-void append_local_clock(text_buffer& record, const record_source& from);  // HH:MM
+void write_local_date(text_buffer& record, const record_source& from);   // DD.MM.YYYY
+void write_local_clock(text_buffer& record, const record_source& from);  // HH:MM
 
 // The way of writing a text into a record that is no part of a URL.
 void append_unchanged(text_buffer& record, std::string_view text);
@@ -72,7 +74,7 @@ constexpr numbered_field fields(int first, int last, const field_content& conten
 }
 
 // Appends all fields, with `separator` between them.
-void append_fields(text_buffer& record, std::span<const numbered_field> table, char separator,
+void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
                    const record_source& from);
 
 // True when the table holds the fields 1 to `count`, each once and in order.

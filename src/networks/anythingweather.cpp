@@ -1,5 +1,5 @@
-// AnythingWeather. A form with the login and one record, its fields parted by commas: the local time,
-// then °F, %, inHg, mph, inches, W/m². What is missing is an empty field.
+// AnythingWeather. A POST request with name, password and a comma-separated record: local time, °F, %, inHg,
+// mph, inches, W/m². What is missing is an empty field.
 
 #include "networks/anythingweather.h"
 
@@ -37,11 +37,8 @@ void append_form(text_buffer& command, const settings_record& settings, const Li
   append_parameter(command, "&password=", settings.text(anythingweather_password));
   command.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", now.local.tm_year + 1900,
                  now.local.tm_mon + 1, now.local.tm_mday, now.local.tm_hour, now.local.tm_min);
-  for (const numbered_field& row : FIELDS) {
-    append_content(command, row.content, {settings, live, now, append_url_value});
-    command.append_text("%2C");
-  }
-  command.append_text("%0D");
+  append_fields(command, FIELDS, "%2C", {settings, live, now, append_url_value});
+  command.append_text("%2C%0D");
 }
 
 void compose_anythingweather(text_buffer& command, const settings_record& settings, const LiveRecord& live,
@@ -53,14 +50,21 @@ void compose_anythingweather(text_buffer& command, const settings_record& settin
                  endpoint_value(endpoint::anythingweather));
 }
 
+// The debug output of every upload that the first line does not confirm ends in this, good or bad.
+constexpr char CLOSING_LINE[] = "Reply: OK\n";
+
+int fail_with_closing_line(const upload_spec& spec) {
+  debug_print(CLOSING_LINE);
+  return fail_without_response(spec);
+}
+
 // What counts is wget's own status line. The texts follow the reply's first line, yet the status may
 // stand behind lines on the connection: any line with it makes a good upload.
 int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
-  if (!reply.empty()) print_reply(reply.view());
+  print_reply(reply.view());
   const std::string_view first_line = head_of(reply.view(), reply.view().find('\n'));
   if (first_line.find(spec.success_word) != std::string_view::npos) return 0;
-  debug_print("Reply: OK\n");
-  if (reply.empty()) return fail_without_response(spec);
+  debug_print(CLOSING_LINE);
   fail_with_reply(spec, first_line);
   return reply.view().find(spec.success_word) != std::string_view::npos ? 0 : -1;
 }
@@ -73,7 +77,8 @@ constinit const http_network ANYTHINGWEATHER = {
      .success_word = "200 OK",
      .failure_format = "upload to www.anythingweather.com failed: %s",
      .no_response_text = "no response from anythingweather",
-     .judge = judge_anythingweather}};
+     .judge = judge_anythingweather,
+     .judge_empty = fail_with_closing_line}};
 
 int upload_anythingweather() { return upload_to(ANYTHINGWEATHER); }
 

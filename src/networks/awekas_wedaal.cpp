@@ -4,9 +4,8 @@
 
 #include "networks/awekas_wedaal.h"
 
-#include "live/numbered_record.h"
 #include "networks/password_digest.h"
-#include "transport/command.h"
+#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -15,8 +14,8 @@ constexpr numbered_field AWEKAS_FIELDS[] = {
     // clang-format off
     field ( 1,     setting(awekas_user)),
     field ( 2,     made_by(append_digest<awekas_password>)),
-    field ( 3,     made_by(append_local_date)),
-    field ( 4,     made_by(append_local_clock)),
+    field ( 3,     made_by(write_local_date)),
+    field ( 4,     made_by(write_local_clock)),
     field ( 5,     number_or("", &LiveRecord::temp10,           TENTHS)),
     field ( 6,     number_or("", &LiveRecord::hum,              WHOLE)),
     field ( 7,     number_or("", &LiveRecord::sealevel10,       TENTHS)),
@@ -46,8 +45,8 @@ constexpr numbered_field WEDAAL_FIELDS[] = {
     field ( 6,     number_or("", &LiveRecord::todayraintotal10, TENTHS)),
     field ( 7,     number_or("", &LiveRecord::wind10,           KMH)),
     field ( 8,     number_or("", &LiveRecord::winddir,          WHOLE)),
-    field ( 9,     made_by(append_local_clock)),
-    field (10,     made_by(append_local_date)),
+    field ( 9,     made_by(write_local_clock)),
+    field (10,     made_by(write_local_date)),
     field (11,     always("0.0")),
     field (12,     number_or("", &LiveRecord::todaymaxgust10,   KMH)),
     field (13,     time_or  ("", &LiveRecord::todaymaxgusttimestr, &LiveRecord::todaymaxgust10)),
@@ -66,25 +65,16 @@ constexpr numbered_field WEDAAL_FIELDS[] = {
 };
 static_assert(numbers_each_once(WEDAAL_FIELDS, 24));
 
-void append_request(text_buffer& command, endpoint server, const char* path,
-                    std::span<const numbered_field> table, const record_source& from) {
-  begin_get(command, server, path);
-  command.append_text("val=");
-  append_fields(command, table, ';', from);
-  command.append_character(';');
-  end_get(command);
-}
-
 void compose_awekas(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                     const moment& now) {
-  append_request(command, endpoint::awekas, "/extern/eingabe_pruefung.php", AWEKAS_FIELDS,
-                 {settings, live, now, append_url_value});
+  append_record_request(command, endpoint::awekas, "/extern/eingabe_pruefung.php", "val=", AWEKAS_FIELDS,
+                        settings, live, now);
 }
 
 void compose_wedaal(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                     const moment& now) {
-  append_request(command, endpoint::wedaal, "/get_wetter.php", WEDAAL_FIELDS,
-                 {settings, live, now, append_url_value});
+  append_record_request(command, endpoint::wedaal, "/get_wetter.php", "val=", WEDAAL_FIELDS, settings, live,
+                        now);
 }
 
 }  // namespace

@@ -86,7 +86,6 @@ void compose_for_this_board(text_buffer& command, const settings_record& setting
 
 // The last line of wget's output is empty after a good upload, and names the fault after a bad one.
 int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
-  if (reply.empty()) return fail_without_response(spec);
   print_reply(reply.view());
   reply.replace_all('\n', '\0');
   for (const char* const word : {"failed", "ERROR", "Invalid"})

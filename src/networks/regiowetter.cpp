@@ -5,8 +5,7 @@
 
 #include "networks/regiowetter.h"
 
-#include "live/numbered_record.h"
-#include "transport/command.h"
+#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -40,7 +39,7 @@ constexpr numbered_field BW_FIELDS[] = {
     field (19,     number_or("na", &LiveRecord::uv10,               TENTHS)),
     field (20,     always("na")),
     field (21,     made_by(append_bw_date)),
-    field (22,     made_by(append_local_clock)),
+    field (22,     made_by(write_local_clock)),
     field (23,     setting(regiowetter_bw_account)),
     // clang-format on
 };
@@ -68,18 +67,15 @@ static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
 void compose_regiowetter_bw(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                             const moment& now) {
-  begin_get(command, endpoint::regiowetter_bw, "/data/nimbulog/get_nimbulog.php");
-  command.append_text("Data=");
-  append_fields(command, BW_FIELDS, ';', {settings, live, now, append_url_value});
-  command.append_character(';');
-  end_get(command);
+  append_record_request(command, endpoint::regiowetter_bw, "/data/nimbulog/get_nimbulog.php",
+                        "Data=", BW_FIELDS, settings, live, now);
 }
 
 void compose_regiowetter(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                          const moment& now) {
   begin_get(command, endpoint::regiowetter, "/admin/jobs/nimbulog.asp");
   command.append_text("val=");
-  append_fields(command, FIELDS, ';', {settings, live, now, append_url_value});
+  append_fields(command, FIELDS, ";", {settings, live, now, append_url_value});
   end_get(command);
 }
 

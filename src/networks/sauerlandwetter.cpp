@@ -4,9 +4,8 @@
 
 #include "networks/sauerlandwetter.h"
 
-#include "live/numbered_record.h"
 #include "networks/password_digest.h"
-#include "transport/command.h"
+#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -19,8 +18,8 @@ constexpr numbered_field FIELDS[] = {
     field ( 3,     setting(sauerlandwetter_id)),
     field ( 4,     made_by(append_digest<sauerlandwetter_password>)),
     field ( 5,     always("v1.0")),
-    field ( 6,     made_by(append_local_date)),
-    field ( 7,     made_by(append_local_clock)),
+    field ( 6,     made_by(write_local_date)),
+    field ( 7,     made_by(write_local_clock)),
     field ( 8,     number_or("--", &LiveRecord::temp10,             TENTHS)),
     field ( 9,     number_or("--", &LiveRecord::todaymintemp10,     TENTHS)),
     field (10,     number_or("--", &LiveRecord::todaymaxtemp10,     TENTHS)),
@@ -57,16 +56,12 @@ static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
 void compose_sauerlandwetter(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                              const moment& now) {
-  begin_get(command, endpoint::sauerlandwetter, "/wpas2/post.php");
-  command.append_text("val=");
-  append_fields(command, FIELDS, ';', {settings, live, now, append_url_value});
-  command.append_character(';');
-  end_get(command);
+  append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, settings, live,
+                        now);
 }
 
 // A server that accepts a record may answer nothing at all.
-int judge_sauerlandwetter(text_buffer& reply, const upload_spec& spec) {
-  if (!reply.empty()) return judge_reply(reply, spec);
+int accept_empty_reply(const upload_spec&) {
   print_reply("OK");
   return 0;
 }
@@ -77,8 +72,9 @@ constinit const http_network SAUERLANDWETTER = {compose_sauerlandwetter,
                                                 {.debug_header = "\nSAUERLANDWETTER\n%s\n",
                                                  .success_word = "erfolgreich",
                                                  .failure_format = "upload to sauerlandwetter failed: %s",
-                                                 .no_response_text = nullptr,
-                                                 .judge = judge_sauerlandwetter}};
+                                                 .no_response_text = "",
+                                                 .judge = judge_reply,
+                                                 .judge_empty = accept_empty_reply}};
 
 int upload_sauerlandwetter() { return upload_to(SAUERLANDWETTER); }
 

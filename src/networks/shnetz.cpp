@@ -4,9 +4,8 @@
 
 #include "networks/shnetz.h"
 
-#include "live/numbered_record.h"
 #include "networks/password_digest.h"
-#include "transport/command.h"
+#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -42,31 +41,31 @@ constexpr numbered_field FIELDS[] = {
     field ( 4,     number_or(MISSING, &LiveRecord::temp10,             TENTHS)),
     field ( 5,     number_or(MISSING, &LiveRecord::todaytemp10,        TENTHS)),
     field ( 6,     number_or(MISSING, &LiveRecord::todaymintemp10,     TENTHS)),
-    field ( 7,     text_or  (MISSING, &LiveRecord::todaymintemptimestr)),
+    field ( 7,     unchanged(         &LiveRecord::todaymintemptimestr)),
     field ( 8,     number_or(MISSING, &LiveRecord::todaymaxtemp10,     TENTHS)),
-    field ( 9,     text_or  (MISSING, &LiveRecord::todaymaxtemptimestr)),
+    field ( 9,     unchanged(         &LiveRecord::todaymaxtemptimestr)),
     field (10,     number_or(MISSING, &LiveRecord::hum,                WHOLE)),
     field (11,     number_or(MISSING, &LiveRecord::todayhum,           WHOLE)),
     field (12,     number_or(MISSING, &LiveRecord::todayminhum,        WHOLE)),
-    field (13,     text_or  (MISSING, &LiveRecord::todayminhumtimestr)),
+    field (13,     unchanged(         &LiveRecord::todayminhumtimestr)),
     field (14,     number_or(MISSING, &LiveRecord::todaymaxhum,        WHOLE)),
-    field (15,     text_or  (MISSING, &LiveRecord::todaymaxhumtimestr)),
+    field (15,     unchanged(         &LiveRecord::todaymaxhumtimestr)),
     field (16,     always(MISSING)),
-    field (17,     made_by(append_local_date)),
+    field (17,     made_by(write_local_date)),
     field (18,     made_by(append_year)),
     field (19,     made_by(append_month)),
     field (20,     made_by(append_day)),
     field (21,     made_by(append_hour)),
     field (22,     made_by(append_minute)),
-    field (23,     made_by(append_local_clock)),
+    field (23,     made_by(write_local_clock)),
     field (24,     always("NB49")),  // the type of station
     fields(25, 29, always(MISSING)),
     field (30,     number_or(MISSING, &LiveRecord::sealevel10,         TENTHS)),
     field (31,     always(MISSING)),
     field (32,     number_or(MISSING, &LiveRecord::todayminsealevel10, TENTHS)),
-    field (33,     text_or  (MISSING, &LiveRecord::todayminsealeveltimestr)),
+    field (33,     unchanged(         &LiveRecord::todayminsealeveltimestr)),
     field (34,     number_or(MISSING, &LiveRecord::todaymaxsealevel10, TENTHS)),
-    field (35,     text_or  (MISSING, &LiveRecord::todaymaxsealeveltimestr)),
+    field (35,     unchanged(         &LiveRecord::todaymaxsealeveltimestr)),
     field (36,     number_or(MISSING, &LiveRecord::winddir,            WHOLE)),
     field (37,     number_or(MISSING, &LiveRecord::last15mwinddir,     WHOLE)),
     field (38,     text_or  (MISSING, &LiveRecord::winddirstr)),
@@ -74,7 +73,7 @@ constexpr numbered_field FIELDS[] = {
     field (40,     number_or(MISSING, &LiveRecord::last15mmaxgust10,   KMH)),
     fields(41, 44, always(MISSING)),
     field (45,     number_or(MISSING, &LiveRecord::todaymaxgust10,     KMH)),
-    field (46,     text_or  (MISSING, &LiveRecord::todaymaxgusttimestr)),
+    field (46,     unchanged(         &LiveRecord::todaymaxgusttimestr)),
     fields(47, 48, always(MISSING)),
     field (49,     number_or(MISSING, &LiveRecord::todayraintotal10,   TENTHS)),
     fields(50, 51, always(MISSING)),
@@ -94,11 +93,8 @@ static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
 void compose_shnetz(text_buffer& command, const settings_record& settings, const LiveRecord& live,
                     const moment& now) {
-  begin_get(command, endpoint::shnetz, "/sh-netz/daten.php");
-  command.append_text("daten=");
-  append_fields(command, FIELDS, ';', {settings, live, now, append_url_value});
-  command.append_character(';');
-  end_get(command);
+  append_record_request(command, endpoint::shnetz, "/sh-netz/daten.php", "daten=", FIELDS, settings, live,
+                        now);
 }
 
 }  // namespace

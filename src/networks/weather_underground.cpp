@@ -1,6 +1,5 @@
 // Weather Underground and the networks that speak its protocol: WeatherFlow, Met Office WOW,
-// PWSweather, WeatherBug. A GET request with the station, its password, the time in UTC and then one
-// parameter for each known value: °F, mph, inches, inHg, W/m².
+// PWSweather, WeatherBug. A GET request: login, UTC time, then what is known, in °F, mph, inches, inHg, W/m².
 
 #include "networks/weather_underground.h"
 
@@ -154,7 +153,6 @@ void compose_weatherbug(text_buffer& command, const settings_record& settings, c
 
 // PWSweather answers with a page; what counts is its body.
 int judge_pwsweather(text_buffer& reply, const upload_spec& spec) {
-  if (reply.empty()) return fail_without_response(spec);
   const std::optional<std::string_view> body = html_body(reply);
   if (!body) return fail_with_reply(spec, reply.view());
   print_reply(*body);

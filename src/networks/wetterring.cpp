@@ -1,6 +1,5 @@
-// Wetterring: a GET request with the station's secret, the time in seconds since the epoch and then one
-// parameter for each known value: °C, km/h, hPa, mm, W/m². The day's extremes of temperature, pressure
-// and humidity carry the second of their occurrence.
+// Wetterring: a GET request with a secret for login, the seconds since the epoch, and what is known of now,
+// the day, the month and the year: °C, km/h, hPa, mm, W/m². Some of the day's extremes bring their time along.
 
 #include "networks/wetterring.h"
 
@@ -47,7 +46,7 @@ constexpr parameter PARAMETERS[] = {
     // clang-format on
 };
 
-void append_parameter(text_buffer& command, const parameter& row, const LiveRecord& live) {
+void append_row(text_buffer& command, const parameter& row, const LiveRecord& live) {
   append_known(command, row.key, live.*row.value, row.form);
   if (row.time != nullptr && known(live.*row.value)) command.append("%s%d", row.time_key, live.*row.time);
 }
@@ -63,7 +62,7 @@ void compose_wetterring(text_buffer& command, const settings_record& settings, c
   begin_get(command, endpoint::wetterring, "/weatherboxx/");
   append_parameter(command, "secret=", settings.text(wetterring_secret));
   command.append("&tm=%lld", static_cast<long long>(now.seconds));
-  for (const parameter& row : PARAMETERS) append_parameter(command, row, live);
+  for (const parameter& row : PARAMETERS) append_row(command, row, live);
   append_direction(command, live);
   append_known(command, "&sun_watt_c=", live.solar10, WHOLE_UNITS);
   end_get(command);

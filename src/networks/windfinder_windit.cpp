@@ -1,6 +1,5 @@
-// Windfinder and WindIt, two networks for wind. A GET request with the station, the local date and
-// time and one parameter for each known value: °C, %, hPa, mm, and the wind in knots (Windfinder, from
-// the last 15 minutes) or m/s (WindIt).
+// Windfinder and WindIt, two networks for wind. A GET request: login, local time, then what is known, in °C,
+// %, hPa, mm, and the wind in knots (Windfinder, over the last 15 minutes) or m/s (WindIt).
 
 #include "networks/windfinder_windit.h"
 
@@ -79,7 +78,6 @@ void compose_windit(text_buffer& command, const settings_record& settings, const
 // Windfinder answers with a page, of which the body counts, or with a bare text: then no more than one
 // character is a good sign.
 int judge_windfinder(text_buffer& reply, const upload_spec& spec) {
-  if (reply.empty()) return fail_without_response(spec);
   debug_print("\n<%s>\n", reply.c_str());
   if (const std::optional<std::string_view> body = html_body(reply)) {
     print_reply(*body);

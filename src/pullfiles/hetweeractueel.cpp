@@ -53,9 +53,9 @@ constexpr assignment LINES[] = {
     // clang-format off
     { 1, nullptr,                always("BOF")},
     { 2, "date",                 made_by(append_short_local_date)},
-    { 3, "time",                 made_by(append_local_clock)},
+    { 3, "time",                 made_by(write_local_clock)},
     { 4, "stationDate",          made_by(append_short_local_date)},
-    { 5, "stationTime",          made_by(append_local_clock)},
+    { 5, "stationTime",          made_by(write_local_clock)},
     { 6, "utcdate",              made_by(append_short_utc_date)},
     { 7, "utctime",              made_by(append_utc_clock)},
     { 8, "tempUnit",             always("\xB0" "C")},  // the degree sign as ISO 8859-1 has it

@@ -52,14 +52,17 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
     return -1;
   }
   reply_text reply;
-  read_reply(reply, pipe);
-  const int result = spec.judge(reply, spec);
+  const std::size_t count = read_reply(reply, pipe);
+  const int result = judge_upload(reply, count, spec);
   pclose(pipe);
   return result;
 }
 
+int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec) {
+  return count == 0 ? spec.judge_empty(spec) : spec.judge(reply, spec);
+}
+
 int judge_reply(text_buffer& reply, const upload_spec& spec) {
-  if (reply.empty()) return fail_without_response(spec);
   if (spec.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
   if (spec.mode == reply_mode::first_line) reply.replace_all('\n', '\0');
   print_reply(reply.view());
@@ -82,6 +85,7 @@ int fail_with_reply(const upload_spec& spec, std::string_view reply) {
 }
 
 void print_reply(std::string_view reply) {
+  if (flags.debug_flag == 0) return;
   reply_text line;
   line.append_text(reply);
   debug_print("Reply: %s\n", strip_line_breaks(line).c_str());

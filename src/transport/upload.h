@@ -19,16 +19,23 @@ enum class reply_mode {
   raw,
 };
 
+struct upload_spec;
+
+// Judges an empty reply: leaves the network's text for it and returns -1.
+int fail_without_response(const upload_spec& spec);
+
 // How a network's reply is judged, and the texts that go with it. Each pattern has one "%s".
 struct upload_spec {
-  const char* debug_header;  // with the command, which a pattern without "%s" does not show
-  reply_mode mode = reply_mode::raw;
-  const char* success_word = nullptr;
-  const char* failure_format;    // with the reply or the part of it that was judged
-  const char* no_response_text;  // for an empty reply; nullptr: the network's own judgement knows
+  const char* debug_header;            // with the command, which a pattern without "%s" does not show
+  reply_mode mode = reply_mode::raw;   // obeyed by judge_reply
+  const char* success_word = nullptr;  // asked for by judge_reply
+  const char* failure_format;          // with the reply or the part of it that was judged
+  const char* no_response_text;        // for an empty reply
 
-  // Decides over the reply as wget gave it: 0, or -1 with the reason in `error_text`.
+  // Decides over a reply as wget gave it: 0, or -1 with the reason in `error_text`.
   int (*judge)(text_buffer& reply, const upload_spec& spec);
+  // The same when wget gave not one byte.
+  int (*judge_empty)(const upload_spec& spec) = fail_without_response;
   bool pipe_reason_first = false;  // the failed-pipe text names the system's reason, then the command
 };
 
@@ -46,8 +53,10 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec);
 // The judgement of most networks: the reply must hold the success word.
 int judge_reply(text_buffer& reply, const upload_spec& spec);
 
-// The pieces that judgements are made of. The first two write `error_text` and return -1.
-int fail_without_response(const upload_spec& spec);
+// Judges what wget printed, `count` bytes of which `reply` holds the text.
+int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec);
+
+// The pieces that judgements are made of. The first writes `error_text` and returns -1.
 int fail_with_reply(const upload_spec& spec, std::string_view reply);
 void print_reply(std::string_view reply);  // in debug mode, without line breaks
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -89,6 +90,7 @@ const reply_case CASES[] = {
     {REGIOWETTER, "no\nSuccess\n", -1, "upload to regiowetter failed: noSuccess"},
     {REGIOWETTER, "", -1, "no response from regiowetter"},
     {SAUERLANDWETTER, "", 0, ""},
+    {SAUERLANDWETTER, std::string_view("\0x", 2), -1, "upload to sauerlandwetter failed: "},
     {SAUERLANDWETTER, "Daten\nerfolgreich gespeichert\n", 0, ""},
     {SAUERLANDWETTER, "Erfolgreich\r\n", -1, "upload to sauerlandwetter failed: Erfolgreich"},
     {WETTERRING, "data\nsuccessfully stored", 0, ""},
@@ -99,8 +101,9 @@ const reply_case CASES[] = {
 int judge(const http_network& network, std::string_view text) {
   reply_text reply;
   reply.append_text(text);
+  reply.set_length(std::strlen(reply.c_str()));
   error_text.clear();
-  return network.reply.judge(reply, network.reply);
+  return judge_upload(reply, text.size(), network.reply);
 }
 
 TEST(ReplyJudgement, IsTheSameWithAndWithoutDebugOutput) {
