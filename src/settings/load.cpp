@@ -44,7 +44,7 @@ std::int32_t read_settings_file(int file, settings_record& record) {
   if (fstat(file, &status) != 0) return -1;
   const bool size_unlisted = is_size_unlisted(status.st_size, std::getenv("NIMBULOGHW"));
 
-  const ssize_t count = read(file, record.bytes, SETTINGS_SIZE);
+  const std::int64_t count = read(file, record.bytes, SETTINGS_SIZE);
   if (count <= 0) return -1;
   if (count < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(count));
   if (!size_unlisted && count != CURRENT_LAYOUT_SIZE && count != OLDER_PLUG_LAYOUT_SIZE &&
