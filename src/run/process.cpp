@@ -27,7 +27,10 @@ void prepare_process() {
   } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
   if (descriptor > STDERR_FILENO) close(descriptor);
 
-  alarm(0);  // one that the parent had set goes on through the start of a program
+  // An alarm that the parent had set goes on through the start of a program, and so does one that came
+  // while it was blocked, until it is ignored.
+  alarm(0);
+  set_action(SIGALRM, SIG_IGN);
   set_action(SIGALRM, SIG_DFL);
   set_action(SIGCHLD, SIG_DFL);
   // A handler, unlike SIG_IGN, ends at the start of another program.

@@ -1,0 +1,194 @@
+#include <fnmatch.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "base/paths.h"
+#include "end_to_end/program.h"
+
+namespace skypost::testing {
+namespace {
+
+using sim::alarm_call;
+
+// The real program with a library in front of the C library that makes single calls fail (see
+// interposed_calls.cpp). The program dies in it when it leaves a descriptor or a child behind.
+class failing_calls : public program {
+ protected:
+  static constexpr int CALL_NEVER_CAME = 99;
+
+  // `calls` as the library takes them: NAME:N or NAME:N-M.
+  sim::run_result run_failing(const std::string& calls) {
+    all.board.forget_alarms();
+    all.board.write(LAST_RUN_PATH, "1");
+    all.peers.forget_requests();
+    setenv("LD_PRELOAD", INTERPOSED_CALLS, 1);
+    setenv("SKYPOST_TEST_HASTE", "100", 1);
+    setenv("SKYPOST_TEST_FAIL", calls.c_str(), 1);
+    const sim::run_result run = all.board.run();
+    unsetenv("SKYPOST_TEST_FAIL");
+    unsetenv("LD_PRELOAD");
+    return run;
+  }
+
+  bool was_alarmed(const std::string& name) const {
+    const auto alarms = all.board.alarms();
+    return std::any_of(alarms.begin(), alarms.end(), [&](const alarm_call& call) { return call[1] == name; });
+  }
+};
+
+// What a failing call makes the program say, and that it goes on.
+struct failure_case {
+  const char* calls;
+  std::initializer_list<const integer_field*> enabled;  // Idokep, the last step, always is
+  const char* alarm;                                    // the name that is reported; "": none
+  const char* text;                                     // reported with it; "*" stands for anything
+  const char* errors = "";                              // on standard error
+  int status = 0;
+  bool goes_on = true;  // to Idokep
+};
+
+// The first `popen` asks for the hardware address, the first `read` and the second `open` are for the
+// settings, the first `socket` and `connect` for the data server.
+const failure_case CASES[] = {
+    // clang-format off
+    // The data server.
+    {"socket:1",     {}, "", "", "error make socket 127.0.0.1:5558: Input/output error\n", 0, false},
+    {"setsockopt:1", {}, "", "", "error set socket options 127.0.0.1:5558: Input/output error\n", 0, false},
+    {"connect:1",    {}, "", "", "error connect socket 127.0.0.1:5558 :Input/output error\n", 0, false},
+    {"recv:1",       {}, "", "", "error read socket: Input/output error", 0, false},
+    {"recv:4-9",     {}, "", ""},  // what came before is used
+    // The settings: the third attempt still counts.
+    {"open64:2-3",  {}, "", ""},
+    {"fstat64:1-2", {}, "", ""},
+    {"read:1-2",    {}, "", ""},
+    {"open64:2-4",  {}, "Can't read nimbulog settings file", "", "", 1, false},
+    {"fstat64:1-3", {}, "Can't read nimbulog settings file", "", "", 1, false},
+    {"read:1-3",    {}, "Can't read nimbulog settings file", "", "", 1, false},
+    // HTTP.
+    {"popen:2", {&windfinder_enabled},   "windfinder", R"(error open pipe /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*/wind-cgi/nimbulogload.pl?*" 2>/dev/stdout: Input/output error)"},
+    {"popen:2", {&meteonews_enabled},    "meteonews", "error open pipe /usr/bin/wget -U nimbulog -t 4 -O /dev/stdout *| tail -n 1: Input/output error"},
+    {"popen:2", {&wunderground_enabled}, "weather underground", R"(error open pipe (Input/output error): /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*/weatherstation/updateweatherstation.php?*")"},
+    {"popen:2", {&weatherflow_enabled},  "weatherflow", R"(error open pipe /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*": Input/output error)"},
+    {"fread:3", {&windfinder_enabled},   "windfinder", "no response from windfinder"},
+    {"fgets:1", {&windfinder_enabled},   "", ""},  // only the hardware address is not there
+    // Pull files: what stands in the first directory stays.
+    {"fopen64:5", {&hetweeractueel_enabled}, "hetweeractueel", "error open file */srv/www/hetweeractueel.txt: Input/output error\n"},
+    {"fopen64:6", {&hetweeractueel_enabled}, "hetweeractueel", "error open file */var/run/nimbulog/uploads/hetweeractueel.txt: Input/output error\n"},
+    // Mail.
+    {"popen:2", {&borgervejr_enabled}, "borgervejr", "error pipe open: */opt/sbin/sendmail -C */home/nimbulog/esmtprc observations@localhost 2>&1 | /usr/bin/logger: Input/output error"},
+    // APRS: no second server, so a fault in reaching it ends the session; later ones are tried again.
+    {"socket:2",        {&aprs_enabled}, "APRS", "error socket init: Input/output error, "},
+    {"gethostbyname:1", {&aprs_enabled}, "APRS", "error socket open (1) \"127.0.0.1\": Input/output error, "},
+    {"connect:2",       {&aprs_enabled}, "APRS", "error socket open (1) \"127.0.0.1\": Input/output error, "},
+    {"send:1",          {&aprs_enabled}, "", ""},
+    {"read:2",          {&aprs_enabled}, "", ""},
+    {"send:1-5",        {&aprs_enabled}, "APRS",
+     "error socket write (1) \"127.0.0.1\": Input/output error, error socket write (2) \"127.0.0.1\": Input/output error, "
+     "error socket write (3) \"127.0.0.1\": Input/output error, error socket write (4) \"127.0.0.1\": Input/output error, "
+     "error socket write (5) \"127.0.0.1\": Input/output error, "},
+    {"read:2-6",        {&aprs_enabled}, "APRS",
+     "error socket read (1) \"127.0.0.1\": Input/output error, error socket read (2) \"127.0.0.1\": Input/output error, "
+     "error socket read (3) \"127.0.0.1\": Input/output error, error socket read (4) \"127.0.0.1\": Input/output error, "
+     "error socket read (5) \"127.0.0.1\": Input/output error, "},
+    // CWOP has a second server; without a socket there is none.
+    {"gethostbyname:1", {&cwop_enabled}, "", ""},
+    {"connect:2",       {&cwop_enabled}, "", ""},
+    {"connect:2-3",     {&cwop_enabled}, "CWOP", "error socket open (1) \"127.0.0.1\": Input/output error, error socket open (1) \"127.0.0.1\": Input/output error, "},
+    {"socket:2",        {&cwop_enabled}, "CWOP", "error socket init: Input/output error, "},
+    // clang-format on
+};
+
+TEST_F(failing_calls, are_reported_by_name_and_the_run_goes_on) {
+  for (const failure_case& one : CASES) {
+    SCOPED_TRACE(one.calls + std::string(" ") + one.alarm);
+    enable_only(one.enabled);
+    all.board.settings.set_integer(idokep_enabled, 1);
+    all.board.save_settings();
+
+    const sim::run_result run = run_failing(one.calls);
+    EXPECT_EQ(run.signal, 0);
+    EXPECT_EQ(run.status, one.status);
+    EXPECT_EQ(run.errors, one.errors);
+    EXPECT_EQ(requests("idokep"), one.goes_on ? 1 : 0);
+    const auto alarms = all.board.alarms();
+    ASSERT_EQ(alarms.size(), *one.alarm == '\0' ? 0U : 1U);
+    if (alarms.empty()) continue;
+    EXPECT_EQ(alarms[0][1], one.alarm);
+    EXPECT_EQ(fnmatch(one.text, alarms[0][2].c_str(), FNM_NOESCAPE), 0) << alarms[0][2];
+  }
+}
+
+// Each call of the C library that can fail, and how often a run makes it at least.
+struct call_row {
+  const char* name;
+  int least_calls;
+};
+
+void PrintTo(const call_row& row, std::ostream* out) { *out << row.name; }
+
+constexpr call_row CALLS[] = {
+    // clang-format off
+    {"open64", 2},  {"fstat64", 1},    {"read", 2},    {"close", 4},
+    {"fopen64", 9}, {"fread", 8},      {"fwrite", 4},  {"setvbuf", 4}, {"getc", 500}, {"fclose", 8},
+    {"socket", 2},  {"setsockopt", 1}, {"connect", 2}, {"recv", 3},    {"send", 1},   {"gethostbyname", 1},
+    {"popen", 7},   {"fgets", 1},      {"fputs", 1},   {"pclose", 7},  {"system", 1},
+    {"time", 5},    {"localtime_r", 5}, {"gmtime_r", 5}, {"mktime", 1},
+    {"setenv", 1},  {"sigaction", 3},  {"sigprocmask", 1},
+    // clang-format on
+};
+
+class each_call : public failing_calls, public ::testing::WithParamInterface<call_row> {
+ protected:
+  bool is_one_of(std::initializer_list<std::string> names) const {
+    return std::find(names.begin(), names.end(), GetParam().name) != names.end();
+  }
+  // By these the appliance's endpoint file becomes unreadable: nothing may go to the real servers.
+  bool asks_networks() const { return !is_one_of({"fopen64", "getc"}); }
+
+  bool was_asked(const std::string& name) const {
+    const auto requests = all.peers.requests();
+    return std::any_of(requests.begin(), requests.end(),
+                       [&](const sim::request_seen& seen) { return seen.network->name == name; });
+  }
+
+  bool has_reached_its_end(const sim::run_result& run) const {
+    if (run.errors.starts_with("error ")) return all.peers.requests().empty();  // no report
+    if (asks_networks()) return was_asked("idokep") || was_alarmed("idokep");
+    return was_alarmed("borgervejr") || !all.mail.mails().empty();
+  }
+};
+
+// Whichever call it is, the run goes on to its last step, loses no more than the step at hand, and leaves
+// nothing open.
+TEST_P(each_call, may_fail_at_any_time) {
+  if (asks_networks()) {
+    enable_only({&awekas_enabled, &meteonews_enabled, &windfinder_enabled, &hetweeractueel_enabled,
+                 &wetterarchiv_enabled, &wunderground_enabled, &aprs_enabled, &borgervejr_enabled,
+                 &idokep_enabled});
+    all.peers.set_answer("windfinder", sim::answer::bad);
+  } else {
+    enable_only({&hetweeractueel_enabled, &wetterpage24_enabled, &aprs_enabled, &borgervejr_enabled});
+  }
+
+  int number = 1;
+  // Single characters are read by the thousand.
+  for (;; number += number < 40 ? 1 : number) {
+    SCOPED_TRACE(number);
+    const sim::run_result run = run_failing(std::string(GetParam().name) + ':' + std::to_string(number));
+    ASSERT_EQ(run.signal, 0);
+    if (run.status == CALL_NEVER_CAME) break;
+    EXPECT_EQ(run.status, 0);
+    EXPECT_LT(run.seconds, 10);
+    EXPECT_TRUE(has_reached_its_end(run)) << run.errors;
+    // The one that refuses and the one that is hit; half a report is refused by others, too.
+    EXPECT_LE(all.board.alarms().size(), is_one_of({"recv"}) ? 6U : 2U);
+  }
+  EXPECT_GT(number, GetParam().least_calls);
+}
+
+INSTANTIATE_TEST_SUITE_P(failing, each_call, ::testing::ValuesIn(CALLS),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
+}  // namespace skypost::testing
