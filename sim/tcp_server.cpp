@@ -13,7 +13,7 @@
 namespace skypost::sim {
 namespace {
 
-int listen_on(std::uint16_t& port, const std::string& purpose) {
+int listen_on(const char* host, std::uint16_t& port, const std::string& purpose) {
   const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (listener < 0) throw std::system_error(errno, std::generic_category(), "socket");
   const int on = 1;
@@ -21,14 +21,14 @@ int listen_on(std::uint16_t& port, const std::string& purpose) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_addr.s_addr = inet_addr(host);
   socklen_t length = sizeof address;
   auto* const plain = reinterpret_cast<sockaddr*>(&address);
   if (bind(listener, plain, length) != 0 || listen(listener, 8) != 0) {
     const std::string reason = std::strerror(errno);
     close(listener);
-    throw std::runtime_error("port " + std::to_string(port) + " of 127.0.0.1 is needed for the simulated " +
-                             purpose + ": " + reason +
+    throw std::runtime_error("port " + std::to_string(port) + " of " + host +
+                             " is needed for the simulated " + purpose + ": " + reason +
                              ". Does a demonstration, a test or a real one still run?");
   }
   getsockname(listener, plain, &length);
@@ -65,9 +65,9 @@ void connection::wait_until_closed() {
   }
 }
 
-tcp_server::tcp_server(std::uint16_t port, const std::string& purpose, conversation talk)
+tcp_server::tcp_server(std::uint16_t port, const std::string& purpose, conversation talk, const char* address)
     : talk_(std::move(talk)),
-      listener_(listen_on(port, purpose)),
+      listener_(listen_on(address, port, purpose)),
       port_(port),
       thread_([this] { serve(); }) {}
 

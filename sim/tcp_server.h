@@ -25,14 +25,15 @@ class connection {
   std::string pending_;
 };
 
-// A server on 127.0.0.1 that talks to one client after the other, in a thread of its own, until it is
+// A server on this machine that talks to one client after the other, in a thread of its own, until it is
 // destroyed. The member of this type stands last in its owner, so that the thread ends first.
 class tcp_server {
  public:
   using conversation = std::function<void(connection&)>;
 
   // `port` 0 takes any free one. A port that is taken ends in an exception that says so to a person.
-  tcp_server(std::uint16_t port, const std::string& purpose, conversation talk);
+  tcp_server(std::uint16_t port, const std::string& purpose, conversation talk,
+             const char* address = "127.0.0.1");
   ~tcp_server();
   tcp_server(const tcp_server&) = delete;
   tcp_server& operator=(const tcp_server&) = delete;

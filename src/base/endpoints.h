@@ -37,9 +37,6 @@ enum class endpoint {
 
 inline constexpr std::size_t ENDPOINT_CAPACITY = 127;
 
-// The name of a row in the override file.
-const char* endpoint_name(endpoint row);
-
 // What stands in force for a row: "scheme://host[:port]", "host[:port]", a host name or a mail
 // address, by the row. It holds no character that the shell or a URL would take for its own.
 const char* endpoint_value(endpoint row);

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <limits>
 #include <string>
+#include <variant>
 
 #include "base/value.h"
 #include "channels/aprs.h"
@@ -15,28 +16,16 @@ namespace {
 
 constexpr char LOGIN[] = "User N0CALL pass -1 vers nimbulog\r\n";
 constexpr char PACKET[] =
-    "N0CALL>APRS,TCPXX*:@151407z4703.50N/00818.00E_225/008g016t054r000p010P005b10132h67L456eNB49\r\n";
+    "N0CALL>APRS,TCPXX*:@151407z4703.50N/00818.00E_225/008g016t071r009p033P025b10132h57L456eNB49\r\n";
 
 struct station {
-  settings_record settings;
-  LiveRecord live;
+  settings_record settings{};
+  LiveRecord live = fully_equipped_station();
 };
 
 station example_station() {
-  station result{};
+  station result;
   fill_settings(result.settings);
-  result.live = sparse_station();
-  result.live.winddir = 225;
-  result.live.wind10 = 36;
-  result.live.last15mmaxgust10 = 72;
-  result.live.temp10 = 123;
-  result.live.last60mraintotal10 = 0;
-  result.live.last24hraintotal10 = 25;
-  result.live.todayraintotal10 = 13;
-  result.live.sealevel10 = 10132;
-  result.live.altimeter10 = 10140;
-  result.live.hum = 67;
-  result.live.solar10 = 4567;
   return result;
 }
 
@@ -78,76 +67,62 @@ TEST(AprsPacket, OfAnUnequippedStationAtAnUnsetPosition) {
           "N0CALL>APRS,TCPXX*:@151407z-1-1.-2S/-01-1.-2W_.../...g...t...r...p...P...b.....h..eNB49\r\n");
 }
 
-struct value_case {
-  std::int32_t LiveRecord::*field;
+// What one other value or setting changes in the packet.
+struct change_case {
+  std::variant<std::int32_t LiveRecord::*, const integer_field*> what;
   std::int32_t value;
   const char* piece;
   const char* by;
 };
 
 TEST(AprsPacket, WritesEachValueInItsForm) {
-  const value_case cases[] = {
+  constexpr std::int32_t GREATEST = std::numeric_limits<std::int32_t>::max();
+  const change_case cases[] = {
       // clang-format off
       {&LiveRecord::winddir,            7,             "_225",   "_007"},
       {&LiveRecord::wind10,             0,             "/008g",  "/000g"},
       {&LiveRecord::last15mmaxgust10,   6000,          "g016",   "g1342"},
-      {&LiveRecord::temp10,             -200,          "t054",   "t-04"},
-      {&LiveRecord::temp10,             -180,          "t054",   "t000"},
-      {&LiveRecord::temp10,             -181,          "t054",   "t-01"},
-      {&LiveRecord::temp10,             380,           "t054",   "t100"},
-      {&LiveRecord::last60mraintotal10, 127,           "r000",   "r050"},
-      {&LiveRecord::last24hraintotal10, 2540,          "p010",   "p1000"},
-      {&LiveRecord::todayraintotal10,   1,             "P005",   "P000"},
+      {&LiveRecord::temp10,             -200,          "t071",   "t-04"},
+      {&LiveRecord::temp10,             -180,          "t071",   "t000"},
+      {&LiveRecord::temp10,             -181,          "t071",   "t-01"},
+      {&LiveRecord::temp10,             380,           "t071",   "t100"},
+      {&LiveRecord::last60mraintotal10, 0,             "r009",   "r000"},
+      {&LiveRecord::last60mraintotal10, 127,           "r009",   "r050"},
+      {&LiveRecord::last24hraintotal10, 2540,          "p033",   "p1000"},
+      {&LiveRecord::todayraintotal10,   1,             "P025",   "P000"},
       {&LiveRecord::sealevel10,         9874,          "b10132", "b09874"},
       {&LiveRecord::sealevel10,         MISSING_VALUE, "b10132", "b....."},
-      {&LiveRecord::hum,                100,           "h67",    "h00"},
-      {&LiveRecord::hum,                99,            "h67",    "h99"},
-      {&LiveRecord::hum,                5,             "h67",    "h05"},
-      {&LiveRecord::hum,                MISSING_VALUE, "h67",    "h.."},
+      {&LiveRecord::hum,                100,           "h57",    "h00"},
+      {&LiveRecord::hum,                99,            "h57",    "h99"},
+      {&LiveRecord::hum,                5,             "h57",    "h05"},
+      {&LiveRecord::hum,                MISSING_VALUE, "h57",    "h.."},
       {&LiveRecord::solar10,            9,             "L456",   "L000"},
       {&LiveRecord::solar10,            9999,          "L456",   "L999"},
       {&LiveRecord::solar10,            10000,         "L456",   "l000"},
       {&LiveRecord::solar10,            15237,         "L456",   "l523"},
       {&LiveRecord::solar10,            20000,         "L456",   "l1000"},
       {&LiveRecord::solar10,            MISSING_VALUE, "L456",   ""},
+      {&latitude_degrees,               7,             "z4703",  "z0703"},
+      {&latitude_seconds,               0,             ".50N",   ".00N"},
+      {&latitude_seconds,               1,             ".50N",   ".02N"},
+      {&latitude_seconds,               59,            ".50N",   ".98N"},
+      {&latitude_seconds,               GREATEST,      ".50N",   ".3579139412N"},
+      {&latitude_south,                 1,             "0N",     "0S"},
+      {&longitude_degrees,              123,           "/00818", "/12318"},
+      {&longitude_minutes,              4,             "/00818", "/00804"},
+      {&longitude_seconds,              59,            ".00E",   ".98E"},
+      {&longitude_west,                 -1,            "0E",     "0W"},
+      {&aprs_pressure_kind,             0,             "b10132", "b10140"},
+      {&aprs_pressure_kind,             2,             "b10132", "b10140"},
       // clang-format on
   };
-  for (const value_case& row : cases) {
+  for (const change_case& row : cases) {
     station at = example_station();
-    at.live.*row.field = row.value;
+    if (const auto* field = std::get_if<std::int32_t LiveRecord::*>(&row.what))
+      at.live.** field = row.value;
+    else
+      at.settings.set_integer(*std::get<const integer_field*>(row.what), row.value);
     EXPECT_EQ(text_of(at, "N0CALL", -1, true), LOGIN + with(PACKET, row.piece, row.by)) << row.value;
-  }
-}
-
-struct setting_case {
-  const integer_field& field;
-  std::int32_t value;
-  const char* piece;
-  const char* by;
-};
-
-TEST(AprsPacket, FollowsTheSettings) {
-  constexpr std::int32_t GREATEST = std::numeric_limits<std::int32_t>::max();
-  const setting_case cases[] = {
-      // clang-format off
-      {latitude_degrees,   7,        "z4703",  "z0703"},
-      {latitude_seconds,   0,        ".50N",   ".00N"},
-      {latitude_seconds,   1,        ".50N",   ".02N"},
-      {latitude_seconds,   59,       ".50N",   ".98N"},
-      {latitude_seconds,   GREATEST, ".50N",   ".3579139412N"},
-      {latitude_south,     1,        "0N",     "0S"},
-      {longitude_degrees,  123,      "/00818", "/12318"},
-      {longitude_minutes,  4,        "/00818", "/00804"},
-      {longitude_seconds,  59,       ".00E",   ".98E"},
-      {longitude_west,     -1,       "0E",     "0W"},
-      {aprs_pressure_kind, 0,        "b10132", "b10140"},
-      {aprs_pressure_kind, 2,        "b10132", "b10140"},
-      // clang-format on
-  };
-  for (const setting_case& row : cases) {
-    station at = example_station();
-    at.settings.set_integer(row.field, row.value);
-    EXPECT_EQ(text_of(at, "N0CALL", -1, true), LOGIN + with(PACKET, row.piece, row.by)) << row.field.name;
   }
 }
 

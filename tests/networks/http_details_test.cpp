@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "base/value.h"
 #include "networks/meteonews.h"
@@ -21,31 +22,28 @@ struct detail_case {
   const char* lacks;
 };
 
-const detail_case CASES[] = {
+const detail_case DETAILS[] = {
+    // clang-format off
     {WEDAAL, [](auto&, auto& live) { std::strcpy(live.todaymaxgusttimestr, "---"); }, ";44.6;;-3.5;", "---"},
     {WEDAAL, [](auto&, auto& live) { live.todaymaxgust10 = MISSING_VALUE; }, ";0.0;;;-3.5;", "03:33"},
-    {IDOKEP, [](auto& settings, auto&) { settings.set_integer(idokep_enabled, 2); },
-     "\"https://pro.idokep.hu/sendws.php?user=idouser&", "automata"},
-    {IDOKEP, [](auto& settings, auto&) { settings.set_integer(idokep_enabled, 3); },
-     "\"https://automata.idokep.hu/sendws.php?user=idouser&", "pro."},
-    {WETTERARCHIV, [](auto&, auto& live) { live.last60mraintotal10 = MISSING_VALUE; },
-     "&temperatur=21.5&luftdruck=", "niederschlag"},
-    {WETTERARCHIV, [](auto&, auto& live) { live.gust10 = MISSING_VALUE; },
-     "&windrichtung=225&feuchtigkeit=", "windstaerke"},
+    {IDOKEP, [](auto& settings, auto&) { settings.set_integer(idokep_enabled, 2); }, "\"https://pro.idokep.hu/sendws.php?user=idouser&", "automata"},
+    {IDOKEP, [](auto& settings, auto&) { settings.set_integer(idokep_enabled, 3); }, "\"https://automata.idokep.hu/sendws.php?user=idouser&", "pro."},
+    {WETTERARCHIV, [](auto&, auto& live) { live.last60mraintotal10 = MISSING_VALUE; }, "&temperatur=21.5&luftdruck=", "niederschlag"},
+    {WETTERARCHIV, [](auto&, auto& live) { live.gust10 = MISSING_VALUE; }, "&windrichtung=225&feuchtigkeit=", "windstaerke"},
     {WETTERARCHIV, [](auto&, auto& live) { live.wind10 = MISSING_VALUE; }, "&windstaerke=10.0&", "-999"},
     {WINDIT, [](auto&, auto& live) { live.extratemp10[0] = MISSING_VALUE; }, "&ch=45&ws=", "&wt="},
     {SHNETZ, [](auto&, auto& live) { live.winddirstr[0] = '\0'; }, ";225;230;---;13.0;", "SW"},
     {SHNETZ, [](auto&, auto& live) { std::strcpy(live.winddirstr, "\"N&"); }, ";230;\\\"N%26;13.0;", "N&"},
-    {WETTERRING, [](auto&, auto& live) { std::strcpy(live.winddirstr, "\"N&"); }, "&wind_dir=\\\"N%26&",
-     "N&"},
+    {WETTERRING, [](auto&, auto& live) { std::strcpy(live.winddirstr, "\"N&"); }, "&wind_dir=\\\"N%26&", "N&"},
     {WETTERRING, [](auto&, auto& live) { live.winddirstr[0] = '\0'; }, "&wind_dir=&sun_watt_c=457", "SW"},
     {WETTERRING, [](auto&, auto& live) { live.winddir = MISSING_VALUE; }, "=13.0&sun_watt_c=457", "wind_dir"},
     {WETTERRING, [](auto&, auto& live) { live.solar10 = 4565; }, "&sun_watt_c=457\"", "456"},
     {WETTERRING, [](auto&, auto& live) { live.todaymintemptime = 0; }, "&temp_d_min_t=0&temp_d_max=", "-999"},
+    // clang-format on
 };
 
 TEST(HttpDetails, ChangeWhatTheyShould) {
-  for (const detail_case& row : CASES) {
+  for (const detail_case& row : DETAILS) {
     settings_record settings;
     fill_settings(settings);
     LiveRecord live = fully_equipped_station();
@@ -88,31 +86,25 @@ TEST_F(MeteoNews, KeepsTheLoginInOnePieceInTheUrl) {
 }
 
 TEST_F(MeteoNews, TakesTheUserFromTheSettingsOnABoardWithAGenericAddress) {
-  struct user_case {
-    const char* hardware;
-    const char* user;
-  };
-  const user_case cases[] = {
+  constexpr std::pair<const char*, const char*> CASES[] = {
+      // the address, the user
       {"00:30:e0:00:01:05", "00-aa-bb-cc-dd-ee"},
       {"00:01:C0:04:C5:2E", "00-aa-bb-cc-dd-ee"},
       {"0E:AD:00:00:00:03", "00-aa-bb-cc-dd-ee"},
       {"00:30:E0:00:01:06", "00-30-e0-00-01-06"},
       {"", ""},
   };
-  for (const user_case& row : cases)
+  for (const auto& [hardware, user] : CASES)
     for (const char* const platform : {"X86", static_cast<const char*>(nullptr)})
-      EXPECT_NE(compose(row.hardware, platform).find("--http-user=\"" + std::string(row.user) + "\" "),
+      EXPECT_NE(compose(hardware, platform).find("--http-user=\"" + std::string(user) + "\" "),
                 std::string::npos)
-          << row.hardware;
+          << hardware;
 }
 
 TEST_F(MeteoNews, SendsTheTimeOfTheLastFullFiveMinutes) {
-  struct minute_case {
-    int minute;
-    const char* sent;
-  };
-  for (const auto& [minute, sent] : {minute_case{0, "+05%3A00%3A00"}, minute_case{4, "+05%3A00%3A00"},
-                                     minute_case{5, "+05%3A05%3A00"}, minute_case{59, "+05%3A55%3A00"}}) {
+  constexpr std::pair<int, const char*> CASES[] = {
+      {0, "+05%3A00%3A00"}, {4, "+05%3A00%3A00"}, {5, "+05%3A05%3A00"}, {59, "+05%3A55%3A00"}};
+  for (const auto& [minute, sent] : CASES) {
     now_.utc.tm_min = minute;
     EXPECT_NE(compose("", "PLUG").find(sent), std::string::npos) << minute;
   }

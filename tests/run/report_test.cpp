@@ -4,40 +4,30 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "base/process_state.h"
-#include "support/appliance_folder.h"
+#include "sim/appliance.h"
 
 namespace skypost::testing {
 namespace {
 
-std::string script_arguments_for(const std::string& name, const std::string& text) {
-  const appliance_folder appliance;
-  appliance.write_alarm_script();
-  error_text.clear();
-  error_text.append_text(text);
-  report_failure(name.c_str());
-  return appliance.alarms();
-}
-
 TEST(ReportFailure, PassesThreeUnalteredArguments) {
+  const sim::appliance board;
+  setenv("SKYPOST_ROOT", board.root().c_str(), 1);
   std::string all_bytes;
   for (int byte = 1; byte < 256; ++byte) all_bytes += static_cast<char>(byte);
-  const std::string texts[] = {
-      "",        "upload to awekas: ERROR", "say \"no\" & run $(touch /tmp/x) or `id`; \\\" '\n last line",
-      all_bytes, std::string(10'000, '"'),  std::string(10'000, 'x'),
-  };
-  for (const std::string& text : texts) {
-    const std::string expected = std::string("skypost") + '\0' + "awekas-push" + '\0' + text + '\0';
-    EXPECT_EQ(script_arguments_for("awekas-push", text), expected);
+  for (const std::string& text : {std::string(), all_bytes, std::string(10'000, '"')}) {
+    board.forget_alarms();
+    error_text.clear();
+    error_text.append_text(text);
+    report_failure("weather `under` $(ground)");
+    const std::vector<sim::alarm_call> expected = {{"skypost", "weather `under` $(ground)", text}};
+    EXPECT_EQ(board.alarms(), expected);
   }
-}
-
-TEST(ReportFailure, SurvivesAMissingScript) {
-  const appliance_folder appliance;
-  report_failure("windfinder");
-  EXPECT_EQ(appliance.alarms(), "");
+  unsetenv("SKYPOST_ROOT");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "settings/text_slots.h"
 
@@ -31,11 +32,6 @@ class image {
   std::string bytes_ = std::string(65'536, OLD);
 };
 
-std::string host_name_of_this_machine() {
-  char name[60];
-  return gethostname(name, sizeof name) == 0 ? name : "";
-}
-
 image expected_defaults() {
   constexpr std::uint32_t MINUS_ONE = 0xffff'ffff;
   constexpr std::uint32_t NETWORK_FLAGS[] = {6476,  6480,  6484,  6492,  6496,  6756,  7016,  17684, 18076,
@@ -45,28 +41,23 @@ image expected_defaults() {
   for (const text_slot& slot : TEXT_SLOTS) expected.put(slot.offset, std::string(1, '\0'));
   for (const std::uint32_t offset : NETWORK_FLAGS) expected.put_integer(offset, 0);
 
-  expected.put_integer(0, 0);
+  constexpr std::pair<std::size_t, std::uint32_t> INTEGERS[] = {
+      // clang-format off
+      {    0, 0},         {  760, MINUS_ONE}, {  764, MINUS_ONE}, {  768, MINUS_ONE}, {  772,  0},
+      {  776, MINUS_ONE}, {  780, MINUS_ONE}, {  784, MINUS_ONE}, {  788, 0},         {  792, MINUS_ONE},
+      { 6456, 1},         {12256, 21},        {12264, 1},         {17608, 1},         {17612, 3},
+      {17616, 4},         {18144, 30},        {18936, 1},         {29660, MINUS_ONE}, {29664, 14'580},
+      {38112, 30},
+      // clang-format on
+  };
+  for (const auto& [offset, value] : INTEGERS) expected.put_integer(offset, value);
   expected.put(4, std::string("4.9q") + '\0');
-  expected.put(52, host_name_of_this_machine() + '\0');
+  char host_name[60] = "";
+  gethostname(host_name, sizeof host_name);
+  expected.put(52, std::string(host_name) + '\0');
   expected.put(244, std::string("root@localhost") + '\0');
-  expected.put(760, std::string(12, '\xff'));
-  expected.put(776, std::string(12, '\xff'));
-  expected.put_integer(772, 0);
-  expected.put_integer(788, 0);
-  expected.put_integer(792, MINUS_ONE);
-  expected.put_integer(6456, 1);
-  expected.put_integer(12256, 21);
-  expected.put_integer(12264, 1);
-  expected.put_integer(17608, 1);
-  expected.put_integer(17612, 3);
-  expected.put_integer(17616, 4);
-  expected.put_integer(18144, 30);
-  expected.put_integer(18936, 1);
   expected.put(19300, std::string(256, '\xff'));
   for (std::size_t i = 0; i < 64; ++i) expected.put(20584 + 8 * i, std::string("\0\0\0\0\0\0\xf0\x3f", 8));
-  expected.put_integer(29660, MINUS_ONE);
-  expected.put_integer(29664, 14580);
-  expected.put_integer(38112, 30);
   expected.put_integers(29928, 20, 132, MINUS_ONE);
   expected.put_integers(32568, 128, 40, MINUS_ONE);
   expected.put_integers(38236, 20, 500, MINUS_ONE);

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 
 namespace skypost::testing {
 
@@ -27,17 +26,6 @@ fs::path appliance_folder::path(const std::string& appliance_path) const {
 
 void appliance_folder::write(const std::string& appliance_path, const std::string& content) const {
   std::ofstream(path(appliance_path), std::ios::binary) << content;
-}
-
-void appliance_folder::write_alarm_script() const {
-  write("/home/nimbulog/alarm",
-        "#!/bin/sh\nfor argument; do printf '%s\\0' \"$argument\"; done >> \"${0%/*}/alarms\"\n");
-  fs::permissions(path("/home/nimbulog/alarm"), fs::perms::owner_all);
-}
-
-std::string appliance_folder::alarms() const {
-  std::ifstream file(path("/home/nimbulog/alarms"), std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace skypost::testing

@@ -17,11 +17,6 @@ class appliance_folder {
   std::filesystem::path path(const std::string& appliance_path) const;
   void write(const std::string& appliance_path, const std::string& content) const;
 
-  // Puts an alarm script there that appends each of its arguments and a NUL to a file.
-  void write_alarm_script() const;
-  // What the script was given, every argument ended by a NUL.
-  std::string alarms() const;
-
  private:
   std::filesystem::path root_;
 };

@@ -2,128 +2,77 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
-#include "live/report_parser.h"
+#include "base/value.h"
 #include "settings/defaults.h"
 
 namespace skypost::testing {
-namespace {
-
-void copy_text(live_text& destination, const char* text) {
-  std::strncpy(destination, text, sizeof destination - 1);
-}
-
-}  // namespace
-
 LiveRecord fully_equipped_station() {
-  LiveRecord live{};
-  live.temp10 = 215;
-  live.hum = 57;
-  live.dew10 = 100;
-  live.press10 = 9874;
-  live.height = 513;
-  live.altimeter10 = 10140;
-  live.sealevel10 = 10132;
-  live.winddir = 225;
-  copy_text(live.winddirstr, "SW");
-  copy_text(live.winddirstren, "WSW");
-  live.wind10 = 36;
-  live.gust10 = 100;
-  live.chill10 = 198;
-  live.rain = 12;
-  live.uv10 = 37;
-  live.solar10 = 4567;
-  live.indoortemp10 = 221;
-  live.indoorhum = 45;
-  live.last15mraintotal10 = 3;
-  live.last15mtemp10 = 214;
-  live.last15msealevel10 = 10131;
-  live.last15mmaxgust10 = 72;
-  live.last15mwind10 = 52;
-  live.last15mwinddir = 230;
-  live.last60mraintotal10 = 24;
-  live.last24hraintotal10 = 85;
-  live.last60mmaxsolar10 = 5230;
-  live.last60mmaxgust10 = 81;
-  live.last60mpresstrend = 1;
-  live.todaytemp10 = 203;
-  live.todaymaxtemp10 = 228;
-  live.todaymaxtemptime = 1336302180;
-  copy_text(live.todaymaxtemptimestr, "13:03");
-  live.todaymintemp10 = -35;
-  live.todaymintemptime = 1336273920;
-  copy_text(live.todaymintemptimestr, "05:12");
-  live.todaymaxdew10 = 118;
-  copy_text(live.todaymaxdewtimestr, "12:21");
-  live.todaymindew10 = -48;
-  copy_text(live.todaymindewtimestr, "04:40");
-  live.todayminchill10 = -62;
-  copy_text(live.todayminchilltimestr, "05:02");
-  live.todayhum = 61;
-  live.todaymaxhum = 93;
-  live.todaymaxhumtime = 1336273260;
-  copy_text(live.todaymaxhumtimestr, "05:01");
-  live.todayminhum = 41;
-  live.todayminhumtime = 1336303800;
-  copy_text(live.todayminhumtimestr, "13:30");
-  live.todaymaxuv10 = 52;
-  copy_text(live.todaymaxuvtimestr, "12:45");
-  live.todaymaxsolar10 = 7120;
-  copy_text(live.todaymaxsolartimestr, "12:50");
-  live.todaymaxsealevel10 = 10151;
-  live.todaymaxsealeveltime = 1336255260;
-  copy_text(live.todaymaxsealeveltimestr, "00:01");
-  live.todayminsealevel10 = 10119;
-  live.todayminsealeveltime = 1336284300;
-  copy_text(live.todayminsealeveltimestr, "08:05");
-  live.todaymaxgust10 = 124;
-  copy_text(live.todaymaxgusttimestr, "03:33");
-  live.todaymaxwind10 = 67;
-  copy_text(live.todaymaxwindtimestr, "03:35");
-  live.todaymaxrainrate10 = 45;
-  copy_text(live.todaymaxrainratetimestr, "02:22");
-  live.todayraintotal10 = 64;
-  live.monthmaxtemp10 = 257;
-  live.monthmintemp10 = -41;
-  live.monthmaxdew10 = 152;
-  live.monthmindew10 = -55;
-  live.monthminchill10 = -78;
-  live.monthmaxhum = 97;
-  live.monthminhum = 28;
-  live.monthmaxuv10 = 61;
-  live.monthmaxsolar10 = 8800;
-  live.monthmaxsealevel10 = 10293;
-  live.monthminsealevel10 = 9985;
-  live.monthmaxgust10 = 187;
-  live.monthmaxrainrate10 = 220;
-  live.monthraintotal10 = 313;
-  live.yearmaxtemp10 = 301;
-  live.yearmintemp10 = -157;
-  live.yearmaxdew10 = 171;
-  live.yearmindew10 = -203;
-  live.yearminchill10 = -248;
-  live.yearmaxhum = 99;
-  live.yearminhum = 19;
-  live.yearmaxuv10 = 72;
-  live.yearmaxsolar10 = 9510;
-  live.yearmaxsealevel10 = 10411;
-  live.yearminsealevel10 = 9792;
-  live.yearmaxgust10 = 276;
-  live.yearmaxrainrate10 = 614;
-  live.yearraintotal10 = 2874;
-  copy_text(live.sunrise, "05:41");
-  copy_text(live.sunset, "20:37");
-  for (int i = 0; i < 6; ++i) live.extratemp10[i] = 181 + 13 * i;
-  return live;
+  return {
+      // clang-format off
+      .temp10 = 215, .hum = 57, .dew10 = 100,
+      .press10 = 9874, .height = 513, .altimeter10 = 10140, .sealevel10 = 10132,
+      .winddir = 225, .winddirstr = "SW", .winddirstren = "WSW", .wind10 = 36, .gust10 = 100, .chill10 = 198,
+      .rain = 12, .uv10 = 37, .solar10 = 4567,
+      .indoortemp10 = 221, .indoorhum = 45, .extratemp10 = {181, 194, 207, 220, 233, 246},
+
+      .last15mraintotal10 = 3, .last15mtemp10 = 214, .last15msealevel10 = 10131,
+      .last15mmaxgust10 = 72, .last15mwind10 = 52, .last15mwinddir = 230,
+      .last60mraintotal10 = 24, .last24hraintotal10 = 85,
+      .last60mmaxsolar10 = 5230, .last60mmaxgust10 = 81, .last60mpresstrend = 1,
+
+      .todaytemp10 = 203,
+      .todaymaxtemp10 = 228,       .todaymaxtemptime = 1'336'302'180,     .todaymaxtemptimestr = "13:03",
+      .todaymintemp10 = -35,       .todaymintemptime = 1'336'273'920,     .todaymintemptimestr = "05:12",
+      .todaymaxdew10 = 118,                                               .todaymaxdewtimestr = "12:21",
+      .todaymindew10 = -48,                                               .todaymindewtimestr = "04:40",
+      .todayminchill10 = -62,                                             .todayminchilltimestr = "05:02",
+      .todayhum = 61,
+      .todaymaxhum = 93,           .todaymaxhumtime = 1'336'273'260,      .todaymaxhumtimestr = "05:01",
+      .todayminhum = 41,           .todayminhumtime = 1'336'303'800,      .todayminhumtimestr = "13:30",
+      .todaymaxuv10 = 52,                                                 .todaymaxuvtimestr = "12:45",
+      .todaymaxsolar10 = 7120,                                            .todaymaxsolartimestr = "12:50",
+      .todaymaxsealevel10 = 10151, .todaymaxsealeveltime = 1'336'255'260, .todaymaxsealeveltimestr = "00:01",
+      .todayminsealevel10 = 10119, .todayminsealeveltime = 1'336'284'300, .todayminsealeveltimestr = "08:05",
+      .todaymaxgust10 = 124,                                              .todaymaxgusttimestr = "03:33",
+      .todaymaxwind10 = 67,                                               .todaymaxwindtimestr = "03:35",
+      .todaymaxrainrate10 = 45,                                           .todaymaxrainratetimestr = "02:22",
+      .todayraintotal10 = 64,
+
+      .monthmaxtemp10 = 257, .monthmintemp10 = -41,
+      .monthmaxdew10 = 152, .monthmindew10 = -55, .monthminchill10 = -78,
+      .monthmaxhum = 97, .monthminhum = 28,
+      .monthmaxuv10 = 61, .monthmaxsolar10 = 8800,
+      .monthmaxsealevel10 = 10293, .monthminsealevel10 = 9985,
+      .monthmaxgust10 = 187, .monthmaxrainrate10 = 220, .monthraintotal10 = 313,
+
+      .yearmaxtemp10 = 301, .yearmintemp10 = -157,
+      .yearmaxdew10 = 171, .yearmindew10 = -203, .yearminchill10 = -248,
+      .yearmaxhum = 99, .yearminhum = 19,
+      .yearmaxuv10 = 72, .yearmaxsolar10 = 9510,
+      .yearmaxsealevel10 = 10411, .yearminsealevel10 = 9792,
+      .yearmaxgust10 = 276, .yearmaxrainrate10 = 614, .yearraintotal10 = 2874,
+
+      .sunrise = "05:41", .sunset = "20:37",
+      // clang-format on
+  };
 }
 
 LiveRecord sparse_station() {
-  reset_live_record();
-  LiveRecord live = live_record;
+  LiveRecord live;
+  std::int32_t numbers[sizeof live / sizeof(std::int32_t)];
+  std::fill(std::begin(numbers), std::end(numbers), MISSING_VALUE);
+  std::memcpy(&live, numbers, sizeof live);
+  for (const auto text : LIVE_TEXTS) std::strcpy(live.*text, "---");
+  live.winddirstr[0] = live.winddirstren[0] = '\0';
+  live.height = live.todaymaxtemptime = live.todaymintemptime = live.todaymaxhumtime = 0;
+  live.todayminhumtime = live.todaymaxsealeveltime = live.todayminsealeveltime = 0;
   live.temp10 = 215;
   live.hum = 57;
   live.dew10 = 100;
@@ -133,54 +82,41 @@ LiveRecord sparse_station() {
 void fill_settings(settings_record& settings) {
   std::memset(&settings, 0, sizeof settings);
   set_default_settings(settings);
-  settings.set_text(wunderground_id, "IBERLIN42");
-  settings.set_text(wunderground_password, "wu&pass#1");
-  settings.set_text(weatherflow_id, "WF-ID");
-  settings.set_text(weatherflow_password, "wf\"pass");
-  settings.set_text(metoffice_site_id, "site-4711");
-  settings.set_text(metoffice_site_key, "123456");
-  settings.set_text(hamweather_id, "HAMID");
-  settings.set_text(hamweather_password, "ham`pass`");
-  settings.set_text(weatherbug_id, "BUGID");
-  settings.set_text(weatherbug_num, "29118");
-  settings.set_text(weatherbug_password, "bug$pass");
-  settings.set_text(awekas_user, "awekasuser");
-  settings.set_text(awekas_password, "abc");
-  settings.set_text(wedaal_user, "wedaaluser");
-  settings.set_text(wedaal_password, "abc");
-  settings.set_text(windfinder_name, "windname");
-  settings.set_text(windfinder_password, "wind pass");
-  settings.set_text(windit_id, "windit-7");
-  settings.set_integer(idokep_enabled, 1);
-  settings.set_text(idokep_user, "idouser");
-  settings.set_text(idokep_password, "ido\\pass");
-  settings.set_text(wetterarchiv_user, "archivuser");
-  settings.set_text(wetterarchiv_password, "archiv$(id)");
-  settings.set_text(anythingweather_user, "anyuser");
-  settings.set_text(anythingweather_password, "any&pass");
-  settings.set_text(meteonews_password, "m@t:e/o%n$ws");
-  settings.set_text(meteonews_mac, "00:AA:BB:CC:DD:EE");
-  settings.set_text(shnetz_id, "4711");
-  settings.set_text(shnetz_password, "abc");
-  settings.set_text(regiowetter_bw_id, "bw-12");
-  settings.set_text(regiowetter_bw_account, "bw-account");
-  settings.set_text(regiowetter_id, "regio-3");
-  settings.set_text(sauerlandwetter_id, "sauer-5");
-  settings.set_text(sauerlandwetter_password, "abc");
-  settings.set_text(wetterring_secret, "ring&secret");
-  settings.set_text(meteoclimatic_station, "ESCAT0800000008001A");
-  settings.set_text(wetterspiegel_id, "spiegel-9");
-  settings.set_text(cwop_id, "N0CALL");
-  settings.set_text(aprs_call_sign, "DL1ABC-13");
-  settings.set_text(aprs_host, "127.0.0.1");
-  settings.set_integer(aprs_passcode, 12345);
-  settings.set_integer(longitude_degrees, 8);
-  settings.set_integer(longitude_minutes, 18);
-  settings.set_integer(longitude_seconds, 0);
-  settings.set_integer(latitude_degrees, 47);
-  settings.set_integer(latitude_minutes, 3);
-  settings.set_integer(latitude_seconds, 30);
-  settings.set_integer(aprs_pressure_kind, 1);
+  // clang-format off
+  constexpr std::pair<const text_field&, const char*> TEXTS[] = {
+      {wunderground_id, "IBERLIN42"},            {wunderground_password, "wu&pass#1"},
+      {weatherflow_id, "WF-ID"},                 {weatherflow_password, "wf\"pass"},
+      {metoffice_site_id, "site-4711"},          {metoffice_site_key, "123456"},
+      {hamweather_id, "HAMID"},                  {hamweather_password, "ham`pass`"},
+      {weatherbug_id, "BUGID"},                  {weatherbug_password, "bug$pass"},
+      {weatherbug_num, "29118"},
+      {awekas_user, "awekasuser"},               {awekas_password, "abc"},
+      {wedaal_user, "wedaaluser"},               {wedaal_password, "abc"},
+      {windfinder_name, "windname"},             {windfinder_password, "wind pass"},
+      {windit_id, "windit-7"},
+      {idokep_user, "idouser"},                  {idokep_password, "ido\\pass"},
+      {wetterarchiv_user, "archivuser"},         {wetterarchiv_password, "archiv$(id)"},
+      {anythingweather_user, "anyuser"},         {anythingweather_password, "any&pass"},
+      {meteonews_mac, "00:AA:BB:CC:DD:EE"},      {meteonews_password, "m@t:e/o%n$ws"},
+      {shnetz_id, "4711"},                       {shnetz_password, "abc"},
+      {regiowetter_bw_id, "bw-12"},              {regiowetter_bw_account, "bw-account"},
+      {regiowetter_id, "regio-3"},
+      {sauerlandwetter_id, "sauer-5"},           {sauerlandwetter_password, "abc"},
+      {wetterring_secret, "ring&secret"},
+      {meteoclimatic_station, "ESCAT0800000008001A"},
+      {wetterspiegel_id, "spiegel-9"},
+      {cwop_id, "N0CALL"},
+      {aprs_call_sign, "DL1ABC-13"},             {aprs_host, "127.0.0.1"},
+  };
+  constexpr std::pair<const integer_field&, std::int32_t> NUMBERS[] = {
+      {idokep_enabled, 1},
+      {longitude_degrees, 8}, {longitude_minutes, 18}, {longitude_seconds, 0},
+      {latitude_degrees, 47}, {latitude_minutes, 3},   {latitude_seconds, 30},
+      {aprs_passcode, 12345}, {aprs_pressure_kind, 1},
+  };
+  // clang-format on
+  for (const auto& [field, text] : TEXTS) settings.set_text(field, text);
+  for (const auto& [field, number] : NUMBERS) settings.set_integer(field, number);
 }
 
 moment spring_morning() {

@@ -36,6 +36,16 @@ class SettingsTool : public ::testing::Test {
     return status;
   }
 
+  void run_well(const std::vector<std::string>& arguments) {
+    EXPECT_EQ(run(arguments), 0);
+    EXPECT_EQ(errors, "");
+  }
+
+  void expect_refused(const std::vector<std::string>& arguments, const std::string& error) {
+    EXPECT_EQ(run(arguments), 1);
+    EXPECT_EQ(errors, "Error: " + error + "\n");
+  }
+
   void write(const settings_record& record, std::size_t size = SETTINGS_SIZE) const {
     std::string bytes(reinterpret_cast<const char*>(record.bytes), SETTINGS_SIZE);
     bytes.resize(size, 'x');
@@ -49,8 +59,9 @@ class SettingsTool : public ::testing::Test {
     return record;
   }
 
-  bool shows(const std::string& line) const {
-    return ("\n" + out).find("\n" + line + "\n") != std::string::npos;
+  void expect_shown(std::initializer_list<std::string> lines) const {
+    for (const std::string& line : lines)
+      EXPECT_NE(("\n" + out).find("\n" + line + "\n"), std::string::npos) << line << " not in\n" << out;
   }
 
   appliance_folder appliance;
@@ -66,17 +77,14 @@ settings_record filled_record() {
 }
 
 TEST_F(SettingsTool, MakesADefaultRecordThatOnlyItsOwnerReads) {
-  ASSERT_EQ(run({"new", file}), 0) << errors;
+  run_well({"new", file});
   settings_record expected{};
   set_default_settings(expected);
   EXPECT_EQ(read_whole_file(file), std::string(reinterpret_cast<const char*>(expected.bytes), SETTINGS_SIZE));
   EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-}
 
-TEST_F(SettingsTool, NeverOverwritesWithANewRecord) {
   appliance.write(SETTINGS_PATH, "kept");
-  EXPECT_EQ(run({"new", file}), 1);
-  EXPECT_EQ(errors, "Error: " + file + ": File exists\n");
+  expect_refused({"new", file}, file + ": File exists");
   EXPECT_EQ(read_whole_file(file), "kept");
 }
 
@@ -86,19 +94,15 @@ TEST_F(SettingsTool, ShowsTheAppliancesFileAndHidesSecrets) {
   record.set_text(wedaal_password, "");
   record.set_integer(aprs_port, -1);
   write(record);
-  ASSERT_EQ(run({"show"}), 0) << errors;
+  run_well({"show"});
   EXPECT_EQ(out.substr(0, out.find("\n[")),
             "File:       " + file + "\nLayout:     current, 65536 bytes\nByte order: native\n");
-  EXPECT_TRUE(shows("[AWEKAS]\nawekas_enabled = 0\nawekas_user = \"awekasuser\"\nawekas_password = *\n"));
-  EXPECT_TRUE(shows("aprs_passcode = *"));
-  EXPECT_TRUE(shows("wedaal_password = \"\""));
-  EXPECT_TRUE(shows("aprs_port = 4294967295"));
-  EXPECT_TRUE(shows("longitude_degrees = 8"));
-  EXPECT_TRUE(shows("cwop_id = \"N0\\x1b[2J\\\"\\\\\\x0a\""));
+  expect_shown({"[AWEKAS]\nawekas_enabled = 0\nawekas_user = \"awekasuser\"\nawekas_password = *\n",
+                "aprs_passcode = *", "wedaal_password = \"\"", "aprs_port = 4294967295",
+                "longitude_degrees = 8", "cwop_id = \"N0\\x1b[2J\\\"\\\\\\x0a\""});
 
-  ASSERT_EQ(run({"show", "--secrets", file}), 0) << errors;
-  EXPECT_TRUE(shows("awekas_password = \"abc\""));
-  EXPECT_TRUE(shows("aprs_passcode = 12345"));
+  run_well({"show", "--secrets", file});
+  expect_shown({"awekas_password = \"abc\"", "aprs_passcode = 12345"});
 }
 
 TEST_F(SettingsTool, ShowsEveryLayoutAsTheProgramReadsIt) {
@@ -121,16 +125,13 @@ TEST_F(SettingsTool, ShowsEveryLayoutAsTheProgramReadsIt) {
     if (row.foreign) convert_byte_order(record);
     setenv("NIMBULOGHW", row.platform, 1);
     write(record, row.size);
-    ASSERT_EQ(run({"show", file}), 0) << errors;
-    EXPECT_TRUE(shows(std::string("Layout:     ") + row.layout));
-    EXPECT_TRUE(
-        shows(row.foreign ? "Byte order: foreign; the values are shown converted" : "Byte order: native"));
+    run_well({"show", file});
     EXPECT_FALSE(fs::exists(file + ".old"));
-
+    const char* const order = row.foreign ? "foreign; the values are shown converted" : "native";
     const settings_record read = loaded();
-    EXPECT_TRUE(shows("longitude_degrees = 8"));
-    EXPECT_TRUE(shows("cwop_id = \"" + std::string(read.text(cwop_id)) + "\""));
-    EXPECT_TRUE(shows("windit_id = \"" + std::string(read.text(windit_id)) + "\""));
+    expect_shown({std::string("Layout:     ") + row.layout, std::string("Byte order: ") + order,
+                  "longitude_degrees = 8", "cwop_id = \"" + std::string(read.text(cwop_id)) + "\"",
+                  "windit_id = \"" + std::string(read.text(windit_id)) + "\""});
     fs::remove(file + ".old");
   }
 }
@@ -141,10 +142,8 @@ TEST_F(SettingsTool, SetsValuesInBothByteOrdersAndKeepsTheRest) {
     settings_record record = expected;
     if (foreign) convert_byte_order(record);
     write(record);
-    ASSERT_EQ(run({"set", file, "idokep_enabled=2", "sensor_temp=th12345", "longitude_degrees=-2147483648",
-                   "aprs_port=4294967295", "weatherflow_enabled=1", "awekas_user=", "awekas_password=a=b c"}),
-              0)
-        << errors;
+    run_well({"set", file, "idokep_enabled=2", "sensor_temp=th12345", "longitude_degrees=-2147483648",
+              "aprs_port=4294967295", "weatherflow_enabled=1", "awekas_user=", "awekas_password=a=b c"});
     EXPECT_EQ(read_whole_file(file).substr(18936, 4), std::string(foreign ? "\0\0\0\1" : "\1\0\0\0", 4));
 
     expected.set_integer(idokep_enabled, 2);
@@ -163,21 +162,18 @@ TEST_F(SettingsTool, SetsValuesInBothByteOrdersAndKeepsTheRest) {
 TEST_F(SettingsTool, KeepsAnOlderLayout) {
   write(filled_record(), 38'264);
   const std::string before = read_whole_file(file);
-  ASSERT_EQ(run({"set", file, "cwop_enabled=1"}), 0) << errors;
+  run_well({"set", file, "cwop_enabled=1"});
   std::string expected = before;
   expected[7016] = 1;
   EXPECT_EQ(read_whole_file(file), expected);
 
-  EXPECT_EQ(run({"set", file, "cwop_enabled=0", "windit_id=x"}), 1);
-  EXPECT_EQ(errors, "Error: windit_id lies beyond the end of this file's layout (older, 38264 bytes)\n");
+  expect_refused({"set", file, "cwop_enabled=0", "windit_id=x"},
+                 "windit_id lies beyond the end of this file's layout (older, 38264 bytes)");
   EXPECT_EQ(read_whole_file(file), expected);
 }
 
 TEST_F(SettingsTool, RefusesWhatIsWrongAndWritesNothing) {
-  const struct {
-    const char* assignment;
-    const char* error;
-  } cases[] = {
+  constexpr std::pair<const char*, const char*> CASES[] = {
       {"wunderground_pasword=x", "no setting \"wunderground_pasword\"; did you mean wunderground_password?"},
       {"Awekas_user=x", "no setting \"Awekas_user\"; did you mean awekas_user?"},
       {"sensor_temp=th123456", "sensor_temp holds at most 7 bytes; this text has 8"},
@@ -195,9 +191,8 @@ TEST_F(SettingsTool, RefusesWhatIsWrongAndWritesNothing) {
   };
   write(filled_record());
   const std::string before = read_whole_file(file);
-  for (const auto& row : cases) {
-    EXPECT_EQ(run({"set", file, "cwop_id=CHANGED", row.assignment}), 1);
-    EXPECT_EQ(errors, std::string("Error: ") + row.error + "\n");
+  for (const auto& [assignment, error] : CASES) {
+    expect_refused({"set", file, "cwop_id=CHANGED", assignment}, error);
     EXPECT_EQ(read_whole_file(file), before);
   }
 }
@@ -205,19 +200,15 @@ TEST_F(SettingsTool, RefusesWhatIsWrongAndWritesNothing) {
 TEST_F(SettingsTool, RefusesFilesThatItCannotJudge) {
   write(filled_record(), 38'692);
   const std::string before = read_whole_file(file);
-  EXPECT_EQ(run({"set", file, "cwop_enabled=1"}), 1);
-  EXPECT_EQ(errors,
-            "Error: " + file + ": not changed, as its layout is unknown (unlisted size, 38692 bytes)\n");
+  expect_refused({"set", file, "cwop_enabled=1"},
+                 file + ": not changed, as its layout is unknown (unlisted size, 38692 bytes)");
   EXPECT_EQ(read_whole_file(file), before);
 
   appliance.write(SETTINGS_PATH, "");
-  EXPECT_EQ(run({"show", file}), 1);
-  EXPECT_EQ(errors, "Error: " + file + ": empty\n");
+  expect_refused({"show", file}, file + ": empty");
   const std::string folder = fs::path(file).parent_path();
-  EXPECT_EQ(run({"show", folder}), 1);
-  EXPECT_EQ(errors, "Error: " + folder + ": not a regular file\n");
-  EXPECT_EQ(run({"show", file + ".missing"}), 1);
-  EXPECT_EQ(errors, "Error: " + file + ".missing: No such file or directory\n");
+  expect_refused({"show", folder}, folder + ": not a regular file");
+  expect_refused({"show", file + ".missing"}, file + ".missing: No such file or directory");
 }
 
 TEST_F(SettingsTool, ReplacesTheFileBehindALinkInOneStep) {
@@ -227,7 +218,7 @@ TEST_F(SettingsTool, ReplacesTheFileBehindALinkInOneStep) {
   fs::create_symlink(file, link);
   std::ifstream reader(file, std::ios::binary);  // one that is reading meanwhile
   const std::string before = read_whole_file(file);
-  ASSERT_EQ(run({"set", link, "cwop_id=CW0001"}), 0) << errors;
+  run_well({"set", link, "cwop_id=CW0001"});
 
   EXPECT_TRUE(fs::is_symlink(link));
   EXPECT_EQ(loaded().text(cwop_id), "CW0001");

@@ -6,22 +6,20 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "base/process_state.h"
+#include "support/appliance_folder.h"
 #include "transport/command.h"
-#include "transport/md5.h"
 
 namespace skypost::testing {
 namespace {
 
-constexpr upload_spec reply_spec(reply_mode mode) {
-  return {.debug_header = "\nNETWORK\n%s\n",
-          .mode = mode,
-          .success_word = "OK",
-          .failure_format = "upload failed: %s",
-          .no_response_text = "no response",
-          .judge = judge_reply};
-}
+constexpr upload_spec SPEC = {.debug_header = "\nNETWORK\n%s\n",
+                              .success_word = "OK",
+                              .failure_format = "upload failed: %s",
+                              .no_response_text = "no response",
+                              .judge = judge_reply};
 
 class Upload : public ::testing::Test {
  protected:
@@ -30,46 +28,34 @@ class Upload : public ::testing::Test {
     error_text.clear();
   }
 
-  static int upload(const std::string& command, reply_mode mode = reply_mode::raw) {
+  static int upload(const std::string& command) {
     fixed_text<COMMAND_CAPACITY> text;
     text.append_text(command);
-    return upload_via_wget(text, reply_spec(mode));
+    return upload_via_wget(text, SPEC);
   }
 
-  static std::string error() { return error_text.c_str(); }
+  static std::string error() { return std::string(error_text.view()); }
 };
 
-TEST_F(Upload, JudgesTheReplyInTheModeOfTheNetwork) {
-  struct mode_case {
-    const char* reply;  // as printf writes it
-    reply_mode mode;
-    const char* error;  // nullptr: success
+TEST_F(Upload, ReadsWhatTheCommandPrintsUpToItsCapacityAndJudgesItsText) {
+  constexpr std::pair<const char*, const char*> CASES[] = {
+      // the command; the reason of its failure, if any
+      {"printf 'one\\ntwo\\n'; echo OK", ""}, {"printf 'NO\\0OK'", "upload failed: NO"},
+      {"printf ''", "no response"},           {"printf '\\0'", "upload failed: "},
+      {"printf '%09998dOK' 0", ""},
   };
-  const mode_case cases[] = {
-      {"OK", reply_mode::first_line, nullptr},
-      {"ERROR\\nOK", reply_mode::first_line, "upload failed: ERROR"},
-      {"ERROR\\nOK", reply_mode::raw, nullptr},
-      {"ERROR\\nOK", reply_mode::breaks_to_blanks, nullptr},
-      {"O\\r\\nK\\r\\n", reply_mode::breaks_to_blanks, "upload failed: O K "},
-      {"O\\r\\nK\\r\\n", reply_mode::raw, "upload failed: OK"},
-      {"NO\\0OK", reply_mode::raw, "upload failed: NO"},
-      {"", reply_mode::raw, "no response"},
-  };
-  for (const mode_case& row : cases) {
-    SCOPED_TRACE(row.reply);
+  for (const auto& [command, reason] : CASES) {
+    SCOPED_TRACE(command);
     error_text.clear();
-    EXPECT_EQ(upload(std::string("printf '") + row.reply + "'", row.mode), row.error == nullptr ? 0 : -1);
-    EXPECT_EQ(error(), row.error == nullptr ? "" : row.error);
+    EXPECT_EQ(upload(command), *reason == '\0' ? 0 : -1);
+    EXPECT_EQ(error(), reason);
   }
-}
-
-TEST_F(Upload, ReadsNoMoreThanTheCapacity) {
-  EXPECT_EQ(upload("printf '%09998dOK' 0"), 0);
   EXPECT_EQ(upload("printf '%09999dOK' 0"), -1);
 }
 
 TEST_F(Upload, RunsNoCommandThatDidNotFit) {
-  const std::string marker = ::testing::TempDir() + "must_not_exist";
+  const appliance_folder appliance;
+  const std::string marker = appliance.path("/must_not_exist");
   ASSERT_EQ(upload("touch " + marker + "; echo OK #" + std::string(COMMAND_CAPACITY, 'x')), -1);
   EXPECT_NE(access(marker.c_str(), F_OK), 0);
   EXPECT_EQ(error().rfind("command longer than 9999 characters, not run: touch", 0), 0U) << error();
@@ -84,18 +70,6 @@ TEST_F(Upload, SaysTheSameToTheOwnerWithAndWithoutDebugOutput) {
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
               debug == 0 ? "" : "\nNETWORK\nprintf 'bad\\r\\nnews\\n'\nReply: badnews\n");
   }
-}
-
-TEST(UrlValue, ReachesItsPlaceInOnePiece) {
-  fixed_text<200> command;
-  append_url_value(command, "a&b#c\"d`e$(f)\\g %26+");
-  EXPECT_STREQ(command.c_str(), "a%26b%23c\\\"d\\`e\\$(f)\\\\g %26+");
-}
-
-TEST(Md5, MatchesTheDigestsOfItsDefinition) {
-  fixed_text<32> digest;
-  EXPECT_STREQ(md5_hex("", digest).c_str(), "d41d8cd98f00b204e9800998ecf8427e");
-  EXPECT_STREQ(md5_hex("abc", digest).c_str(), "900150983cd24fb0d6963f7d28e17f72");
 }
 
 }  // namespace
