@@ -3,11 +3,13 @@
 #include "channels/mail_report.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <cstdlib>
 #include <string>
 #include <utility>
 
+#include "base/process_state.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -70,6 +72,22 @@ TEST(MailReport, CommandReachesTheMailProgramUnderAnyRoot) {
   EXPECT_EQ(command.view(),
             "\"/tmp/my \\$HOME/opt/sbin/sendmail\" -C \"/tmp/my \\$HOME/home/nimbulog/esmtprc\" "
             "borgervejr@dmi.dk 2>&1 | /usr/bin/logger");
+}
+
+TEST(MailReport, SaysWhyItCouldNotStart) {
+  flags = {};
+  error_text.clear();
+  error_text.append_text("left by another network");
+  rlimit before{};
+  getrlimit(RLIMIT_NOFILE, &before);
+  const rlimit no_descriptors{.rlim_cur = 0, .rlim_max = before.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &no_descriptors);
+  const int result = send_mail_report();
+  setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_EQ(result, -1);
+  EXPECT_EQ(error_text.view(),
+            "error pipe open: /opt/sbin/sendmail -C /home/nimbulog/esmtprc borgervejr@dmi.dk 2>&1 | "
+            "/usr/bin/logger: Too many open files");
 }
 
 }  // namespace

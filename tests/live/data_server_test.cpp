@@ -48,5 +48,15 @@ TEST(DataServer, CutsAReportThatIsLongerThanTheBuffer) {
   EXPECT_TRUE(text.starts_with(report));
 }
 
+TEST(DataServer, LeavesTheRecordStaleWhenNobodyListens) {
+  const std::uint16_t port = sim::tcp_server(0, "data server", [](sim::connection&) {}).port();
+  static report_buffer report;
+  flags.live_data_stale = 0;
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(fetch_live_data(report, "127.0.0.1", port), -1);
+  EXPECT_NE(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(flags.live_data_stale, 1);
+}
+
 }  // namespace
 }  // namespace skypost::testing

