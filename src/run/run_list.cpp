@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <iterator>
+
 #include "channels/aprs.h"
 #include "channels/mail_report.h"
 #include "networks/anythingweather.h"
@@ -69,6 +71,7 @@ constexpr run_step RUN_LIST[] = {
     {"idokep",               &idokep_enabled,          nullptr,      true,  false, upload_idokep},
     // clang-format on
 };
+static_assert(std::size(RUN_LIST) == 27);
 
 void run_step_now(const run_step& step) {
   if (step.call() != 0) report_failure(step.name);

@@ -108,6 +108,16 @@ TEST_F(AprsSession, IsTriedAgainUntilTheServerNamesTheStation) {
   }
 }
 
+// Ten attempts with long answers say more than the text holds.
+TEST_F(AprsSession, CutsTheMessagesAtTheEndOfTheText) {
+  replying_server server({std::string(1'000, '#')});
+  const char* const servers[] = {"127.0.0.1", "127.0.0.1", nullptr};
+  EXPECT_EQ(aprs_session(servers, server.port(), "N0CALL", -1, true), -1);
+  const std::string five = five_times("data transfer", std::string(1'000, '#'));
+  EXPECT_EQ(error_text.view(), (five + five).substr(0, ERROR_TEXT_CAPACITY));
+  EXPECT_EQ(server.received().size(), 10U);
+}
+
 TEST_F(AprsSession, SendsNoCallSignWithALineBreak) {
   replying_server server({"N0CALL"});
   for (const char* call_sign : {"N0CALL\r\nN0CALL>APRS:hi", "N0CALL\n", "\rN0CALL"}) {

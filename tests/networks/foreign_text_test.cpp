@@ -11,6 +11,7 @@
 #include <functional>
 #include <string>
 
+#include "live/report_parser.h"
 #include "support/appliance_folder.h"
 #include "support/every_network.h"
 #include "support/station.h"
@@ -20,7 +21,7 @@ namespace skypost::testing {
 namespace {
 
 constexpr std::string_view FOREIGN[] = {
-    "$(canary)",       "`canary`",         "\";canary;\"",   "\\\";canary\n",
+    "$(canary)",       "`canary`",         "\";canary;\"",   "\\\";canary&x\n",
     "|canary&canary ", "'${IFS}canary'\t", "&a=b#c%00%0a?/", "\x80\x81\x88\xFF\x01\x7F*!<>()[]{}",
 };
 constexpr char HARMLESS = '~';  // stands nowhere else in a command
@@ -109,10 +110,15 @@ TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
   }
   EXPECT_GE(texts_sent_, 1);
 
+  // The report's words, through its parser. None of the foreign texts has a blank so early.
   live = fully_equipped_station();
-  expect_unaltered("winddirstr", sizeof live.winddirstr - 1, live, [&](const std::string& text) {
-    std::memcpy(live.winddirstr, text.c_str(), text.size() + 1);
-  });
+  station_settings.set_text(sensor_wind, "wind0");
+  for (const char* const key : {"actual_wind0_dir_de ", "actual_wind0_dir_en ",
+                                "actual_sunrise_standard_local ", "actual_sunset_standard_local "})
+    expect_unaltered(key, sizeof(live_text) - 1, live, [&](const std::string& text) {
+      parse_live_reply((key + text).c_str());
+      std::memcpy(live.winddirstr, live_record.winddirstr, sizeof(live_text));
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Networks, ForeignText, ::testing::ValuesIn(EVERY_HTTP_NETWORK),

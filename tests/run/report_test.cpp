@@ -19,7 +19,11 @@ TEST(ReportFailure, PassesThreeUnalteredArguments) {
   setenv("SKYPOST_ROOT", board.root().c_str(), 1);
   std::string all_bytes;
   for (int byte = 1; byte < 256; ++byte) all_bytes += static_cast<char>(byte);
-  for (const std::string& text : {std::string(), all_bytes, std::string(10'000, '"')}) {
+  std::vector<std::string> texts = {"", all_bytes, std::string(10'000, '"')};
+  for (std::size_t length = 1; length <= 128; ++length)
+    for (const char* const foreign : {"$(touch x)", "\";`id`\\", "'\n&|<>*"})
+      texts.push_back((std::string(length, '.') + foreign).substr(length % 10, length));
+  for (const std::string& text : texts) {
     board.forget_alarms();
     error_text.clear();
     error_text.append_text(text);
