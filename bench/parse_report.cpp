@@ -29,6 +29,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "live/live_table.h"
 #include "live/report_parser.h"
 #include "settings/record.h"
@@ -43,6 +44,7 @@ constexpr const char* PLACE_NAMES[] = {"early", "late", "absent", "lifelike"};
 struct selection {
   const text_field* field;
   const char* sensor_class;
+  const char* number = "0";
 };
 constexpr selection SELECTIONS[] = {
     // clang-format off
@@ -55,14 +57,18 @@ constexpr selection SELECTIONS[] = {
     {&sensor_uv,     "uv"},
     {&sensor_indoor, "thb"},
     {&sensor_solar,  "sol"},
+    {&sensor_extra_temp0, "t", "0"},
+    {&sensor_extra_temp1, "t", "1"},
+    {&sensor_extra_temp2, "t", "2"},
+    {&sensor_extra_temp3, "t", "3"},
+    {&sensor_extra_temp4, "t", "4"},
+    {&sensor_extra_temp5, "t", "5"},
     // clang-format on
 };
 
 void select_sensors() {
   for (const selection& row : SELECTIONS)
-    station_settings.set_text(*row.field, (std::string(row.sensor_class) + "0").c_str());
-  for (int i = 0; i < EXTRA_TEMPERATURES; ++i)
-    station_settings.set_text(sensor_extra_temp[i], ("t" + std::to_string(i)).c_str());
+    station_settings.set_text(*row.field, std::string(row.sensor_class) + row.number);
 }
 
 std::string key_of(const char* pattern, std::string_view sensor) {
@@ -77,8 +83,6 @@ std::vector<std::string> wanted_keys() {
   for (const live_row& row : LIVE_TABLE)
     keys.push_back(
         key_of(row.key, row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor)));
-  for (const text_field& sensor : sensor_extra_temp)
-    keys.push_back(key_of(EXTRA_TEMPERATURE_KEY, station_settings.text(sensor)));
   return keys;
 }
 
@@ -109,7 +113,7 @@ std::string make_report(std::size_t size, place where) {
     for (const std::string& key : wanted_keys()) own.push_back(line_of(key));
   const std::size_t room = size - length_of(own);
   std::vector<std::string> lines;
-  for (int number = EXTRA_TEMPERATURES; length_of(lines) < room; ++number) add_other_sensors(lines, number);
+  for (int number = 6; length_of(lines) < room; ++number) add_other_sensors(lines, number);
   while (length_of(lines) > room) lines.pop_back();
   for (std::size_t i = 0; i < own.size(); ++i) {
     const std::size_t spread = lines.size() * i / own.size();

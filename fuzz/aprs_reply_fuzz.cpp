@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "base/process_state.h"
-#include "channels/aprs.h"
+#include "channels/channels.h"
 #include "harness.h"
 
 namespace {

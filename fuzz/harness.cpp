@@ -12,13 +12,8 @@
 
 #include "base/paths.h"
 #include "base/process_state.h"
-#include "channels/aprs.h"
-#include "channels/mail_report.h"
-#include "every_network.h"
-#include "pullfiles/awekas_files.h"
-#include "pullfiles/hetweeractueel.h"
-#include "pullfiles/meteoclimatic.h"
-#include "pullfiles/wetterspiegel.h"
+#include "channels/channels.h"
+#include "run/run_list.h"
 #include "settings/defaults.h"
 
 // No process is started, however a target reaches the call, and no time is spent.
@@ -91,24 +86,21 @@ void equip_station() {
   station_settings.set_text(sensor_uv, "uv0");
   station_settings.set_text(sensor_solar, "sol0");
   station_settings.set_text(sensor_indoor, "thb0");
-  for (const text_field& sensor : sensor_extra_temp) station_settings.set_text(sensor, "th1");
+  for (const text_field& sensor : {sensor_extra_temp0, sensor_extra_temp1, sensor_extra_temp2,
+                                   sensor_extra_temp3, sensor_extra_temp4, sensor_extra_temp5})
+    station_settings.set_text(sensor, "th1");
 }
 
 void compose_everything() {
-  const moment now = moment_at(1'336'280'889);
-  for (const named_network& network : EVERY_HTTP_NETWORK) {
-    fixed_text<9'999> command;
-    network.network->compose(command, station_settings, live_record, now);
-    require(command.was_cut() || is_sound(command.view()), network.name);
-  }
-  fixed_text<9'999> packet;
-  compose_aprs_text(packet, station_settings, live_record, now, "N0CALL", -1, true);
-  fixed_text<9'999> mail;
-  compose_mail_header(mail, station_settings, now);
-  compose_mail_body(mail, live_record, now);
-  for (const auto& write : {write_awekas_file, write_wedaal_file, write_wetterpage24_file,
-                            write_meteoclimatic_file, write_wetterspiegel_file, write_hetweeractueel_file})
-    require(write("file.txt") == 0, "pull file");
+  const station from = {
+      station_settings, live_record, moment_at(1'336'280'889), {"X86", "00:1A:2B:3C:4D:5E"}};
+  for_each_outgoing([&](const outgoing& what) {
+    outgoing_text text;
+    what.compose(text, from);
+    if (what.by == carrier::http) require(text.was_cut() || is_sound(text.view()), what.id);
+  });
+  for (const run_step& step : run_list())
+    if (step.what->by == carrier::file) require(step.call() == 0, step.call.file);
 }
 
 std::uint8_t take_byte(std::string_view& input) {

@@ -6,6 +6,7 @@
 #include "base/paths.h"
 #include "harness.h"
 #include "live/report_parser.h"
+#include "settings/field_descriptions.h"
 #include "settings/load.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -19,10 +20,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::write_file(SETTINGS_PATH, input, SIZES[choice / 4 % 4]);
   load_settings(station_settings);
 
-  for (const settings_field* field : SETTINGS_FIELDS)
-    if (field->is_text())
-      fuzz::require(station_settings.text(static_cast<const text_field&>(*field)).size() <= field->size,
-                    field->name);
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (row.field.is_text())
+      fuzz::require(station_settings.text(row.as_text()).size() <= row.field.size, row.name);
   load_live_record("actual_th0_temp_c 21.3 actual_th0_hum_rel 57 actual_th0_dew_c 11.9");
   fuzz::compose_everything();
   return 0;

@@ -17,6 +17,7 @@
 #include <system_error>
 
 #include "base/paths.h"
+#include "run/run_list.h"
 #include "settings/defaults.h"
 #include "sim/networks.h"
 
@@ -90,7 +91,12 @@ void fill_settings(settings_record& settings) {
   settings.set_text(sensor_uv, "uv0");
   settings.set_text(sensor_indoor, "thb0");
   settings.set_text(sensor_solar, "sol0");
-  for (int i = 0; i < 6; ++i) settings.set_text(sensor_extra_temp[i], "t" + std::to_string(i));
+  settings.set_text(sensor_extra_temp0, "t0");
+  settings.set_text(sensor_extra_temp1, "t1");
+  settings.set_text(sensor_extra_temp2, "t2");
+  settings.set_text(sensor_extra_temp3, "t3");
+  settings.set_text(sensor_extra_temp4, "t4");
+  settings.set_text(sensor_extra_temp5, "t5");
 
   settings.set_integer(longitude_degrees, 8);
   settings.set_integer(longitude_minutes, 18);
@@ -99,16 +105,10 @@ void fill_settings(settings_record& settings) {
   settings.set_integer(latitude_minutes, 3);
   settings.set_integer(latitude_seconds, 30);
 
-  for (const network_row& network : http_networks()) {
-    settings.set_integer(*network.enabled, 1);
+  for (const run_step& step : run_list()) settings.set_integer(*step.enabled, 1);
+  for (const network_row& network : http_networks())
     for (const account_text& text : network.account)
       if (text.field != nullptr) settings.set_text(*text.field, text.value);
-  }
-  for (const integer_field* enabled :
-       {&hetweeractueel_enabled, &wetterpage24_enabled, &meteoclimatic_enabled, &wetterspiegel_enabled,
-        &cwop_enabled, &aprs_enabled, &borgervejr_enabled})
-    settings.set_integer(*enabled, 1);
-
   settings.set_text(meteoclimatic_station, "ESCAT0800000008001A");
   settings.set_text(wetterspiegel_id, "spiegel-9");
   settings.set_text(cwop_id, CWOP_ID);
@@ -204,8 +204,8 @@ void appliance::save_settings() const {
 }
 
 void appliance::switch_all_networks_off() {
-  for (const settings_field* field : SETTINGS_FIELDS)
-    if (field->kind == field_kind::flag) std::memset(settings.bytes + field->offset, 0, field->size);
+  for (const settings_field& field : SETTINGS_FIELDS)
+    if (field.kind == field_kind::flag) std::memset(settings.bytes + field.offset, 0, field.size);
 }
 
 void appliance::install_mail_program(std::uint16_t mail_port) const {

@@ -12,6 +12,8 @@
 #include <thread>
 
 #include "base/paths.h"
+#include "channels/channels.h"
+#include "run/run_list.h"
 #include "sim/report.h"
 #include "sim/world.h"
 
@@ -20,48 +22,6 @@ namespace {
 
 // The network that is made to refuse: its answer is full of what a shell would take for its own.
 constexpr char REFUSING[] = "wedaal-push";
-
-enum class way { file, http, cwop, aprs, mail };
-
-struct step_row {
-  const char* step;
-  const char* name;
-  way how;
-  const char* file = nullptr;
-};
-
-// The run list as a reader numbers it.
-constexpr step_row STEPS[] = {
-    // clang-format off
-    {"1",  "awekas-pull",          way::file, "awekas.txt"},
-    {"1a", "awekas-push",          way::http},
-    {"2",  "wedaal-pull",          way::file, "wedaal.txt"},
-    {"2a", "wedaal-push",          way::http},
-    {"3",  "meteonews",            way::http},
-    {"4",  "sauerlandwetter",      way::http},
-    {"5",  "SH-Netz",              way::http},
-    {"6",  "windfinder",           way::http},
-    {"7",  "windit",               way::http},
-    {"8",  "hetweeractueel",       way::file, "hetweeractueel.txt"},
-    {"9",  "wetterpage24",         way::file, "wetterpage24.txt"},
-    {"10", "meteoclimatic",        way::file, "meteoclimatic.txt"},
-    {"11", "wetterspiegel",        way::file, "wetterspiegel.txt"},
-    {"12", "HAMweather/weather4u", way::http},
-    {"13", "wetterarchiv",         way::http},
-    {"14", "anythingweather",      way::http},
-    {"15", "wetterring",           way::http},
-    {"16", "regiowetter",          way::http},
-    {"17", "regiowetter-bw",       way::http},
-    {"18", "weather underground",  way::http},
-    {"19", "weatherflow",          way::http},
-    {"20", "metoffice",            way::http},
-    {"21", "CWOP",                 way::cwop},
-    {"22", "APRS",                 way::aprs},
-    {"23", "weatherbug",           way::http},
-    {"24", "borgervejr",           way::mail},
-    {"25", "idokep",               way::http},
-    // clang-format on
-};
 
 // What came of a step; nothing was sent when `sent` is empty.
 struct outcome {
@@ -72,22 +32,22 @@ struct outcome {
 };
 
 // What the network fetches from the web server, which has to be what both directories hold.
-outcome file_outcome(const step_row& step, const world& all, int web_port) {
+outcome file_outcome(const run_step& step, const world& all, int web_port) {
   outcome result{.how = "file"};
   httplib::Client network("127.0.0.1", web_port);
-  const auto response = network.Get(std::string("/") + step.file);
+  const auto response = network.Get(std::string("/") + step.call.file);
   if (!response || response->status != 200) return result;
   result.sent = response->body;
   result.answer = "fetched, " + std::to_string(result.sent.size()) + " bytes";
-  const bool same = result.sent == all.board.read(PULL_DIRECTORIES[1] + std::string(step.file));
+  const bool same = result.sent == all.board.read(PULL_DIRECTORIES[1] + std::string(step.call.file));
   result.verdict = same ? "written" : "COPIES DIFFER";
   return result;
 }
 
-outcome http_outcome(const step_row& step, const std::vector<request_seen>& requests) {
+outcome http_outcome(const run_step& step, const std::vector<request_seen>& requests) {
   outcome result{.how = "HTTP"};
   for (const request_seen& seen : requests) {
-    if (std::strcmp(seen.network->name, step.name) != 0) continue;
+    if (std::strcmp(seen.network->name, step.name.text) != 0) continue;
     const bool is_secured = seen.network->which == server::secured;
     result.how = is_secured ? "HTTPS" : seen.network->method;
     // The interesting part first: the query, or the body.
@@ -115,17 +75,15 @@ outcome mail_outcome(const smtp_sink& server) {
   return result;
 }
 
-outcome outcome_of(const step_row& step, const world& all, int web_port) {
-  switch (step.how) {
-    case way::file:
+outcome outcome_of(const run_step& step, const world& all, int web_port) {
+  switch (step.what->by) {
+    case carrier::file:
       return file_outcome(step, all, web_port);
-    case way::http:
+    case carrier::http:
       return http_outcome(step, all.peers.requests());
-    case way::cwop:
-      return aprs_outcome(*all.cwop);
-    case way::aprs:
-      return aprs_outcome(*all.aprs);
-    case way::mail:
+    case carrier::aprs:
+      return aprs_outcome(step.what == &CWOP ? *all.cwop : *all.aprs);
+    case carrier::mail:
       return mail_outcome(all.mail);
   }
   return {};
@@ -142,24 +100,29 @@ std::string in_one_line(std::string text, std::size_t width) {
   return text;
 }
 
-void print_row(const char* step, const std::string& name, const outcome& came) {
-  std::printf("%-4s %-20s %-5s  %-52s  %-28s  %s\n", step, name.c_str(), came.how.c_str(),
+void print_row(const std::string& step, const std::string& name, const outcome& came) {
+  std::printf("%-4s %-20s %-5s  %-52s  %-28s  %s\n", step.c_str(), name.c_str(), came.how.c_str(),
               in_one_line(came.sent, 52).c_str(), in_one_line(came.answer, 28).c_str(), came.verdict.c_str());
 }
 
+bool is_as_it_should_be(const run_step& step, const outcome& came) {
+  if (std::strcmp(step.name.text, REFUSING) == 0) return came.verdict == "refused";
+  return came.verdict == "written" || came.verdict == "delivered" || came.verdict == "accepted";
+}
+
+// Steps under the limit of the step before count with it: 1, 1a, 2, 2a, 3, ...
 bool print_steps(const world& all, int web_port) {
   bool is_good = true;
+  int count = 0;
   print_row("step", "network", {"how", "what was sent (its start)", "answer", "verdict"});
-  for (const step_row& step : STEPS) {
+  for (const run_step& step : run_list()) {
+    const bool is_second = step.limit == step_limit::shared;
+    const std::string number = is_second ? std::to_string(count) + 'a' : std::to_string(++count);
     const outcome came = outcome_of(step, all, web_port);
-    print_row(step.step, step.name, came);
-    all.board.write(
-        std::string("/texts/") + step.step + ".txt",
-        "Sent\n\n" + came.sent + "\n\nAnswer\n\n" + came.answer + "\n\nVerdict: " + came.verdict + '\n');
-    const bool refuses = std::strcmp(step.name, REFUSING) == 0;
-    if (came.verdict != "written" && came.verdict != "delivered" &&
-        came.verdict != (refuses ? "refused" : "accepted"))
-      is_good = false;
+    print_row(number, step.name.text, came);
+    all.board.write("/texts/" + number + ".txt", "Sent\n\n" + came.sent + "\n\nAnswer\n\n" + came.answer +
+                                                     "\n\nVerdict: " + came.verdict + '\n');
+    is_good = is_good && is_as_it_should_be(step, came);
   }
   return is_good;
 }

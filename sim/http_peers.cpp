@@ -59,7 +59,7 @@ std::string fault_in_account(const network_row& network, const httplib::Request&
     }
     std::string value = parameter(request, text.parameter);
     if (text.record_field != 0) value = field_of(value, network.record.separator, text.record_field);
-    if (value != as_sent(text)) return std::string(text.field->name) + " arrived as " + value;
+    if (value != as_sent(text)) return std::string(text.parameter) + " arrived as " + value;
   }
   return {};
 }

@@ -16,6 +16,7 @@
 #include "run/host_identity.h"
 #include "settings/byte_order.h"
 #include "settings/defaults.h"
+#include "settings/field_descriptions.h"
 #include "settings/load.h"
 #include "settings_file.h"
 
@@ -69,15 +70,8 @@ std::string layout_of(const settings_file& file) {
 settings_record as_loaded(const settings_file& file) {
   settings_record record = file.image;
   if (file.size < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(file.size));
-  if (is_size_unlisted(file.size, platform())) open_gap(record);
-  if (is_byte_order_foreign(record, platform())) convert_byte_order(record);
+  adapt_image(record, is_size_unlisted(file.size, platform()), platform());
   return record;
-}
-
-const text_field& as_text(const settings_field& field) { return static_cast<const text_field&>(field); }
-
-const integer_field& as_integer(const settings_field& field) {
-  return static_cast<const integer_field&>(field);
 }
 
 // A text between quotes, without anything that a terminal would obey.
@@ -97,24 +91,24 @@ std::string quoted(std::string_view text) {
   return result.str();
 }
 
-std::string value_of(const settings_record& record, const settings_field& field) {
-  if (field.is_text()) return quoted(record.text(as_text(field)));
-  if (field.kind == field_kind::unsigned_integer)
-    return std::to_string(record.unsigned_integer(as_integer(field)));
-  return std::to_string(record.integer(as_integer(field)));
+std::string value_of(const settings_record& record, const field_description& row) {
+  if (row.field.is_text()) return quoted(record.text(row.as_text()));
+  if (row.field.kind == field_kind::unsigned_integer)
+    return std::to_string(record.unsigned_integer(row.as_integer()));
+  return std::to_string(record.integer(row.as_integer()));
 }
 
-// What cannot be guessed from a secret is only that there is none.
-bool is_hidden(const settings_record& record, const settings_field& field) {
-  return field.is_secret() && !(field.is_text() && record.text(as_text(field)).empty());
+// An empty password is no secret.
+bool is_hidden(const settings_record& record, const field_description& row) {
+  return row.field.is_secret() && !(row.field.is_text() && record.text(row.as_text()).empty());
 }
 
 void print_fields(std::ostream& out, const settings_record& record, bool with_secrets) {
   std::string_view group;
-  for (const settings_field* field : SETTINGS_FIELDS) {
-    if (group != field->group) out << "\n[" << (group = field->group) << "]\n";
-    const bool hide = !with_secrets && is_hidden(record, *field);
-    out << field->name << " = " << (hide ? "*" : value_of(record, *field)) << '\n';
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (group != row.group) out << "\n[" << (group = row.group) << "]\n";
+    const bool hide = !with_secrets && is_hidden(record, row);
+    out << row.name << " = " << (hide ? "*" : value_of(record, row)) << '\n';
   }
 }
 
@@ -134,20 +128,21 @@ std::size_t distance(std::string_view one, std::string_view other) {
   return row.back();
 }
 
-const settings_field& field_named(const std::string& name) {
-  const settings_field& nearest = **std::min_element(
-      std::begin(SETTINGS_FIELDS), std::end(SETTINGS_FIELDS), [&](const auto* one, const auto* other) {
-        return distance(name, one->name) < distance(name, other->name);
-      });
+const field_description& field_named(const std::string& name) {
+  const field_description& nearest =
+      *std::min_element(std::begin(FIELD_DESCRIPTIONS), std::end(FIELD_DESCRIPTIONS),
+                        [&](const field_description& one, const field_description& other) {
+                          return distance(name, one.name) < distance(name, other.name);
+                        });
   if (name != nearest.name)
     throw tool_error("no setting \"" + name + "\"; did you mean " + nearest.name + "?");
   return nearest;
 }
 
 // The bits that are stored for a number.
-std::int32_t number_for(const settings_field& field, const std::string& text) {
+std::int32_t number_for(const field_description& row, const std::string& text) {
   using signed_limits = std::numeric_limits<std::int32_t>;
-  const bool is_unsigned = field.kind == field_kind::unsigned_integer;
+  const bool is_unsigned = row.field.kind == field_kind::unsigned_integer;
   const std::int64_t least = is_unsigned ? 0 : signed_limits::min();
   const std::int64_t most = is_unsigned ? std::numeric_limits<std::uint32_t>::max() : signed_limits::max();
 
@@ -155,37 +150,38 @@ std::int32_t number_for(const settings_field& field, const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto [stop, fault] = std::from_chars(text.data(), end, value);
   if (stop != end || fault == std::errc::invalid_argument)
-    throw tool_error(std::string(field.name) + " takes a whole number, not \"" + text + "\"");
+    throw tool_error(std::string(row.name) + " takes a whole number, not \"" + text + "\"");
   if (fault != std::errc{} || value < least || value > most)
-    throw tool_error(std::string(field.name) + " takes a number from " + std::to_string(least) + " to " +
+    throw tool_error(std::string(row.name) + " takes a number from " + std::to_string(least) + " to " +
                      std::to_string(most) + ", not " + text);
   return static_cast<std::int32_t>(value);
 }
 
-void store(settings_record& record, const settings_field& field, const std::string& value) {
+void store(settings_record& record, const field_description& row, const std::string& value) {
+  const settings_field& field = row.field;
   if (!field.is_text()) {
-    record.set_integer(as_integer(field), number_for(field, value));
+    record.set_integer(row.as_integer(), number_for(row, value));
     return;
   }
   if (value.size() >= field.size)
-    throw tool_error(std::string(field.name) + " holds at most " + std::to_string(field.size - 1) +
+    throw tool_error(std::string(row.name) + " holds at most " + std::to_string(field.size - 1) +
                      " bytes; this text has " + std::to_string(value.size()));
-  // No rest of a longer password stays behind the new one.
+  // No rest of a longer password stays after the new one.
   std::memset(record.bytes + field.offset, 0, field.size);
-  record.set_text(as_text(field), value);
+  record.set_text(row.as_text(), value);
 }
 
 // Carries "name=value" out on the record of a file.
 void assign(const settings_file& file, settings_record& record, const std::string& assignment) {
   const std::size_t equals = assignment.find('=');
   if (equals == std::string::npos) throw usage_error("\"" + assignment + "\" is no NAME=VALUE");
-  const settings_field& field = field_named(assignment.substr(0, equals));
-  if (field.offset == byte_order_marker.offset)
-    throw tool_error(std::string(field.name) + " tells the file's byte order and stays");
-  if (field.offset + field.size > file.size)
-    throw tool_error(std::string(field.name) + " lies beyond the end of this file's layout (" +
+  const field_description& row = field_named(assignment.substr(0, equals));
+  if (row.field.offset == byte_order_marker.offset)
+    throw tool_error(std::string(row.name) + " tells the file's byte order and stays");
+  if (row.field.offset + row.field.size > file.size)
+    throw tool_error(std::string(row.name) + " lies beyond the end of this file's layout (" +
                      layout_of(file) + ")");
-  store(record, field, assignment.substr(equals + 1));
+  store(record, row, assignment.substr(equals + 1));
 }
 
 // A file whose name starts with a dash is given as ./-name.

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include "base/paths.h"
@@ -11,54 +12,20 @@ namespace {
 
 enum class endpoint_kind { url, host_and_port, host, address };
 
+// In the order of the enumeration, which is made from the same list.
 struct endpoint_row {
-  endpoint row;
   const char* name;
   endpoint_kind kind;
   const char* value;
 };
 
-// Where no server of a network is known, its name ends in the reserved domain .invalid, which never
-// resolves: no station's password can reach a stranger.
 constexpr endpoint_row ENDPOINTS[] = {
-    // clang-format off
-    {endpoint::wunderground,        "wunderground",        endpoint_kind::url,           "https://weatherstation.wunderground.com"},
-    {endpoint::wunderground_rapid,  "wunderground_rapid",  endpoint_kind::url,           "https://rtupdate.wunderground.com"},
-    {endpoint::weatherflow,         "weatherflow",         endpoint_kind::url,           "http://pws.weatherflow.com"},
-    {endpoint::metoffice,           "metoffice",           endpoint_kind::url,           "https://wow.metoffice.gov.uk"},
-    {endpoint::pwsweather,          "pwsweather",          endpoint_kind::url,           "https://www.pwsweather.com"},
-    {endpoint::weatherbug,          "weatherbug",          endpoint_kind::url,           "http://data.backyard2.weatherbug.com"},
-    {endpoint::awekas,              "awekas",              endpoint_kind::url,           "http://www.awekas.at"},
-    {endpoint::wedaal,              "wedaal",              endpoint_kind::url,           "http://www.wedaal.de"},
-    {endpoint::windfinder,          "windfinder",          endpoint_kind::url,           "http://www.windfinder.com"},
-    {endpoint::windit,              "windit",              endpoint_kind::url,           "http://windit.invalid"},
-    {endpoint::idokep,              "idokep",              endpoint_kind::url,           "https://automata.idokep.hu"},
-    {endpoint::idokep_pro,          "idokep_pro",          endpoint_kind::url,           "https://pro.idokep.hu"},
-    {endpoint::wetterarchiv,        "wetterarchiv",        endpoint_kind::url,           "http://www.wetterarchiv.de"},
-    {endpoint::anythingweather,     "anythingweather",     endpoint_kind::url,           "http://www.anythingweather.com"},
-    {endpoint::meteonews,           "meteonews",           endpoint_kind::host_and_port, "meteonews.invalid"},
-    {endpoint::shnetz,              "shnetz",              endpoint_kind::url,           "http://sh-netz.invalid"},
-    {endpoint::regiowetter_bw,      "regiowetter_bw",      endpoint_kind::url,           "http://regiowetter-bw.invalid"},
-    {endpoint::regiowetter,         "regiowetter",         endpoint_kind::url,           "http://regiowetter.invalid"},
-    {endpoint::sauerlandwetter,     "sauerlandwetter",     endpoint_kind::url,           "http://www.sauerlandwetter.de"},
-    {endpoint::wetterring,          "wetterring",          endpoint_kind::url,           "http://wetterring.invalid"},
-    {endpoint::cwop_first,          "cwop_first",          endpoint_kind::host,          "cwop.aprs.net"},
-    {endpoint::cwop_second,         "cwop_second",         endpoint_kind::host,          "rotate.aprs2.net"},
-    {endpoint::borgervejr_recipient, "borgervejr_recipient", endpoint_kind::address,     "borgervejr@dmi.dk"},
-    {endpoint::mail_sender,         "mail_sender",         endpoint_kind::address,       "root@localhost"},
-    // clang-format on
+#define ENDPOINT(name, kind, value) {#name, endpoint_kind::kind, value},
+#include "base/endpoints.def"
 };
 
-constexpr bool rows_stand_in_order() {
-  std::size_t index = 0;
-  for (const endpoint_row& row : ENDPOINTS)
-    if (row.row != static_cast<endpoint>(index++)) return false;
-  return index == static_cast<std::size_t>(endpoint::COUNT);
-}
-static_assert(rows_stand_in_order());
-
 // The owner's values, empty where the default stands. Written by read_endpoints at start-up.
-char overrides[static_cast<std::size_t>(endpoint::COUNT)][ENDPOINT_CAPACITY + 1];
+char overrides[std::size(ENDPOINTS)][ENDPOINT_CAPACITY + 1];
 
 constexpr std::string_view LETTERS_AND_DIGITS =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
@@ -126,8 +93,8 @@ std::string_view without_blanks_around(std::string_view text) {
   return tail_of(head_of(text, text.find_last_not_of(BLANKS) + 1), first);
 }
 
-// Puts the next line, without its comment and its end, into `line`; false behind the last one. A NUL
-// byte is a character as any other, so that it hides nothing of what follows it.
+// Puts the next line, without its comment and its end, into `line`; false after the last one. A NUL byte
+// is a character like any other, so that it hides nothing of what follows it.
 bool next_line(std::FILE* file, text_buffer& line) {
   line.clear();
   int character = std::getc(file);
@@ -148,12 +115,11 @@ const char* read_line(std::string_view line) {
   if (equals == std::string_view::npos) return "no \"name = value\"";
   const std::string_view name = without_blanks_around(head_of(line, equals));
   const std::string_view value = without_blanks_around(tail_of(line, equals + 1));
-  for (const endpoint_row& row : ENDPOINTS) {
-    if (name != row.name) continue;
-    if (!fits_its_place(row.kind, value)) return "not a value for this name";
-    char* const place = overrides[static_cast<std::size_t>(row.row)];
-    std::memcpy(place, value.data(), value.size());
-    place[value.size()] = '\0';
+  for (std::size_t i = 0; i < std::size(ENDPOINTS); ++i) {
+    if (name != ENDPOINTS[i].name) continue;
+    if (!fits_its_place(ENDPOINTS[i].kind, value)) return "not a value for this name";
+    std::memcpy(overrides[i], value.data(), value.size());
+    overrides[i][value.size()] = '\0';
     return nullptr;
   }
   return "no such name";

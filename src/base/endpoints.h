@@ -6,49 +6,27 @@
 
 namespace skypost {
 
-// The servers and the fixed mail addresses, in the order of their table.
+// The servers and the fixed mail addresses, from the list in endpoints.def.
 enum class endpoint {
-  wunderground,
-  wunderground_rapid,
-  weatherflow,
-  metoffice,
-  pwsweather,
-  weatherbug,
-  awekas,
-  wedaal,
-  windfinder,
-  windit,
-  idokep,
-  idokep_pro,
-  wetterarchiv,
-  anythingweather,
-  meteonews,
-  shnetz,
-  regiowetter_bw,
-  regiowetter,
-  sauerlandwetter,
-  wetterring,
-  cwop_first,
-  cwop_second,
-  borgervejr_recipient,
-  mail_sender,
+#define ENDPOINT(name, kind, value) name,
+#include "base/endpoints.def"
   COUNT
 };
 
 inline constexpr std::size_t ENDPOINT_CAPACITY = 127;
 
-// What stands in force for a row: "scheme://host[:port]", "host[:port]", a host name or a mail
-// address, by the row. It holds no character that the shell or a URL would take for its own.
+// The value in effect: "scheme://host[:port]", "host[:port]", a host name or a mail address, depending on
+// the row. It holds no character that means something to the shell or in a URL.
 const char* endpoint_value(endpoint row);
 
-// Puts every row back to its default.
+// Returns every row to its default.
 void reset_endpoints();
 
-// Reads rows `name = value`, one a line, `#` opening a comment. A line that is not such a row is
-// named on standard error with its number, and skipped.
+// Reads rows `name = value`, one a line; `#` begins a comment. A line that is not such a row is skipped,
+// and its number and fault go to standard error.
 void read_endpoints(std::FILE* file);
 
-// Reads the appliance's override file on top of the defaults. No file is the normal case.
+// Reads the appliance's override file on top of the defaults. Most appliances have none.
 void load_endpoints();
 
 }  // namespace skypost

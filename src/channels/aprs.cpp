@@ -1,8 +1,6 @@
 // CWOP and APRS: one session with a server of the APRS-IS network. A login line, one weather packet with
 // position and UTC time, and an answer that names the station when it was let in.
 
-#include "channels/aprs.h"
-
 #include <netdb.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -12,8 +10,9 @@
 
 #include "base/endpoints.h"
 #include "base/process_state.h"
-#include "base/units.h"
-#include "base/value.h"
+#include "channels/channels.h"
+#include "compose/software.h"
+#include "compose/value.h"
 
 namespace skypost {
 namespace {
@@ -25,7 +24,7 @@ constexpr std::size_t REPLY_CAPACITY = 1'000;
 
 struct packet_piece {
   char letter;
-  std::int32_t LiveRecord::*value;
+  live_number value;
   double (*convert)(std::int32_t value);
 };
 
@@ -72,13 +71,45 @@ void append_luminosity(text_buffer& text, std::int32_t solar10) {
     text.append("l%03d", solar10 / 10 - 1'000);
 }
 
-void append_values(text_buffer& text, const settings_record& settings, const LiveRecord& live, bool cwop) {
+void append_values(text_buffer& text, const station& from, bool cwop) {
+  const LiveRecord& live = from.live;
   for (const packet_piece& piece : PIECES)
-    append_piece(text, piece.letter, 3, live.*piece.value, piece.convert);
-  const bool at_sea_level = settings.unsigned_integer(aprs_pressure_kind) == 1;
+    append_piece(text, piece.letter, 3, piece.value.of(live), piece.convert);
+  const bool at_sea_level = from.settings.unsigned_integer(aprs_pressure_kind) == 1;
   append_piece(text, 'b', 5, at_sea_level ? live.sealevel10 : live.altimeter10, to_itself);
   append_piece(text, 'h', 2, live.hum == 100 ? 0 : live.hum, to_itself);  // two digits: 00 is 100 %
   if (cwop) append_luminosity(text, live.solar10);
+}
+
+// A setting's text with a NUL after it, which a full slot does not have.
+using setting_text = fixed_text<128>;
+
+// Who logs in, and what kind of station it says it is.
+struct aprs_login {
+  const char* call_sign;
+  std::int32_t passcode;
+  bool cwop;
+};
+
+void append_packet(text_buffer& text, const station& from, const aprs_login& login) {
+  const std::tm& utc = from.now.utc;
+  text.append("User %s pass %d vers %s\r\n", login.call_sign, login.passcode, SOFTWARE_NAME);
+  text.append("%s>APRS,TCPXX*:@%02d%02d%02d", login.call_sign, utc.tm_mday, utc.tm_hour, utc.tm_min);
+  append_position(text, from.settings);
+  append_values(text, from, login.cwop);
+  text.append("eNB%d\r\n", STATION_TYPE);
+}
+
+void compose_cwop(text_buffer& text, const station& from) {
+  setting_text call_sign;
+  call_sign.append_text(from.settings.text(cwop_id));
+  append_packet(text, from, {call_sign.c_str(), CWOP_PASSCODE, true});
+}
+
+void compose_aprs(text_buffer& text, const station& from) {
+  setting_text call_sign;
+  call_sign.append_text(from.settings.text(aprs_call_sign));
+  append_packet(text, from, {call_sign.c_str(), from.settings.integer(aprs_passcode), false});
 }
 
 // What all attempts of a session have in common.
@@ -86,7 +117,7 @@ struct aprs_task {
   std::uint32_t port;
   const char* call_sign;
   const char* network;
-  const aprs_text& text;
+  const outgoing_text& text;
 };
 
 enum class outcome { sent, try_again, next_server, give_up };
@@ -163,21 +194,12 @@ bool send_to_one_of(const char* const* servers, const aprs_task& task) {
   return false;
 }
 
-// A setting's text with a NUL behind it, which a full slot does not have.
-using setting_text = fixed_text<128>;
-
 }  // namespace
 
-constinit aprs_pause_lengths aprs_pauses;
+constinit const outgoing CWOP = {"cwop", carrier::aprs, compose_cwop};
+constinit const outgoing APRS = {"aprs", carrier::aprs, compose_aprs};
 
-void compose_aprs_text(text_buffer& text, const settings_record& settings, const LiveRecord& live,
-                       const moment& now, const char* call_sign, std::int32_t passcode, bool cwop) {
-  text.append("User %s pass %d vers %s\r\n", call_sign, passcode, "nimbulog");
-  text.append("%s>APRS,TCPXX*:@%02d%02d%02d", call_sign, now.utc.tm_mday, now.utc.tm_hour, now.utc.tm_min);
-  append_position(text, settings);
-  append_values(text, settings, live, cwop);
-  text.append("e%s%d\r\n", "NB", 49);
-}
+constinit aprs_pause_lengths aprs_pauses;
 
 int resolve_host(sockaddr_in& address, const char* host, std::uint32_t port) {
   // The resolver does not always leave an error number.
@@ -198,14 +220,15 @@ text_buffer& newlines_to_commas(text_buffer& text) {
 int aprs_session(const char* const* servers, std::uint32_t port, const char* call_sign, std::int32_t passcode,
                  bool cwop) {
   error_text.clear();
-  if (flags.live_data_stale != 0) return 0;
+  const std::optional<station> from = current_station();
+  if (!from) return 0;
   if (std::strpbrk(call_sign, "\r\n") != nullptr) {
-    // Behind it the server would read a second line, of whatever the text holds.
+    // The server would read what comes after it as a line of its own.
     error_text.append_text("error call sign: it holds a line break, nothing was sent");
     return -1;
   }
-  aprs_text text;
-  compose_aprs_text(text, station_settings, live_record, current_moment(), call_sign, passcode, cwop);
+  outgoing_text text;
+  append_packet(text, *from, {call_sign, passcode, cwop});
   if (!send_to_one_of(servers, {port, call_sign, cwop ? "CWOP" : "APRS", text})) return -1;
   error_text.clear();
   return 0;

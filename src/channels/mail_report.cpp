@@ -1,7 +1,5 @@
 // borgervejr: a short mail with the current values, handed to the appliance's mail program.
 
-#include "channels/mail_report.h"
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -10,7 +8,8 @@
 #include "base/paths.h"
 #include "base/process_state.h"
 #include "base/shell.h"
-#include "live/live_parameter.h"
+#include "channels/channels.h"
+#include "compose/parameters.h"
 
 namespace skypost {
 namespace {
@@ -19,7 +18,7 @@ constexpr char LOGGER_PATH[] = "/usr/bin/logger";
 constexpr value_form HUNDREDTHS{from_tenths, 2};
 
 // In the order in which they are sent.
-constexpr live_parameter BODY_LINES[] = {
+constexpr parameter BODY_LINES[] = {
     // clang-format off
     {"Humidity: ",  &LiveRecord::hum,              WHOLE,       "%\r\n"},
     {"Temp: ",      &LiveRecord::temp10,           TENTHS,      "C\r\n"},
@@ -35,8 +34,9 @@ constexpr live_parameter BODY_LINES[] = {
 // Room for the longest two paths with every character of them escaped.
 using mail_command = fixed_text<2 * 2 * PATH_CAPACITY + 500>;
 using date_text = char[200];
-using mail_text = fixed_text<9'999>;
 
+// The appliance's own sender where the settings name none. Only the first line counts: nothing after it may
+// add a header.
 std::string_view sender_of(const settings_record& settings) {
   const std::string_view sender = settings.text(sender_address);
   const std::string_view line = head_of(sender, sender.find_first_of("\r\n"));
@@ -49,24 +49,32 @@ void append_path_word(text_buffer& command, const char* appliance_path) {
   append_shell_word(command, path.view());
 }
 
+void append_header(text_buffer& mail, const station& from) {
+  date_text date;
+  mail.append_text("date: ");
+  mail.append_text({date, std::strftime(date, sizeof date, "%a, %d %b %Y %H:%M:%S %z", &from.now.local)});
+  mail.append("\nto: %s\nfrom: ", endpoint_value(endpoint::borgervejr_recipient));
+  mail.append_text(sender_of(from.settings));
+  mail.append_text("\nsubject: Nimbulog weather report\n\n");
+}
+
+void append_body(text_buffer& mail, const station& from) {
+  date_text date;
+  mail.append_text({date, std::strftime(date, sizeof date, "%d/%m/%Y %H:%M:%S\r\n", &from.now.local)});
+  append_known(mail, from.live, BODY_LINES);
+}
+
+// The header ends its lines in a line feed, the body in carriage return and line feed.
+void compose_mail(text_buffer& mail, const station& from) {
+  append_header(mail, from);
+  append_body(mail, from);
+}
+
 }  // namespace
 
-void compose_mail_header(text_buffer& header, const settings_record& settings, const moment& now) {
-  date_text date;
-  header.append_text("date: ");
-  header.append_text({date, std::strftime(date, sizeof date, "%a, %d %b %Y %H:%M:%S %z", &now.local)});
-  header.append("\nto: %s\nfrom: ", endpoint_value(endpoint::borgervejr_recipient));
-  header.append_text(sender_of(settings));
-  header.append_text("\nsubject: Nimbulog weather report\n\n");
-}
+constinit const outgoing BORGERVEJR = {"borgervejr", carrier::mail, compose_mail};
 
-void compose_mail_body(text_buffer& body, const LiveRecord& live, const moment& now) {
-  date_text date;
-  body.append_text({date, std::strftime(date, sizeof date, "%d/%m/%Y %H:%M:%S\r\n", &now.local)});
-  append_known(body, live, BODY_LINES);
-}
-
-void compose_mail_command(text_buffer& command) {
+void append_mail_command(text_buffer& command) {
   append_path_word(command, MAIL_PROGRAM_PATH);
   command.append_text(" -C ");
   append_path_word(command, MAIL_CONFIGURATION_PATH);
@@ -74,13 +82,12 @@ void compose_mail_command(text_buffer& command) {
 }
 
 int send_mail_report() {
-  if (flags.live_data_stale != 0) return 0;
-  const moment now = current_moment();
-  mail_text mail;
-  compose_mail_header(mail, station_settings, now);
-  compose_mail_body(mail, live_record, now);
+  const std::optional<station> from = current_station();
+  if (!from) return 0;
+  outgoing_text mail;
+  compose_mail(mail, *from);
   mail_command command;
-  compose_mail_command(command);
+  append_mail_command(command);
 
   std::FILE* const pipe = popen(command.c_str(), "we");
   if (pipe == nullptr) {
@@ -89,7 +96,7 @@ int send_mail_report() {
     error_text.append("error pipe open: %s: %s", command.c_str(), std::strerror(reason));
     return -1;
   }
-  // A mail program that is not there or does not read it all is the system log's business.
+  // A mail program that is missing or does not read it all is the system log's business.
   std::fputs(mail.c_str(), pipe);
   pclose(pipe);
   return 0;

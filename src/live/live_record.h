@@ -1,16 +1,24 @@
 #pragma once
 
+#include <array>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace skypost {
+
+// Marks a number that the station did not report.
+inline constexpr std::int32_t MISSING_VALUE = -9999;
+
+constexpr bool known(std::int32_t value) { return value != MISSING_VALUE; }
 
 // A word or a time of day from the report; what is longer is cut.
 using live_text = char[12];
 
-// What the station reports, each value from the sensor that the settings select for it. Where a
-// name ends in 10 the unit beside it is counted in tenths. A number that the report does not give is
-// MISSING_VALUE (`height` and the times in seconds: 0), a compass word the empty text, every other
-// text "---".
+// What the station reports, each value from the sensor that the settings select for it. Where a name ends
+// in 10, the number is in tenths of the unit beside it. A number that the report lacks is MISSING_VALUE
+// (`height` and the times in seconds: 0), a compass word the empty text, every other text "---".
 struct LiveRecord {
   // Now.
   std::int32_t temp10;          // °C
@@ -120,6 +128,52 @@ struct LiveRecord {
   // The sun.
   live_text sunrise;  // the server's text
   live_text sunset;   // the server's text
+};
+
+// The index of the first number that is not 0, counted in numbers from the start of the record.
+consteval std::int16_t first_number_set(const LiveRecord& live) {
+  std::int16_t index = 0;
+  for (const std::int32_t word : std::bit_cast<std::array<std::int32_t, sizeof live / 4>>(live)) {
+    if (word != 0) break;
+    ++index;
+  }
+  return index;
+}
+
+// Which number of a record: a member, or an element of `extratemp10`, which no pointer to a member reaches. It
+// takes two bytes where such a pointer takes eight; the tables are full of them.
+class live_number {
+ public:
+  consteval live_number() = default;  // none
+  consteval live_number(std::int32_t LiveRecord::*member) {
+    LiveRecord live{};
+    live.*member = 1;
+    index_ = first_number_set(live);
+  }
+  static consteval live_number extra_temperature(int number) {
+    LiveRecord live{};
+    live.extratemp10[number] = 1;
+    live_number result;
+    result.index_ = first_number_set(live);
+    return result;
+  }
+
+  constexpr bool is_none() const { return index_ < 0; }
+  constexpr bool operator==(const live_number&) const = default;
+
+  std::int32_t of(const LiveRecord& live) const {
+    std::int32_t value = 0;
+    std::memcpy(&value, reinterpret_cast<const char*>(&live) + offset(), sizeof value);
+    return value;
+  }
+  void set(LiveRecord& live, std::int32_t value) const {
+    std::memcpy(reinterpret_cast<char*>(&live) + offset(), &value, sizeof value);
+  }
+
+ private:
+  std::size_t offset() const { return sizeof(std::int32_t) * static_cast<std::size_t>(index_); }
+
+  std::int16_t index_ = -1;
 };
 
 // The record of this process. Only load_live_record writes it; the networks read it afterwards.

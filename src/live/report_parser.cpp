@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "base/process_state.h"
-#include "live/data_server.h"
 #include "live/live_table.h"
 #include "settings/record.h"
 
@@ -34,63 +33,6 @@ const char* skip_word(const char* text) {
   return text;
 }
 
-// The exponent that `text` begins with, 0 when it begins with none.
-std::int32_t read_exponent(const char* text) {
-  constexpr std::int32_t LIMIT = 10 * REPORT_CAPACITY;  // more than any count of digits outweighs
-  if (*text != 'e' && *text != 'E') return 0;
-  ++text;
-  const bool is_negative = *text == '-';
-  if (*text == '+' || *text == '-') ++text;
-  std::int32_t exponent = 0;
-  for (; is_digit(*text); ++text)
-    if (exponent < LIMIT) exponent = exponent * 10 + (*text - '0');
-  return is_negative ? -exponent : exponent;
-}
-
-// Stores digits * 10^power, rounded to the nearest number with halves away from zero, if that fits.
-void store_number(std::int64_t digits, std::int32_t power, bool is_negative, std::int32_t& value) {
-  constexpr std::int64_t HIGHEST = std::numeric_limits<std::int32_t>::max();
-  for (; power > 0 && digits != 0; --power) {
-    if (digits > HIGHEST) return;
-    digits *= 10;
-  }
-  for (; power < -1 && digits != 0; ++power) digits /= 10;
-  if (power < 0) digits = (digits + 5) / 10;
-  if (digits > HIGHEST + (is_negative ? 1 : 0)) return;
-  value = static_cast<std::int32_t>(is_negative ? -digits : digits);
-}
-
-// Stores the decimal number that `text` begins with, if there is one and it fits. By hand, since the
-// C library's readers also take "nan", "inf" and hexadecimal digits, which no sensor sends, and let
-// the locale choose the decimal point.
-void read_number(scan form, const char* text, std::int32_t& value) {
-  constexpr std::int64_t DIGITS_LIMIT = 100'000'000'000'000'000;  // with one digit more it still fits
-  const bool is_whole = form == scan::integer || form == scan::integer_tenths;
-  std::int32_t power = form == scan::tenths || form == scan::integer_tenths ? 1 : 0;
-  const bool is_negative = *text == '-';
-  if (*text == '+' || *text == '-') ++text;
-
-  std::int64_t digits = 0;
-  bool has_digit = false;
-  bool is_behind_point = false;
-  for (; is_digit(*text) || (*text == '.' && !is_whole && !is_behind_point); ++text) {
-    if (*text == '.') {
-      is_behind_point = true;
-      continue;
-    }
-    has_digit = true;
-    if (digits < DIGITS_LIMIT) {
-      digits = digits * 10 + (*text - '0');
-      if (is_behind_point) --power;
-    } else if (!is_behind_point) {
-      ++power;
-    }
-  }
-  if (!has_digit) return;
-  if (!is_whole) power += read_exponent(text);
-  store_number(digits, power, is_negative, value);
-}
-
 void copy_text(live_text& destination, std::string_view text) {
   const std::size_t length = text.size() < sizeof destination ? text.size() : sizeof destination - 1;
   std::memcpy(destination, text.data(), length);
@@ -106,35 +48,39 @@ void read_time(const live_row& row, const char* text) {
   for (std::int32_t i = 0; i < TIME_DIGITS; ++i)
     if (!is_digit(text[i])) return;
   format_hhmm(live_record.*row.text, text);
-  if (row.number == nullptr) return;
+  if (row.number.is_none()) return;
   const std::int64_t seconds = parse_server_time(text);
   if (seconds >= std::numeric_limits<std::int32_t>::min() &&
       seconds <= std::numeric_limits<std::int32_t>::max())
-    live_record.*row.number = static_cast<std::int32_t>(seconds);
+    row.number.set(live_record, static_cast<std::int32_t>(seconds));
 }
 
-// The text behind the key that `pattern` forms with the sensor's identifier, or nullptr.
-const char* find_value(const char* report, const char* pattern, const text_field* sensor) {
+// The text after the row's key, or nullptr when the report lacks it.
+const char* find_value(const char* report, const live_row& row) {
   fixed_text<63> key;
-  key.append_pattern(pattern, sensor == nullptr ? std::string_view{} : station_settings.text(*sensor));
+  key.append_pattern(row.key,
+                     row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
   const char* const place = std::strstr(report, key.c_str());
   return place == nullptr ? nullptr : skip_blanks(skip_word(place));
 }
 
-void reset_row(const live_row& row) {
-  if (row.number != nullptr) live_record.*row.number = row.absent_number;
-  if (row.text != nullptr) copy_text(live_record.*row.text, row.absent_text);
-}
-
 void parse_row(const live_row& row, const char* report) {
-  const char* const value = find_value(report, row.key, row.sensor);
+  const char* const value = find_value(report, row);
   if (value == nullptr) return;
-  if (row.form == scan::time)
-    read_time(row, value);
-  else if (row.form == scan::word)
-    read_word(value, live_record.*row.text);
-  else
-    read_number(row.form, value, live_record.*row.number);
+  switch (row.kind) {
+    case value_kind::number: {
+      std::int32_t number = row.absent_number;
+      read_number(row.form, value, number);
+      row.number.set(live_record, number);
+      break;
+    }
+    case value_kind::word:
+      read_word(value, live_record.*row.text);
+      break;
+    case value_kind::time:
+      read_time(row, value);
+      break;
+  }
 }
 
 // A current value and the extremes of one period that it may have passed since the server formed
@@ -226,16 +172,14 @@ std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t co
 }  // namespace
 
 void reset_live_record() {
-  for (const live_row& row : LIVE_TABLE) reset_row(row);
-  for (std::int32_t& temperature : live_record.extratemp10) temperature = MISSING_VALUE;
+  for (const live_row& row : LIVE_TABLE) {
+    if (!row.number.is_none()) row.number.set(live_record, row.absent_number);
+    if (row.text != nullptr) copy_text(live_record.*row.text, row.absent_text);
+  }
 }
 
 void parse_live_reply(const char* report) {
   for (const live_row& row : LIVE_TABLE) parse_row(row, report);
-  for (std::int32_t i = 0; i < EXTRA_TEMPERATURES; ++i) {
-    const char* const value = find_value(report, EXTRA_TEMPERATURE_KEY, &sensor_extra_temp[i]);
-    if (value != nullptr) read_number(scan::tenths, value, live_record.extratemp10[i]);
-  }
   widen_extremes();
 }
 

@@ -1,10 +1,9 @@
 // AnythingWeather. A POST request with name, password and a comma-separated record: local time, °F, %, inHg,
 // mph, inches, W/m². What is missing is an empty field.
 
-#include "networks/anythingweather.h"
-
 #include "base/process_state.h"
-#include "live/numbered_record.h"
+#include "compose/numbered_record.h"
+#include "networks/networks.h"
 #include "transport/command.h"
 
 namespace skypost {
@@ -29,26 +28,28 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, 11));
 
-// The form is sent as it stands: "%2D" and "%2C" are '-' and ',', "%0D" ends the record. The network
-// spells "vsersion" like that.
-void append_form(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                 const moment& now) {
-  append_parameter(command, "username=", settings.text(anythingweather_user));
-  append_parameter(command, "&password=", settings.text(anythingweather_password));
-  command.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", now.local.tm_year + 1900,
-                 now.local.tm_mon + 1, now.local.tm_mday, now.local.tm_hour, now.local.tm_min);
-  append_fields(command, FIELDS, "%2C", {settings, live, now, append_url_value});
+// The form is encoded already: "%2D" and "%2C" are '-' and ',', "%0D" ends the record. The network spells
+// "vsersion" like that.
+void append_form(text_buffer& command, const station& from) {
+  const std::tm& local = from.now.local;
+  append_parameter(command, "username=", from.settings.text(anythingweather_user));
+  append_parameter(command, "&password=", from.settings.text(anythingweather_password));
+  command.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", local.tm_year + 1900,
+                 local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min);
+  append_fields(command, FIELDS, "%2C", from, append_url_value);
   command.append_text("%2C%0D");
 }
 
-void compose_anythingweather(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                             const moment& now) {
+void compose_anythingweather(text_buffer& command, const station& from) {
   begin_post(command);
   command.append_text("--post-data=\"");
-  append_form(command, settings, live, now);
+  append_form(command, from);
   command.append("\" \"%s/feeds/load/WXDATAPOST.ASP\" 2>/dev/stdout",
                  endpoint_value(endpoint::anythingweather));
 }
+
+// What counts is wget's own status line.
+constexpr std::string_view SUCCESS = "200 OK";
 
 // The debug output of every upload that the first line does not confirm ends in this, good or bad.
 constexpr char CLOSING_LINE[] = "Reply: OK\n";
@@ -58,26 +59,26 @@ int fail_with_closing_line(const upload_spec& spec) {
   return fail_without_response(spec);
 }
 
-// What counts is wget's own status line. The texts follow the reply's first line, yet the status may
-// stand behind lines on the connection: any line with it makes a good upload.
+// The texts follow the reply's first line, but the status may come after lines about the connection: any
+// line with it makes a good upload.
 int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
   const std::string_view first_line = head_of(reply.view(), reply.view().find('\n'));
-  if (first_line.find(spec.success_word) != std::string_view::npos) return 0;
+  if (first_line.find(SUCCESS) != std::string_view::npos) return 0;
   debug_print(CLOSING_LINE);
   fail_with_reply(spec, first_line);
-  return reply.view().find(spec.success_word) != std::string_view::npos ? 0 : -1;
+  return reply.view().find(SUCCESS) != std::string_view::npos ? 0 : -1;
 }
 
 }  // namespace
 
 constinit const http_network ANYTHINGWEATHER = {
+    "anythingweather",
     compose_anythingweather,
     {.debug_header = "\nANYTHINGWEATHER\n%s\n",
-     .success_word = "200 OK",
+     .success = judge_anythingweather,
      .failure_format = "upload to www.anythingweather.com failed: %s",
      .no_response_text = "no response from anythingweather",
-     .judge = judge_anythingweather,
      .judge_empty = fail_with_closing_line}};
 
 int upload_anythingweather() { return upload_to(ANYTHINGWEATHER); }

@@ -2,20 +2,22 @@
 // is a record with a ';' behind each field: user, MD5 of the password, local date and time, then
 // °C, %, hPa, mm, km/h, W/m². What is missing is an empty field.
 
-#include "networks/awekas_wedaal.h"
-
-#include "networks/password_digest.h"
+#include "compose/dates.h"
+#include "compose/software.h"
+#include "networks/networks.h"
 #include "networks/record_request.h"
 
 namespace skypost {
 namespace {
 
+void append_station_type(text_buffer& record, const station&) { record.append("NB_%d", STATION_TYPE); }
+
 constexpr numbered_field AWEKAS_FIELDS[] = {
     // clang-format off
     field ( 1,     setting(awekas_user)),
-    field ( 2,     made_by(append_digest<awekas_password>)),
-    field ( 3,     made_by(write_local_date)),
-    field ( 4,     made_by(write_local_clock)),
+    field ( 2,     digest_of(awekas_password)),
+    field ( 3,     made_by(append_local_date)),
+    field ( 4,     made_by(append_local_clock)),
     field ( 5,     number_or("", &LiveRecord::temp10,           TENTHS)),
     field ( 6,     number_or("", &LiveRecord::hum,              WHOLE)),
     field ( 7,     number_or("", &LiveRecord::sealevel10,       TENTHS)),
@@ -30,7 +32,7 @@ constexpr numbered_field AWEKAS_FIELDS[] = {
     field (18,     number_or("", &LiveRecord::uv10,             TENTHS)),
     fields(19, 21, always("")),
     field (22,     number_or("", &LiveRecord::rain,             TENTHS)),
-    field (23,     always("NB_49")),
+    field (23,     made_by(append_station_type)),
     // clang-format on
 };
 static_assert(numbers_each_once(AWEKAS_FIELDS, 23));
@@ -38,15 +40,15 @@ static_assert(numbers_each_once(AWEKAS_FIELDS, 23));
 constexpr numbered_field WEDAAL_FIELDS[] = {
     // clang-format off
     field ( 1,     setting(wedaal_user)),
-    field ( 2,     made_by(append_digest<wedaal_password>)),
+    field ( 2,     digest_of(wedaal_password)),
     field ( 3,     number_or("", &LiveRecord::temp10,           TENTHS)),
     field ( 4,     number_or("", &LiveRecord::hum,              WHOLE)),
     field ( 5,     number_or("", &LiveRecord::sealevel10,       TENTHS)),
     field ( 6,     number_or("", &LiveRecord::todayraintotal10, TENTHS)),
     field ( 7,     number_or("", &LiveRecord::wind10,           KMH)),
     field ( 8,     number_or("", &LiveRecord::winddir,          WHOLE)),
-    field ( 9,     made_by(write_local_clock)),
-    field (10,     made_by(write_local_date)),
+    field ( 9,     made_by(append_local_clock)),
+    field (10,     made_by(append_local_date)),
     field (11,     always("0.0")),
     field (12,     number_or("", &LiveRecord::todaymaxgust10,   KMH)),
     field (13,     time_or  ("", &LiveRecord::todaymaxgusttimestr, &LiveRecord::todaymaxgust10)),
@@ -65,38 +67,33 @@ constexpr numbered_field WEDAAL_FIELDS[] = {
 };
 static_assert(numbers_each_once(WEDAAL_FIELDS, 24));
 
-void compose_awekas(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                    const moment& now) {
+void compose_awekas(text_buffer& command, const station& from) {
   append_record_request(command, endpoint::awekas, "/extern/eingabe_pruefung.php", "val=", AWEKAS_FIELDS,
-                        settings, live, now);
+                        from);
 }
 
-void compose_wedaal(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                    const moment& now) {
-  append_record_request(command, endpoint::wedaal, "/get_wetter.php", "val=", WEDAAL_FIELDS, settings, live,
-                        now);
+void compose_wedaal(text_buffer& command, const station& from) {
+  append_record_request(command, endpoint::wedaal, "/get_wetter.php", "val=", WEDAAL_FIELDS, from);
 }
 
 }  // namespace
 
-constinit const http_network AWEKAS = {compose_awekas,
-                                       {.debug_header = "\nAWEKAS (PUSH)\n%s\n",
-                                        .mode = reply_mode::first_line,
-                                        .success_word = "OK",
-                                        .failure_format = "upload to awekas: %s",
-                                        .no_response_text = "no response from awekas",
-                                        .judge = judge_reply}};
+constinit const http_network AWEKAS_PUSH = {"awekas_push",
+                                            compose_awekas,
+                                            {.debug_header = "\nAWEKAS (PUSH)\n%s\n",
+                                             .success = {"OK", reply_mode::first_line},
+                                             .failure_format = "upload to awekas: %s",
+                                             .no_response_text = "no response from awekas"}};
 
-constinit const http_network WEDAAL = {compose_wedaal,
-                                       {.debug_header = "\nWEDAAL (PUSH)\n%s\n",
-                                        .mode = reply_mode::first_line,
-                                        .success_word = "OK",
-                                        .failure_format = "upload to wedaal: %s",
-                                        .no_response_text = "no response from wedaal",
-                                        .judge = judge_reply}};
+constinit const http_network WEDAAL_PUSH = {"wedaal_push",
+                                            compose_wedaal,
+                                            {.debug_header = "\nWEDAAL (PUSH)\n%s\n",
+                                             .success = {"OK", reply_mode::first_line},
+                                             .failure_format = "upload to wedaal: %s",
+                                             .no_response_text = "no response from wedaal"}};
 
-int push_awekas() { return upload_to(AWEKAS); }
+int push_awekas() { return upload_to(AWEKAS_PUSH); }
 
-int push_wedaal() { return upload_to(WEDAAL); }
+int push_wedaal() { return upload_to(WEDAAL_PUSH); }
 
 }  // namespace skypost

@@ -1,9 +1,9 @@
 // Idokep (Hungary) and Wetterarchiv (Germany). A GET request with user and password and one parameter,
 // named in the network's language, for each known value: °C, %, hPa, m/s, mm.
 
-#include "networks/idokep_wetterarchiv.h"
-
-#include "live/live_parameter.h"
+#include "compose/parameters.h"
+#include "compose/software.h"
+#include "networks/networks.h"
 #include "transport/command.h"
 
 namespace skypost {
@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int32_t IDOKEP_PRO_SERVICE = 2;  // a value of idokep_enabled
 
-constexpr live_parameter IDOKEP_PARAMETERS[] = {
+constexpr parameter IDOKEP_PARAMETERS[] = {
     // clang-format off
     {"&p=",         &LiveRecord::sealevel10,         TENTHS},
     {"&hom=",       &LiveRecord::temp10,             TENTHS},
@@ -26,7 +26,7 @@ constexpr live_parameter IDOKEP_PARAMETERS[] = {
 };
 
 // The rain goes with the time, in minutes, in which it fell.
-constexpr live_parameter WETTERARCHIV_PARAMETERS[] = {
+constexpr parameter WETTERARCHIV_PARAMETERS[] = {
     // clang-format off
     {"&windrichtung=",       &LiveRecord::winddir,            WHOLE},
     {"&windstaerke=",        &LiveRecord::gust10,             TENTHS},
@@ -37,51 +37,50 @@ constexpr live_parameter WETTERARCHIV_PARAMETERS[] = {
     // clang-format on
 };
 
-void compose_idokep(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                    const moment&) {
-  const bool is_pro = settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE;
+void compose_idokep(text_buffer& command, const station& from) {
+  const bool is_pro = from.settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE;
   begin_get(command, is_pro ? endpoint::idokep_pro : endpoint::idokep, "/sendws.php");
-  append_parameter(command, "user=", settings.text(idokep_user));
-  append_parameter(command, "&pass=", settings.text(idokep_password));
-  command.append_text("&tipus=NB49");
-  append_known(command, live, IDOKEP_PARAMETERS);
+  append_parameter(command, "user=", from.settings.text(idokep_user));
+  append_parameter(command, "&pass=", from.settings.text(idokep_password));
+  command.append("&tipus=NB%d", STATION_TYPE);
+  append_known(command, from.live, IDOKEP_PARAMETERS);
   end_get(command);
 }
 
-void compose_wetterarchiv(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                          const moment& now) {
+void compose_wetterarchiv(text_buffer& command, const station& from) {
   begin_get(command, endpoint::wetterarchiv, "/interface/http/input.php");
-  append_parameter(command, "benutzername=", settings.text(wetterarchiv_user));
-  append_parameter(command, "&passwort=", settings.text(wetterarchiv_password));
-  command.append("&datum=%04d%02d%02d%02d%02d&version=NB49", now.local.tm_year + 1900, now.local.tm_mon + 1,
-                 now.local.tm_mday, now.local.tm_hour, now.local.tm_min);
-  append_known(command, live, WETTERARCHIV_PARAMETERS);
+  append_parameter(command, "benutzername=", from.settings.text(wetterarchiv_user));
+  append_parameter(command, "&passwort=", from.settings.text(wetterarchiv_password));
+  const std::tm& local = from.now.local;
+  command.append("&datum=%04d%02d%02d%02d%02d&version=NB%d", local.tm_year + 1900, local.tm_mon + 1,
+                 local.tm_mday, local.tm_hour, local.tm_min, STATION_TYPE);
+  append_known(command, from.live, WETTERARCHIV_PARAMETERS);
   end_get(command);
 }
 
 // Idokep has two words for success. The second is "kész!" in ISO 8859-2, as the server writes it.
 int judge_idokep(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
-  for (const std::string_view word : {spec.success_word, "k\xE9sz!"})
+  for (const std::string_view word : {"Feltoltes sikeres", "k\xE9sz!"})
     if (reply.view().find(word) != std::string_view::npos) return 0;
   return fail_with_reply(spec, reply.view());
 }
 
 }  // namespace
 
-constinit const http_network IDOKEP = {compose_idokep,
+constinit const http_network IDOKEP = {"idokep",
+                                       compose_idokep,
                                        {.debug_header = "\nIDOKEP (PUSH)\n%s\n",
-                                        .success_word = "Feltoltes sikeres",
+                                        .success = judge_idokep,
                                         .failure_format = "upload to idokep: %s",
-                                        .no_response_text = "no response from idokep",
-                                        .judge = judge_idokep}};
+                                        .no_response_text = "no response from idokep"}};
 
-constinit const http_network WETTERARCHIV = {compose_wetterarchiv,
+constinit const http_network WETTERARCHIV = {"wetterarchiv",
+                                             compose_wetterarchiv,
                                              {.debug_header = "\nWETTERARCHIV\n%s\n",
-                                              .success_word = "status=SUCCESS",
+                                              .success = "status=SUCCESS",
                                               .failure_format = "upload to wetterarchiv failed: %s",
-                                              .no_response_text = "no response from wetterarchiv",
-                                              .judge = judge_reply}};
+                                              .no_response_text = "no response from wetterarchiv"}};
 
 int upload_idokep() { return upload_to(IDOKEP); }
 

@@ -1,16 +1,12 @@
 // MeteoNews. A form with the time in UTC and one parameter for each known value: °C, %, hPa, m/s, mm,
 // W/m². The user is the station's hardware address.
 
-#include "networks/meteonews.h"
-
 #include <strings.h>
-
 #include <cctype>
-#include <cstdlib>
 #include <cstring>
 
-#include "base/process_state.h"
-#include "live/live_parameter.h"
+#include "compose/parameters.h"
+#include "networks/networks.h"
 #include "transport/command.h"
 
 namespace skypost {
@@ -22,7 +18,7 @@ constexpr const char* GENERIC_ADDRESSES[] = {"0E:AD:00:00:00:03", "00:01:C0:04:C
 constexpr value_form WHOLE_UNITS_TRUNCATED{from_tenths_truncated, 0};
 constexpr value_form FIVE_MINUTE_MEAN{hour_to_five_minutes, 1};
 
-constexpr live_parameter PARAMETERS[] = {
+constexpr parameter PARAMETERS[] = {
     // clang-format off
     {"&ppnn=",    &LiveRecord::sealevel10,         TENTHS},
     {"&rh=",      &LiveRecord::hum,                WHOLE},
@@ -51,9 +47,8 @@ void append_user(text_buffer& user, std::string_view address) {
   }
 }
 
-// `text` as the user or the password in front of a URL's host, where these characters would end it.
-// wget decodes it again.
-void append_url_login(text_buffer& command, std::string_view text) {
+// Percent-encodes what would end the user or the password in a URL; wget decodes it again.
+void append_url_word(text_buffer& command, std::string_view text) {
   constexpr std::string_view RESERVED = "@/:?#&%[]";
   for (const char& character : text) {
     if (RESERVED.find(character) == std::string_view::npos)
@@ -61,6 +56,13 @@ void append_url_login(text_buffer& command, std::string_view text) {
     else
       command.append("%%%02X", static_cast<unsigned>(character));
   }
+}
+
+void append_url_login(text_buffer& command, std::string_view user, std::string_view password) {
+  append_url_word(command, user);
+  command.append_character(':');
+  append_url_word(command, password);
+  command.append_character('@');
 }
 
 void append_login_options(text_buffer& command, std::string_view user, std::string_view password) {
@@ -72,16 +74,28 @@ void append_login_options(text_buffer& command, std::string_view user, std::stri
 }
 
 // The time of the last full five minutes, then the values.
-void append_form(text_buffer& command, const LiveRecord& live, const std::tm& utc) {
+void append_form(text_buffer& command, const station& from) {
+  const std::tm& utc = from.now.utc;
   command.append("--post-data=\"time=%04d-%02d-%02d+%02d%%3A%02d%%3A00", utc.tm_year + 1900, utc.tm_mon + 1,
                  utc.tm_mday, utc.tm_hour, utc.tm_min - utc.tm_min % 5);
-  append_known(command, live, PARAMETERS);
+  append_known(command, from.live, PARAMETERS);
   command.append_text("\" ");
 }
 
-void compose_for_this_board(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                            const moment& now) {
-  compose_meteonews(command, settings, live, now, hardware_address.c_str(), std::getenv("NIMBULOGHW"));
+// An NSLU2 sends the login in the URL, over plain http; every other board sends it over https.
+void compose_meteonews(text_buffer& command, const station& from) {
+  const char* const hardware = from.host.hardware_address;
+  fixed_text<32> user;
+  append_user(user, is_generic(hardware) ? from.settings.text(meteonews_mac) : hardware);
+  const std::string_view password = from.settings.text(meteonews_password);
+  const bool is_nslu2 = from.host.platform != nullptr && std::strcmp(from.host.platform, "NSLU2") == 0;
+
+  begin_post(command);
+  if (!is_nslu2) append_login_options(command, user.view(), password);
+  append_form(command, from);
+  command.append_text(is_nslu2 ? "\"http://" : "\"https://");
+  if (is_nslu2) append_url_login(command, user.view(), password);
+  command.append("%s\" 2>/dev/stdout | tail -n 1", endpoint_value(endpoint::meteonews));
 }
 
 // The last line of wget's output is empty after a good upload, and names the fault after a bad one.
@@ -95,34 +109,12 @@ int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
 
 }  // namespace
 
-// The NSLU2 sends the login in the URL, over plain http; every other board sends it over https.
-void compose_meteonews(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                       const moment& now, const char* hardware, const char* platform) {
-  fixed_text<32> user;
-  append_user(user, is_generic(hardware) ? settings.text(meteonews_mac) : hardware);
-  const std::string_view password = settings.text(meteonews_password);
-  const bool is_nslu2 = platform != nullptr && std::strcmp(platform, "NSLU2") == 0;
-
-  begin_post(command);
-  if (!is_nslu2) append_login_options(command, user.view(), password);
-  append_form(command, live, now.utc);
-  if (is_nslu2) {
-    command.append_text("\"http://");
-    append_url_login(command, user.view());
-    command.append_character(':');
-    append_url_login(command, password);
-    command.append_character('@');
-  } else {
-    command.append_text("\"https://");
-  }
-  command.append("%s\" 2>/dev/stdout | tail -n 1", endpoint_value(endpoint::meteonews));
-}
-
-constinit const http_network METEONEWS = {compose_for_this_board,
+constinit const http_network METEONEWS = {"meteonews",
+                                          compose_meteonews,
                                           {.debug_header = "\nMETEONEWS\n%s\n",
+                                           .success = judge_meteonews,
                                            .failure_format = "upload to meteonews failed: %s",
-                                           .no_response_text = "no response from meteonews",
-                                           .judge = judge_meteonews}};
+                                           .no_response_text = "no response from meteonews"}};
 
 int upload_meteonews() { return upload_to(METEONEWS); }
 

@@ -3,12 +3,11 @@
 namespace skypost {
 
 void append_record_request(text_buffer& command, endpoint server, const char* path, const char* key,
-                           std::span<const numbered_field> table, const settings_record& settings,
-                           const LiveRecord& live, const moment& now) {
+                           std::span<const numbered_field> table, const station& from, const char* end) {
   begin_get(command, server, path);
   command.append_text(key);
-  append_fields(command, table, ";", {settings, live, now, append_url_value});
-  command.append_text(";");
+  append_fields(command, table, ";", from, append_url_value);
+  command.append_text(end);
   end_get(command);
 }
 

@@ -2,15 +2,14 @@
 
 #include <span>
 
-#include "live/numbered_record.h"
+#include "compose/numbered_record.h"
 #include "transport/command.h"
 
 namespace skypost {
 
-// Appends the whole command of a GET request whose one parameter `key`, which ends in "=", is a record with
-// a semicolon behind each field.
+// Appends the command of a GET request with one parameter, `key` (which ends in "="): a record with `end`
+// after its last field and semicolons between them.
 void append_record_request(text_buffer& command, endpoint server, const char* path, const char* key,
-                           std::span<const numbered_field> table, const settings_record& settings,
-                           const LiveRecord& live, const moment& now);
+                           std::span<const numbered_field> table, const station& from, const char* end = ";");
 
 }  // namespace skypost

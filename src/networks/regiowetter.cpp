@@ -1,10 +1,10 @@
-// Regiowetter-BW and Regiowetter: a GET request with one record of 23 fields, separated by semicolons,
-// in the parameter "Data" or "val". °C, km/h, hPa, mm, W/m², local time. Both begin with the station;
-// Regiowetter-BW writes "na" for a missing value and ends with a second account text, Regiowetter
-// leaves the field of a missing value empty.
+// Regiowetter-BW and Regiowetter: a GET request with one record of 23 fields in the parameter "Data" or
+// "val". °C, km/h, hPa, mm, W/m², local time. Both begin with the station. Regiowetter-BW writes "na" for a
+// missing value, ends with a second account text and closes every field with a semicolon; Regiowetter leaves
+// the field of a missing value empty and only separates its fields.
 
-#include "networks/regiowetter.h"
-
+#include "compose/dates.h"
+#include "networks/networks.h"
 #include "networks/record_request.h"
 
 namespace skypost {
@@ -13,7 +13,7 @@ namespace {
 constexpr int FIELD_COUNT = 23;
 
 // The year without leading zeros.
-void append_bw_date(text_buffer& record, const record_source& from) {
+void append_bw_date(text_buffer& record, const station& from) {
   const std::tm& local = from.now.local;
   record.append("%02d.%02d.%d", local.tm_mday, local.tm_mon + 1, local.tm_year + 1900);
 }
@@ -39,7 +39,7 @@ constexpr numbered_field BW_FIELDS[] = {
     field (19,     number_or("na", &LiveRecord::uv10,               TENTHS)),
     field (20,     always("na")),
     field (21,     made_by(append_bw_date)),
-    field (22,     made_by(write_local_clock)),
+    field (22,     made_by(append_local_clock)),
     field (23,     setting(regiowetter_bw_account)),
     // clang-format on
 };
@@ -65,36 +65,30 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_regiowetter_bw(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                            const moment& now) {
+void compose_regiowetter_bw(text_buffer& command, const station& from) {
   append_record_request(command, endpoint::regiowetter_bw, "/data/nimbulog/get_nimbulog.php",
-                        "Data=", BW_FIELDS, settings, live, now);
+                        "Data=", BW_FIELDS, from);
 }
 
-void compose_regiowetter(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                         const moment& now) {
-  begin_get(command, endpoint::regiowetter, "/admin/jobs/nimbulog.asp");
-  command.append_text("val=");
-  append_fields(command, FIELDS, ";", {settings, live, now, append_url_value});
-  end_get(command);
+void compose_regiowetter(text_buffer& command, const station& from) {
+  append_record_request(command, endpoint::regiowetter, "/admin/jobs/nimbulog.asp", "val=", FIELDS, from, "");
 }
 
 }  // namespace
 
-constinit const http_network REGIOWETTER_BW = {compose_regiowetter_bw,
+constinit const http_network REGIOWETTER_BW = {"regiowetter_bw",
+                                               compose_regiowetter_bw,
                                                {.debug_header = "\nREGIOWETTER-BW\n%s\n",
-                                                .mode = reply_mode::breaks_to_blanks,
-                                                .success_word = "Success",
+                                                .success = {"Success", reply_mode::breaks_to_blanks},
                                                 .failure_format = "upload to regiowetter-bw failed: %s",
-                                                .no_response_text = "no response from regiowetter-bw",
-                                                .judge = judge_reply}};
+                                                .no_response_text = "no response from regiowetter-bw"}};
 
-constinit const http_network REGIOWETTER = {compose_regiowetter,
+constinit const http_network REGIOWETTER = {"regiowetter",
+                                            compose_regiowetter,
                                             {.debug_header = "\nREGIOWETTER\n%s\n",
-                                             .success_word = "success",
+                                             .success = "success",
                                              .failure_format = "upload to regiowetter failed: %s",
-                                             .no_response_text = "no response from regiowetter",
-                                             .judge = judge_reply}};
+                                             .no_response_text = "no response from regiowetter"}};
 
 int upload_regiowetter_bw() { return upload_to(REGIOWETTER_BW); }
 

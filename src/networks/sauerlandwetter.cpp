@@ -2,9 +2,8 @@
 // parameter "val". °C, km/h, hPa, mm, W/m², local time. The fields that a station like this one does
 // not fill hold two hyphens, as a missing value does.
 
-#include "networks/sauerlandwetter.h"
-
-#include "networks/password_digest.h"
+#include "compose/dates.h"
+#include "networks/networks.h"
 #include "networks/record_request.h"
 
 namespace skypost {
@@ -16,10 +15,10 @@ constexpr numbered_field FIELDS[] = {
     // clang-format off
     fields( 1,  2, always("")),
     field ( 3,     setting(sauerlandwetter_id)),
-    field ( 4,     made_by(append_digest<sauerlandwetter_password>)),
+    field ( 4,     digest_of(sauerlandwetter_password)),
     field ( 5,     always("v1.0")),
-    field ( 6,     made_by(write_local_date)),
-    field ( 7,     made_by(write_local_clock)),
+    field ( 6,     made_by(append_local_date)),
+    field ( 7,     made_by(append_local_clock)),
     field ( 8,     number_or("--", &LiveRecord::temp10,             TENTHS)),
     field ( 9,     number_or("--", &LiveRecord::todaymintemp10,     TENTHS)),
     field (10,     number_or("--", &LiveRecord::todaymaxtemp10,     TENTHS)),
@@ -54,10 +53,8 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_sauerlandwetter(text_buffer& command, const settings_record& settings, const LiveRecord& live,
-                             const moment& now) {
-  append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, settings, live,
-                        now);
+void compose_sauerlandwetter(text_buffer& command, const station& from) {
+  append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, from);
 }
 
 // A server that accepts a record may answer nothing at all.
@@ -68,12 +65,12 @@ int accept_empty_reply(const upload_spec&) {
 
 }  // namespace
 
-constinit const http_network SAUERLANDWETTER = {compose_sauerlandwetter,
+constinit const http_network SAUERLANDWETTER = {"sauerlandwetter",
+                                                compose_sauerlandwetter,
                                                 {.debug_header = "\nSAUERLANDWETTER\n%s\n",
-                                                 .success_word = "erfolgreich",
+                                                 .success = "erfolgreich",
                                                  .failure_format = "upload to sauerlandwetter failed: %s",
                                                  .no_response_text = "",
-                                                 .judge = judge_reply,
                                                  .judge_empty = accept_empty_reply}};
 
 int upload_sauerlandwetter() { return upload_to(SAUERLANDWETTER); }

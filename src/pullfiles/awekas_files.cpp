@@ -1,11 +1,11 @@
 // The files that AWEKAS, Wedaal and Wetterpage24 fetch: one value a line, in °C, km/h, hPa and mm, local
 // time. What is missing is an empty line. The three begin alike; Wedaal goes on with the extremes.
 
-#include "pullfiles/awekas_files.h"
-
 #include <cstdint>
 
-#include "live/numbered_record.h"
+#include "compose/dates.h"
+#include "compose/numbered_record.h"
+#include "pullfiles/pullfiles.h"
 
 namespace skypost {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 enum file_set : std::uint8_t { AWEKAS = 1, WEDAAL = 2, PAGE24 = 4, ALL = AWEKAS | WEDAAL | PAGE24 };
 
 // The year with two digits: 100 in 2100.
-void append_short_date(text_buffer& text, const record_source& from) {
+void append_short_date(text_buffer& text, const station& from) {
   const std::tm& local = from.now.local;
   text.append("%02d.%02d.%02d", local.tm_mday, local.tm_mon + 1, local.tm_year - 100);
 }
@@ -34,9 +34,9 @@ constexpr file_line LINES[] = {
     { 5, WEDAAL,          always("")},
     { 6, ALL,             number_or("", &LiveRecord::wind10,           KMH)},
     { 7, AWEKAS,          number_or("", &LiveRecord::winddir,          WHOLE)},
-    { 7, WEDAAL | PAGE24, text_or  ("", &LiveRecord::winddirstr)},
-    { 8, ALL,             made_by(write_local_clock)},
-    { 9, AWEKAS,          made_by(write_local_date)},
+    { 7, WEDAAL | PAGE24, word_or  ("", &LiveRecord::winddirstr)},
+    { 8, ALL,             made_by(append_local_clock)},
+    { 9, AWEKAS,          made_by(append_local_date)},
     { 9, WEDAAL | PAGE24, made_by(append_short_date)},
     {10, ALL,             always("")},
     {11, WEDAAL,          number_or("", &LiveRecord::todaymaxgust10,   KMH)},
@@ -67,22 +67,22 @@ static_assert(has_each_line_once(WEDAAL, 24));
 static_assert(has_each_line_once(PAGE24, 10));
 
 template <file_set file>
-void compose(text_buffer& text, const settings_record& settings, const LiveRecord& live, const moment& now) {
+void compose_lines(text_buffer& text, const station& from) {
   for (const file_line& line : LINES) {
     if ((line.files & file) == 0) continue;
-    append_content(text, line.content, {settings, live, now, append_unchanged});
+    append_content(text, line.content, from, append_unchanged);
     text.append_character('\n');
   }
 }
 
 }  // namespace
 
-constinit const pull_file AWEKAS_FILE = {compose<AWEKAS>};
-constinit const pull_file WEDAAL_FILE = {compose<WEDAAL>};
-constinit const pull_file WETTERPAGE24_FILE = {compose<PAGE24>};
+constinit const pull_file AWEKAS_PULL = {"awekas_pull", compose_lines<AWEKAS>};
+constinit const pull_file WEDAAL_PULL = {"wedaal_pull", compose_lines<WEDAAL>};
+constinit const pull_file WETTERPAGE24 = {"wetterpage24", compose_lines<PAGE24>};
 
-int write_awekas_file(const char* name) { return write_pull_file(AWEKAS_FILE, name); }
-int write_wedaal_file(const char* name) { return write_pull_file(WEDAAL_FILE, name); }
-int write_wetterpage24_file(const char* name) { return write_pull_file(WETTERPAGE24_FILE, name); }
+int write_awekas_file(const char* name) { return write_pull_file(AWEKAS_PULL, name); }
+int write_wedaal_file(const char* name) { return write_pull_file(WEDAAL_PULL, name); }
+int write_wetterpage24_file(const char* name) { return write_pull_file(WETTERPAGE24, name); }
 
 }  // namespace skypost

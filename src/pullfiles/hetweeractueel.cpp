@@ -2,9 +2,9 @@
 // `$name = "value";`, in °C, %, hPa, mm, km/h and W/m². Three hyphens stand for a missing value,
 // and for the time of a missing extreme.
 
-#include "pullfiles/hetweeractueel.h"
-
-#include "live/numbered_record.h"
+#include "compose/dates.h"
+#include "compose/numbered_record.h"
+#include "pullfiles/pullfiles.h"
 
 namespace skypost {
 namespace {
@@ -17,17 +17,15 @@ void append_date(text_buffer& text, const std::tm& date) {
   text.append("%02d-%02d-%02d", date.tm_mday, date.tm_mon + 1, date.tm_year - 100);
 }
 
-void append_short_local_date(text_buffer& text, const record_source& from) {
-  append_date(text, from.now.local);
-}
+void append_short_local_date(text_buffer& text, const station& from) { append_date(text, from.now.local); }
 
-void append_short_utc_date(text_buffer& text, const record_source& from) { append_date(text, from.now.utc); }
+void append_short_utc_date(text_buffer& text, const station& from) { append_date(text, from.now.utc); }
 
-void append_utc_clock(text_buffer& text, const record_source& from) {
+void append_utc_clock(text_buffer& text, const station& from) {
   text.append("%02d:%02d", from.now.utc.tm_hour, from.now.utc.tm_min);
 }
 
-void append_tendency(text_buffer& text, const record_source& from) {
+void append_tendency(text_buffer& text, const station& from) {
   switch (from.live.last60mpresstrend) {
     case 0:
       text.append_text("Steady");
@@ -53,9 +51,9 @@ constexpr assignment LINES[] = {
     // clang-format off
     { 1, nullptr,                always("BOF")},
     { 2, "date",                 made_by(append_short_local_date)},
-    { 3, "time",                 made_by(write_local_clock)},
+    { 3, "time",                 made_by(append_local_clock)},
     { 4, "stationDate",          made_by(append_short_local_date)},
-    { 5, "stationTime",          made_by(write_local_clock)},
+    { 5, "stationTime",          made_by(append_local_clock)},
     { 6, "utcdate",              made_by(append_short_utc_date)},
     { 7, "utctime",              made_by(append_utc_clock)},
     { 8, "tempUnit",             always("\xB0" "C")},  // the degree sign as ISO 8859-1 has it
@@ -64,8 +62,8 @@ constexpr assignment LINES[] = {
     {11, "rainUnit",             always("mm")},
     {12, "rateUnit",             always("mm/h")},
     {13, "windUnit",             always("km/h")},
-    {14, "sunriseTime",          text_or  (MISSING, &LiveRecord::sunrise)},
-    {15, "sunsetTime",           text_or  (MISSING, &LiveRecord::sunset)},
+    {14, "sunriseTime",          word_or  (MISSING, &LiveRecord::sunrise)},
+    {15, "sunsetTime",           word_or  (MISSING, &LiveRecord::sunset)},
     {16, "outsideTemp",          number_or(MISSING, &LiveRecord::temp10,             TENTHS)},
     {17, "hiOutsideTemp",        number_or(MISSING, &LiveRecord::todaymaxtemp10,     TENTHS)},
     {18, "hiOutsideTempTime",    time_or  (MISSING, &LiveRecord::todaymaxtemptimestr,     &LiveRecord::todaymaxtemp10)},
@@ -100,7 +98,7 @@ constexpr assignment LINES[] = {
     {47, "hiMonthlyWindSpeed",   number_or(MISSING, &LiveRecord::monthmaxgust10,     KMH)},
     {48, "hiYearlyWindSpeed",    number_or(MISSING, &LiveRecord::yearmaxgust10,      KMH)},
     {49, "windDir",              number_or(MISSING, &LiveRecord::winddir,            WHOLE)},
-    {50, "windDirection",        text_or  (MISSING, &LiveRecord::winddirstren)},
+    {50, "windDirection",        word_or  (MISSING, &LiveRecord::winddirstren)},
     {51, "windChill",            number_or(MISSING, &LiveRecord::chill10,            TENTHS)},
     {52, "lowWindchill",         number_or(MISSING, &LiveRecord::todayminchill10,    TENTHS)},
     {53, "lowWindchillTime",     time_or  (MISSING, &LiveRecord::todayminchilltimestr,    &LiveRecord::todayminchill10)},
@@ -157,19 +155,18 @@ consteval bool has_each_line_once() {
 }
 static_assert(has_each_line_once());
 
-void compose_hetweeractueel(text_buffer& text, const settings_record& settings, const LiveRecord& live,
-                            const moment& now) {
+void compose_hetweeractueel(text_buffer& text, const station& from) {
   for (const assignment& row : LINES) {
     if (row.variable != nullptr) text.append("$%s = \"", row.variable);
-    append_content(text, row.content, {settings, live, now, append_unchanged});
+    append_content(text, row.content, from, append_unchanged);
     text.append_text(row.variable != nullptr ? "\";\n" : "\n");
   }
 }
 
 }  // namespace
 
-constinit const pull_file HETWEERACTUEEL_FILE = {compose_hetweeractueel, "HETWEERACTUEEL"};
+constinit const pull_file HETWEERACTUEEL = {"hetweeractueel", compose_hetweeractueel, "HETWEERACTUEEL"};
 
-int write_hetweeractueel_file(const char* name) { return write_pull_file(HETWEERACTUEEL_FILE, name); }
+int write_hetweeractueel_file(const char* name) { return write_pull_file(HETWEERACTUEEL, name); }
 
 }  // namespace skypost

@@ -1,14 +1,13 @@
-// The file that Meteoclimatic fetches: "*KEY=value" lines, in °C, km/h, %, hPa, mm and W/m², local time.
-// What is missing now keeps its key; extremes and totals are there only when known.
+// The file that Meteoclimatic fetches: "*KEY=value" lines, in °C, km/h, %, hPa, mm and W/m², local time. A
+// missing current value keeps its key; extremes and totals are left out while they are missing.
 
-#include "pullfiles/meteoclimatic.h"
-
-#include "live/live_parameter.h"
+#include "compose/parameters.h"
+#include "pullfiles/pullfiles.h"
 
 namespace skypost {
 namespace {
 
-constexpr live_parameter CURRENT[] = {
+constexpr parameter CURRENT[] = {
     // clang-format off
     {"*TMP=",  &LiveRecord::temp10,             TENTHS},
     {"*WND=",  &LiveRecord::wind10,             KMH},
@@ -20,7 +19,7 @@ constexpr live_parameter CURRENT[] = {
 };
 
 // Of the day, the month and the year.
-constexpr live_parameter EXTREMES[] = {
+constexpr parameter EXTREMES[] = {
     // clang-format off
     {"*DHTM=", &LiveRecord::todaymaxtemp10,     TENTHS, "\n"},
     {"*DLTM=", &LiveRecord::todaymintemp10,     TENTHS, "\n"},
@@ -49,29 +48,29 @@ constexpr live_parameter EXTREMES[] = {
     // clang-format on
 };
 
-void append_head(text_buffer& text, const settings_record& settings, const std::tm& local) {
+void append_head(text_buffer& text, const station& from) {
+  const std::tm& local = from.now.local;
   text.append_text("*VER=DATA2\n*COD=");
-  text.append_text(settings.text(meteoclimatic_station));
+  text.append_text(from.settings.text(meteoclimatic_station));
   text.append("\n*UPD=%02d/%02d/%04d %02d:%02d\n", local.tm_mday, local.tm_mon + 1, local.tm_year + 1900,
               local.tm_hour, local.tm_min);
 }
 
-void compose_meteoclimatic(text_buffer& text, const settings_record& settings, const LiveRecord& live,
-                           const moment& now) {
-  append_head(text, settings, now.local);
-  for (const live_parameter& line : CURRENT) {
+void compose_meteoclimatic(text_buffer& text, const station& from) {
+  append_head(text, from);
+  for (const parameter& line : CURRENT) {
     text.append_text(line.key);
-    append_or(text, "", live.*line.value, line.form);
+    append_or(text, "", line.value.of(from.live), line.form);
     text.append_character('\n');
   }
-  append_known(text, live, EXTREMES);
+  append_known(text, from.live, EXTREMES);
   text.append_text("*EOT*\n");
 }
 
 }  // namespace
 
-constinit const pull_file METEOCLIMATIC_FILE = {compose_meteoclimatic, "METEOCLIMATIC"};
+constinit const pull_file METEOCLIMATIC = {"meteoclimatic", compose_meteoclimatic, "METEOCLIMATIC"};
 
-int write_meteoclimatic_file(const char* name) { return write_pull_file(METEOCLIMATIC_FILE, name); }
+int write_meteoclimatic_file(const char* name) { return write_pull_file(METEOCLIMATIC, name); }
 
 }  // namespace skypost

@@ -7,9 +7,7 @@
 
 #include "base/process_state.h"
 #include "live/report_parser.h"
-#include "networks/weather_underground.h"
-#include "networks/windfinder_windit.h"
-#include "run/report.h"
+#include "networks/networks.h"
 #include "run/settings_attempts.h"
 
 namespace skypost {

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "live/data_server.h"
+#include "run/failure.h"
 #include "settings/record.h"
 
 namespace skypost {
@@ -16,7 +17,7 @@ struct rapid_fire_stamps {
 
 // A network that takes rapid fire.
 struct rapid_fire_network {
-  const char* name;                   // under which its failure is reported
+  failure_name name;
   const integer_field* enabled;       // it is active when this is on
   const integer_field* rapid_fire;    // and this, when set
   const integer_field* own_interval;  // seconds; without it the interval is fixed
@@ -38,9 +39,9 @@ std::int32_t pass_length(const settings_record& settings);
 bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
                std::int64_t now);
 
-// Sends the networks above at their intervals and reloads the settings, over and over. Takes the buffer
-// for the data server's reports and the start-up time (seconds since the epoch), from which the first
-// intervals count. Failures are reported.
+// Sends the networks above at their intervals and reloads the settings, for ever. Takes the buffer for the
+// data server's reports and the start-up time (seconds since the epoch), from which the first intervals
+// count. Failures are reported.
 [[noreturn]] void run_rapid_fire(report_buffer& report, std::int64_t start);
 
 }  // namespace skypost

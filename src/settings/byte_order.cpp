@@ -5,17 +5,40 @@
 namespace skypost {
 namespace {
 
-consteval bool ranges_are_sound() {
+// Integers that the ranges leave out, since no board ever converted them: a record of the other byte order
+// brings them reversed. Any other bit than none still switches a network on.
+constexpr integer_field NEVER_CONVERTED[] = {hetweeractueel_enabled, weatherflow_enabled, metoffice_enabled};
+
+constexpr bool is_exempt(const settings_field& field) {
+  return std::any_of(std::begin(NEVER_CONVERTED), std::end(NEVER_CONVERTED),
+                     [&](const integer_field& exempt) { return exempt.offset == field.offset; });
+}
+
+constexpr bool is_converted(const settings_field& field) {
+  for (const field_range& range : CONVERTED_FIELDS)
+    for (std::uint32_t entry = 0; entry < range.entries; ++entry) {
+      const std::uint32_t first = range.first + entry * range.stride;
+      if (field.offset >= first && field.offset <= range.last + entry * range.stride) return true;
+    }
+  return false;
+}
+
+consteval bool ranges_fit_the_record() {
   for (const field_range& range : CONVERTED_FIELDS) {
     if (range.size != 4 && range.size != 8) return false;
     if ((range.last - range.first) % range.size != 0) return false;
     if (range.last + range.size + (range.entries - 1) * range.stride > SETTINGS_SIZE) return false;
   }
-  for (const settings_field* field : SETTINGS_FIELDS)
-    if (field->is_text() && is_converted(*field)) return false;
   return true;
 }
-static_assert(ranges_are_sound());
+static_assert(ranges_fit_the_record());
+
+consteval bool are_integers_converted_and_texts_not() {
+  for (const settings_field& field : SETTINGS_FIELDS)
+    if (is_converted(field) == (field.is_text() || is_exempt(field))) return false;
+  return true;
+}
+static_assert(are_integers_converted_and_texts_not());
 
 }  // namespace
 

@@ -16,8 +16,8 @@ struct field_range {
   std::uint32_t stride = 0;
 };
 
-// The appliance's three arrays of entries, of which this program only keeps the form: an entry is
-// free when its first integer is -1.
+// The appliance's three arrays of entries. This program only keeps their form: an entry is free when its
+// first integer is -1.
 struct entry_array {
   std::uint32_t first;
   std::uint32_t entries;
@@ -60,16 +60,6 @@ inline constexpr field_range CONVERTED_FIELDS[] = {
     {20584, 21600, 8},
     // clang-format on
 };
-
-// True for a field that CONVERTED_FIELDS names.
-constexpr bool is_converted(const settings_field& field) {
-  for (const field_range& range : CONVERTED_FIELDS)
-    for (std::uint32_t entry = 0; entry < range.entries; ++entry) {
-      const std::uint32_t first = range.first + entry * range.stride;
-      if (field.offset >= first && field.offset <= range.last + entry * range.stride) return true;
-    }
-  return false;
-}
 
 // Reverse the bytes of one field in place: 4 of an integer, 8 of a floating-point number.
 void swap_u32(unsigned char* field);

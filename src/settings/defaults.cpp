@@ -56,11 +56,11 @@ std::string_view system_host_name(char (&name)[60]) {
 }  // namespace
 
 void set_default_settings(settings_record& record) {
-  for (const settings_field* field : SETTINGS_FIELDS) {
-    if (field->is_text())
-      record.bytes[field->offset] = 0;
-    else if (field->kind == field_kind::flag)
-      store(record, field->offset, 0);
+  for (const settings_field& field : SETTINGS_FIELDS) {
+    if (field.is_text())
+      record.bytes[field.offset] = 0;
+    else if (field.kind == field_kind::flag)
+      store(record, field.offset, 0);
   }
 
   char name[60];

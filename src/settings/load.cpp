@@ -38,6 +38,12 @@ void back_up_settings_file() {
   [[maybe_unused]] const int ignored = std::system(command.c_str());
 }
 
+// Layouts of unlisted size lack a field at the gap.
+void open_gap(settings_record& record) {
+  std::memmove(record.bytes + GAP_OFFSET + GAP_SIZE, record.bytes + GAP_OFFSET,
+               SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
+}
+
 // Reads the open file into the record; -1 when it cannot be used.
 std::int32_t read_settings_file(int file, settings_record& record) {
   struct stat status {};
@@ -69,11 +75,6 @@ void complete_short_record(settings_record& record, std::uint32_t count) {
     std::memcpy(record.bytes + LAST_ENTRY_ARRAY.first + i * LAST_ENTRY_ARRAY.stride, &FREE, sizeof FREE);
 }
 
-void open_gap(settings_record& record) {
-  std::memmove(record.bytes + GAP_OFFSET + GAP_SIZE, record.bytes + GAP_OFFSET,
-               SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
-}
-
 bool is_byte_order_foreign(const settings_record& record, const char* platform) {
   const std::int32_t marker = record.integer(byte_order_marker);
   // That board wrote its records before there was a marker.
@@ -81,14 +82,16 @@ bool is_byte_order_foreign(const settings_record& record, const char* platform) 
   return marker != 1;
 }
 
-std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unlisted) {
-  if (size_unlisted != 0) {
-    back_up_settings_file();
-    open_gap(record);
-  }
-  if (!is_byte_order_foreign(record, std::getenv("NIMBULOGHW"))) return 0;
+std::int32_t adapt_image(settings_record& record, bool size_unlisted, const char* platform) {
+  if (size_unlisted) open_gap(record);
+  if (!is_byte_order_foreign(record, platform)) return 0;
   convert_byte_order(record);
   return 1;
+}
+
+std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unlisted) {
+  if (size_unlisted != 0) back_up_settings_file();
+  return adapt_image(record, size_unlisted != 0, std::getenv("NIMBULOGHW"));
 }
 
 std::int32_t load_settings(settings_record& record) {

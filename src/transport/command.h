@@ -14,13 +14,14 @@ inline constexpr int WGET_TRIES = 4;
 inline constexpr std::size_t COMMAND_CAPACITY = 9'999;
 using command_text = fixed_text<COMMAND_CAPACITY>;
 
-// Begins the command of a GET request: up to and with the "?" behind the endpoint's `path`.
+// Begins the command of a GET request: up to and including the "?" after the endpoint's `path`.
 void begin_get(text_buffer& command, endpoint server, const char* path);
 
-// Ends it, with what wget writes to its standard error joined to the reply.
+// Ends it; what wget writes to its standard error joins the reply.
 void end_get(text_buffer& command);
 
-// Begins the command of a POST request, which reports wget's own lines too: up to its first option.
+// Begins the command of a POST request, up to its first option. Without -q, wget's own lines are part of
+// the reply.
 void begin_post(text_buffer& command);
 
 // Appends a text from the settings or the report as a value of a query or a form. `&` and `#`, which

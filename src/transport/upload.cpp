@@ -24,6 +24,15 @@ void print_header(const text_buffer& command, const upload_spec& spec) {
   debug_print("%s", header.c_str());
 }
 
+// The judgement of most networks.
+int find_success_word(text_buffer& reply, const upload_spec& spec) {
+  if (spec.success.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
+  if (spec.success.mode == reply_mode::first_line) reply.replace_all('\n', '\0');
+  print_reply(reply.view());
+  if (std::strstr(reply.c_str(), spec.success.success_word) != nullptr) return 0;
+  return fail_with_reply(spec, reply.view());
+}
+
 }  // namespace
 
 std::size_t read_reply(text_buffer& reply, std::FILE* stream) {
@@ -59,15 +68,8 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
 }
 
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec) {
-  return count == 0 ? spec.judge_empty(spec) : spec.judge(reply, spec);
-}
-
-int judge_reply(text_buffer& reply, const upload_spec& spec) {
-  if (spec.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
-  if (spec.mode == reply_mode::first_line) reply.replace_all('\n', '\0');
-  print_reply(reply.view());
-  if (std::strstr(reply.c_str(), spec.success_word) != nullptr) return 0;
-  return fail_with_reply(spec, reply.view());
+  if (count == 0) return spec.judge_empty(spec);
+  return spec.success.own != nullptr ? spec.success.own(reply, spec) : find_success_word(reply, spec);
 }
 
 int fail_without_response(const upload_spec& spec) {

@@ -12,29 +12,40 @@ namespace skypost {
 inline constexpr std::size_t REPLY_CAPACITY = 10'000;
 using reply_text = fixed_text<REPLY_CAPACITY>;
 
-// What is done to the line breaks of a reply before it is judged.
+// What is done to the line breaks of a reply before it is searched.
 enum class reply_mode {
   breaks_to_blanks,  // each line feed becomes a blank
-  first_line,        // the reply ends in front of the first line feed
+  first_line,        // the reply ends before the first line feed
   raw,
 };
 
 struct upload_spec;
 
-// Judges an empty reply: leaves the network's text for it and returns -1.
+// Decides over a reply as wget gave it: 0, or -1 with the reason in `error_text`.
+using reply_judge = int (*)(text_buffer& reply, const upload_spec& spec);
+
+// What makes a reply a good one: a word that it must contain, or a judgement of the network's own.
+struct judgement {
+  consteval judgement(const char* word, reply_mode searched = reply_mode::raw)
+      : success_word(word), mode(searched) {}
+  consteval judgement(reply_judge of_network) : own(of_network) {}
+
+  const char* success_word = nullptr;
+  reply_mode mode = reply_mode::raw;
+  reply_judge own = nullptr;  // when set, there is no word
+};
+
+// Judges an empty reply: leaves the network's text for it in `error_text` and returns -1.
 int fail_without_response(const upload_spec& spec);
 
 // How a network's reply is judged, and the texts that go with it. Each pattern has one "%s".
 struct upload_spec {
-  const char* debug_header;            // with the command, which a pattern without "%s" does not show
-  reply_mode mode = reply_mode::raw;   // obeyed by judge_reply
-  const char* success_word = nullptr;  // asked for by judge_reply
-  const char* failure_format;          // with the reply or the part of it that was judged
-  const char* no_response_text;        // for an empty reply
+  const char* debug_header;  // with the command; WeatherFlow's has no "%s" and shows none
+  judgement success;
+  const char* failure_format;    // with the reply, or the part of it that was judged
+  const char* no_response_text;  // for an empty reply
 
-  // Decides over a reply as wget gave it: 0, or -1 with the reason in `error_text`.
-  int (*judge)(text_buffer& reply, const upload_spec& spec);
-  // The same when wget gave not one byte.
+  // Decides when wget gave not one byte: 0, or -1 with the reason in `error_text`.
   int (*judge_empty)(const upload_spec& spec) = fail_without_response;
   bool pipe_reason_first = false;  // the failed-pipe text names the system's reason, then the command
 };
@@ -50,17 +61,14 @@ text_buffer& strip_line_breaks(text_buffer& text);
 // command that did not fit its buffer is not run.
 int upload_via_wget(const text_buffer& command, const upload_spec& spec);
 
-// The judgement of most networks: the reply must hold the success word.
-int judge_reply(text_buffer& reply, const upload_spec& spec);
-
-// Judges what wget printed, `count` bytes of which `reply` holds the text.
+// Judges what wget printed: `count` bytes, of which `reply` holds the text.
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec);
 
 // The pieces that judgements are made of. The first writes `error_text` and returns -1.
 int fail_with_reply(const upload_spec& spec, std::string_view reply);
 void print_reply(std::string_view reply);  // in debug mode, without line breaks
 
-// What stands between "<body>" and the first "</body>" behind it, or the end of the reply.
+// What is between "<body>" and the first "</body>" after it, or the end of the reply.
 std::optional<std::string_view> html_body(const text_buffer& reply);
 
 }  // namespace skypost

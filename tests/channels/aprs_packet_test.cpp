@@ -7,8 +7,7 @@
 #include <string>
 #include <variant>
 
-#include "base/value.h"
-#include "channels/aprs.h"
+#include "channels/channels.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -18,22 +17,23 @@ constexpr char LOGIN[] = "User N0CALL pass -1 vers nimbulog\r\n";
 constexpr char PACKET[] =
     "N0CALL>APRS,TCPXX*:@151407z4703.50N/00818.00E_225/008g016t071r009p033P025b10132h57L456eNB49\r\n";
 
-struct station {
+struct sender {
   settings_record settings{};
   LiveRecord live = fully_equipped_station();
 };
 
-station example_station() {
-  station result;
+sender example_sender() {
+  sender result;
   fill_settings(result.settings);
+  result.settings.set_text(aprs_call_sign, "N0CALL");
   return result;
 }
 
 // 2024-03-15 14:07:00 UTC, which is the 16th, 03:07, at the station.
-std::string text_of(const station& from, const char* call_sign, std::int32_t passcode, bool cwop) {
+std::string text_of(const outgoing& what, const sender& from) {
   setenv("TZ", "Pacific/Auckland", 1);
-  aprs_text text;
-  compose_aprs_text(text, from.settings, from.live, moment_at(1'710'511'620), call_sign, passcode, cwop);
+  outgoing_text text;
+  what.compose(text, {from.settings, from.live, moment_at(1'710'511'620), ORDINARY_BOARD});
   return text.c_str();
 }
 
@@ -41,28 +41,27 @@ std::string with(std::string text, const std::string& piece, const std::string& 
   return text.replace(text.find(piece), piece.size(), by);
 }
 
-TEST(AprsPacket, OfCwop) {
-  EXPECT_EQ(text_of(example_station(), "N0CALL", -1, true), std::string(LOGIN) + PACKET);
-}
+TEST(AprsPacket, OfCwop) { EXPECT_EQ(text_of(CWOP, example_sender()), std::string(LOGIN) + PACKET); }
 
 TEST(AprsPacket, OfAprsHasItsPasscodeAndNoLuminosity) {
   for (const std::int32_t solar10 : {4567, 15237, MISSING_VALUE}) {
-    station at = example_station();
+    sender at = example_sender();
     at.live.solar10 = solar10;
-    EXPECT_EQ(text_of(at, "N0CALL", 12345, false),
-              "User N0CALL pass 12345 vers nimbulog\r\n" + with(PACKET, "L456", ""));
+    EXPECT_EQ(text_of(APRS, at), "User N0CALL pass 12345 vers nimbulog\r\n" + with(PACKET, "L456", ""));
   }
 }
 
 TEST(AprsPacket, OfAnUnequippedStationAtAnUnsetPosition) {
-  station at{.settings = {}, .live = sparse_station()};
+  sender at = example_sender();
+  at.live = sparse_station();
   for (const integer_field* field :
        {&latitude_degrees, &latitude_minutes, &latitude_seconds, &latitude_south, &longitude_degrees,
         &longitude_minutes, &longitude_seconds, &longitude_west})
     at.settings.set_integer(*field, -1);
+  at.settings.set_integer(aprs_pressure_kind, 0);
   at.live.temp10 = at.live.hum = MISSING_VALUE;
   EXPECT_EQ(
-      text_of(at, "N0CALL", -1, true),
+      text_of(CWOP, at),
       std::string(LOGIN) +
           "N0CALL>APRS,TCPXX*:@151407z-1-1.-2S/-01-1.-2W_.../...g...t...r...p...P...b.....h..eNB49\r\n");
 }
@@ -117,12 +116,12 @@ TEST(AprsPacket, WritesEachValueInItsForm) {
       // clang-format on
   };
   for (const change_case& row : cases) {
-    station at = example_station();
+    sender at = example_sender();
     if (const auto* field = std::get_if<std::int32_t LiveRecord::*>(&row.what))
       at.live.** field = row.value;
     else
       at.settings.set_integer(*std::get<const integer_field*>(row.what), row.value);
-    EXPECT_EQ(text_of(at, "N0CALL", -1, true), LOGIN + with(PACKET, row.piece, row.by)) << row.value;
+    EXPECT_EQ(text_of(CWOP, at), LOGIN + with(PACKET, row.piece, row.by)) << row.value;
   }
 }
 

@@ -13,7 +13,7 @@
 
 #include "base/endpoints.h"
 #include "base/process_state.h"
-#include "channels/aprs.h"
+#include "channels/channels.h"
 #include "sim/tcp_server.h"
 #include "support/station.h"
 

@@ -10,12 +10,12 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "live/report_parser.h"
+#include "settings/field_descriptions.h"
 #include "support/appliance_folder.h"
-#include "support/every_network.h"
 #include "support/station.h"
-#include "transport/command.h"
 
 namespace skypost::testing {
 namespace {
@@ -41,7 +41,7 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 
 std::string as_url_value(const std::string& text) { return replaced(replaced(text, "&", "%26"), "#", "%23"); }
 
-class ForeignText : public ::testing::TestWithParam<named_network> {
+class ForeignText : public ::testing::TestWithParam<const outgoing*> {
  protected:
   void SetUp() override {
     fill_settings(settings_);
@@ -53,13 +53,11 @@ class ForeignText : public ::testing::TestWithParam<named_network> {
   // Composes the command, runs it with no more than these programs on its path, and returns what the
   // recorder got for arguments, a NUL behind each.
   std::string arguments(const LiveRecord& live) {
-    command_text command;
-    GetParam().network->compose(command, settings_, live, spring_morning());
-    EXPECT_FALSE(command.was_cut());
+    const std::string command = composed(*GetParam(), settings_, live);
     const std::string recorder = appliance_.path("/bin/wget").string();
     std::filesystem::remove(appliance_.path("/bin/arguments"));
     const std::string line = "PATH=" + appliance_.path("/bin/wget").parent_path().string() + "; " +
-                             replaced(command.c_str(), "/usr/bin/wget", recorder);
+                             replaced(command, "/usr/bin/wget", recorder);
     EXPECT_EQ(std::system(line.c_str()), 0) << line;
     return read_whole_file(appliance_.path("/bin/arguments"));
   }
@@ -100,11 +98,11 @@ class ForeignText : public ::testing::TestWithParam<named_network> {
 
 TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
   LiveRecord live = sparse_station();
-  for (const settings_field* const field : SETTINGS_FIELDS) {
-    if (!field->is_text()) continue;
-    const auto& slot = static_cast<const text_field&>(*field);
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (!row.field.is_text()) continue;
+    const text_field& slot = row.as_text();
     const std::string before(settings_.text(slot));
-    expect_unaltered(field->name, slot.size - 1, live,
+    expect_unaltered(row.name, slot.size - 1u, live,
                      [&](const std::string& text) { settings_.set_text(slot, text); });
     settings_.set_text(slot, before);
   }
@@ -121,8 +119,14 @@ TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Networks, ForeignText, ::testing::ValuesIn(EVERY_HTTP_NETWORK),
-                         [](const auto& row) { return row.param.name; });
+std::vector<const outgoing*> every_command() {
+  std::vector<const outgoing*> commands = everything_handed_out();
+  std::erase_if(commands, [](const outgoing* what) { return what->by != carrier::http; });
+  return commands;
+}
+
+INSTANTIATE_TEST_SUITE_P(Networks, ForeignText, ::testing::ValuesIn(every_command()),
+                         [](const auto& row) { return std::string(row.param->id); });
 
 }  // namespace
 }  // namespace skypost::testing

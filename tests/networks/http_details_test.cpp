@@ -6,11 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "base/value.h"
-#include "networks/meteonews.h"
-#include "support/every_network.h"
+#include "networks/networks.h"
 #include "support/station.h"
-#include "transport/command.h"
 
 namespace skypost::testing {
 namespace {
@@ -24,8 +21,8 @@ struct detail_case {
 
 const detail_case DETAILS[] = {
     // clang-format off
-    {WEDAAL, [](auto&, auto& live) { std::strcpy(live.todaymaxgusttimestr, "---"); }, ";44.6;;-3.5;", "---"},
-    {WEDAAL, [](auto&, auto& live) { live.todaymaxgust10 = MISSING_VALUE; }, ";0.0;;;-3.5;", "03:33"},
+    {WEDAAL_PUSH, [](auto&, auto& live) { std::strcpy(live.todaymaxgusttimestr, "---"); }, ";44.6;;-3.5;", "---"},
+    {WEDAAL_PUSH, [](auto&, auto& live) { live.todaymaxgust10 = MISSING_VALUE; }, ";0.0;;;-3.5;", "03:33"},
     {IDOKEP, [](auto& settings, auto&) { settings.set_integer(idokep_enabled, 2); }, "\"https://pro.idokep.hu/sendws.php?user=idouser&", "automata"},
     {IDOKEP, [](auto& settings, auto&) { settings.set_integer(idokep_enabled, 3); }, "\"https://automata.idokep.hu/sendws.php?user=idouser&", "pro."},
     {WETTERARCHIV, [](auto&, auto& live) { live.last60mraintotal10 = MISSING_VALUE; }, "&temperatur=21.5&luftdruck=", "niederschlag"},
@@ -48,9 +45,7 @@ TEST(HttpDetails, ChangeWhatTheyShould) {
     fill_settings(settings);
     LiveRecord live = fully_equipped_station();
     row.change(settings, live);
-    command_text command;
-    row.network.compose(command, settings, live, spring_morning());
-    const std::string text = command.c_str();
+    const std::string text = composed(row.network, settings, live);
     EXPECT_NE(text.find(row.holds), std::string::npos) << text;
     EXPECT_EQ(text.find(row.lacks), std::string::npos) << text;
   }
@@ -59,8 +54,9 @@ TEST(HttpDetails, ChangeWhatTheyShould) {
 class MeteoNews : public ::testing::Test {
  protected:
   std::string compose(const char* hardware, const char* platform) {
-    command_text command;
-    compose_meteonews(command, settings_, sparse_station(), now_, hardware, platform);
+    const LiveRecord live = sparse_station();
+    outgoing_text command;
+    METEONEWS.compose(command, {settings_, live, now_, {platform, hardware}});
     return command.c_str();
   }
 

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "base/process_state.h"
-#include "support/every_network.h"
+#include "networks/networks.h"
 
 namespace skypost::testing {
 namespace {
@@ -24,10 +24,10 @@ struct reply_case {
 
 const reply_case CASES[] = {
     // clang-format off
-    {WEATHER_UNDERGROUND, "notice\r\nsuccess\r\n", 0, ""},
-    {WEATHER_UNDERGROUND, "bad\r\nkey\n", -1, "upload to weather underground failed: bad key "},
-    {WEATHER_UNDERGROUND, "Success", -1, "upload to weather underground failed: Success"},
-    {WEATHER_UNDERGROUND_RAPID, "late", -1, "upload to weather underground failed: late"},
+    {WUNDERGROUND, "notice\r\nsuccess\r\n", 0, ""},
+    {WUNDERGROUND, "bad\r\nkey\n", -1, "upload to weather underground failed: bad key "},
+    {WUNDERGROUND, "Success", -1, "upload to weather underground failed: Success"},
+    {WUNDERGROUND_RAPID, "late", -1, "upload to weather underground failed: late"},
     {WEATHERFLOW, "{\"status\":\"success\"}", 0, ""},
     {PWSWEATHER, "<html>\n<body>\nData Logged and posted\n</body>\n</html>\n", 0, ""},
     {PWSWEATHER, "<body>Data Logged and posted", 0, ""},
@@ -36,11 +36,11 @@ const reply_case CASES[] = {
     {PWSWEATHER, "Data Logged and posted", -1, "upload to HAMweather: Data Logged and posted", ""},
     {PWSWEATHER, "<html><body>\nno\n</body>", -1, "upload to HAMweather: no", "Reply: no\n"},
     {WEATHERBUG, "success", -1, "upload to weather bug failed: success"},
-    {AWEKAS, "ERROR\r\nOK\r\n", -1, "upload to awekas: ERROR"},
-    {AWEKAS, "OK\nmore", 0, "", "Reply: OK\n"},
-    {AWEKAS, "\nOK", -1, "upload to awekas: "},
-    {WEDAAL, "Daten OK", 0, ""},
-    {WEDAAL, "ERROR\nOK", -1, "upload to wedaal: ERROR"},
+    {AWEKAS_PUSH, "ERROR\r\nOK\r\n", -1, "upload to awekas: ERROR"},
+    {AWEKAS_PUSH, "OK\nmore", 0, "", "Reply: OK\n"},
+    {AWEKAS_PUSH, "\nOK", -1, "upload to awekas: "},
+    {WEDAAL_PUSH, "Daten OK", 0, ""},
+    {WEDAAL_PUSH, "ERROR\nOK", -1, "upload to wedaal: ERROR"},
     {WINDFINDER, "<body>\nOK</body>\n", 0, "", "\n<<body>\nOK</body>\n>\nReply: OK\n"},
     {WINDFINDER, "<html><body>ERR\r\nno</body>OK</html>", -1, "upload to windfinder: ERRno"},
     {WINDFINDER, "<body>ERR", -1, "upload to windfinder: ERR"},
@@ -91,7 +91,7 @@ int judge(const http_network& network, std::string_view text) {
 TEST(ReplyJudgement, IsTheSameWithAndWithoutDebugOutput) {
   for (const reply_case& row : CASES) {
     for (const std::int32_t debug : {0, 1}) {
-      SCOPED_TRACE(std::string(row.network.reply.debug_header) + std::string(row.reply));
+      SCOPED_TRACE(std::string(row.network.id) + ": " + std::string(row.reply));
       ::testing::internal::CaptureStderr();
       flags.debug_flag = debug;
       EXPECT_EQ(judge(row.network, row.reply), row.result);

@@ -97,7 +97,7 @@ TEST(RapidFire, SendsEachNetworkOnItsOwnSchedule) {
 TEST(RapidFire, LeavesOutANetworkWithOneOfItsSwitchesOff) {
   for (const integer_field* off : {&wunderground_enabled, &wunderground_rapid_enabled, &weatherflow_enabled,
                                    &weatherflow_rapid_enabled}) {
-    SCOPED_TRACE(off->name);
+    SCOPED_TRACE(off->offset);
     const bool is_wunderground = off == &wunderground_enabled || off == &wunderground_rapid_enabled;
     settings_record settings = is_wunderground ? settings_with(5, 0, false) : settings_with(0, 5, false);
     settings.set_integer(*off, 0);

@@ -9,8 +9,6 @@
 #include <string>
 #include <utility>
 
-#include "settings/text_slots.h"
-
 namespace skypost::testing {
 namespace {
 
@@ -34,12 +32,11 @@ class image {
 
 image expected_defaults() {
   constexpr std::uint32_t MINUS_ONE = 0xffff'ffff;
-  constexpr std::uint32_t NETWORK_FLAGS[] = {6476,  6480,  6484,  6492,  6496,  6756,  7016,  17684, 18076,
-                                             18148, 21612, 27576, 27964, 28364, 29668, 37840, 37872, 38108,
-                                             38200, 48236, 48304, 48372, 48568, 48580, 48716, 17688, 38116};
   image expected;
-  for (const text_slot& slot : TEXT_SLOTS) expected.put(slot.offset, std::string(1, '\0'));
-  for (const std::uint32_t offset : NETWORK_FLAGS) expected.put_integer(offset, 0);
+  for (const settings_field& field : SETTINGS_FIELDS) {
+    if (field.is_text()) expected.put(field.offset, std::string(1, '\0'));
+    if (field.kind == field_kind::flag) expected.put_integer(field.offset, 0);
+  }
 
   constexpr std::pair<std::size_t, std::uint32_t> INTEGERS[] = {
       // clang-format off

@@ -9,8 +9,9 @@
 #include <iterator>
 #include <utility>
 
-#include "base/value.h"
+#include "run/run_list.h"
 #include "settings/defaults.h"
+#include "settings/field_descriptions.h"
 
 namespace skypost::testing {
 LiveRecord fully_equipped_station() {
@@ -115,6 +116,10 @@ void fill_settings(settings_record& settings) {
       {aprs_passcode, 12345}, {aprs_pressure_kind, 1},
   };
   // clang-format on
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (row.field.is_text() && settings.text(row.as_text()).empty() &&
+        row.group != std::string_view("sensors"))
+      settings.set_text(row.as_text(), row.name);
   for (const auto& [field, text] : TEXTS) settings.set_text(field, text);
   for (const auto& [field, number] : NUMBERS) settings.set_integer(field, number);
 }
@@ -122,6 +127,19 @@ void fill_settings(settings_record& settings) {
 moment spring_morning() {
   setenv("TZ", "Europe/Berlin", 1);
   return moment_at(1'336'280'889);
+}
+
+std::string composed(const outgoing& what, const settings_record& settings, const LiveRecord& live) {
+  outgoing_text text;
+  what.compose(text, {settings, live, spring_morning(), ORDINARY_BOARD});
+  EXPECT_FALSE(text.was_cut());
+  return text.c_str();
+}
+
+std::vector<const outgoing*> everything_handed_out() {
+  std::vector<const outgoing*> all;
+  for_each_outgoing([&](const outgoing& what) { all.push_back(&what); });
+  return all;
 }
 
 std::string read_whole_file(const std::string& path) {

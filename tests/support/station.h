@@ -1,10 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "base/moment.h"
-#include "live/live_record.h"
-#include "settings/record.h"
+#include "compose/outgoing.h"
 
 namespace skypost::testing {
 
@@ -28,12 +27,21 @@ LiveRecord fully_equipped_station();
 // One that knows only outdoor temperature 21.5 °C, humidity 57 % and dew point 10.0 °C.
 LiveRecord sparse_station();
 
-// Default settings with an identifier and a password for every network, each different, each with
-// characters that a shell or a URL would take for its own in one of the passwords.
+// Default settings with an identifier and a password for every network, each different, some with characters
+// that mean something to a shell or in a URL. A text that has no value of its own holds its field's name.
 void fill_settings(settings_record& settings);
+
+// A board with a hardware address of its own, of unknown kind.
+inline constexpr board ORDINARY_BOARD = {nullptr, "00:1A:2B:3C:4D:5E"};
 
 // 2012-05-06 07:08:09 local time in Berlin, 05:08:09 UTC. Sets TZ.
 moment spring_morning();
+
+// What is handed out at that time, by an ordinary board.
+std::string composed(const outgoing& what, const settings_record& settings, const LiveRecord& live);
+
+// Everything that the run list can hand out, the rapid-fire forms too.
+std::vector<const outgoing*> everything_handed_out();
 
 // The whole file; fails the test when it cannot be read.
 std::string read_whole_file(const std::string& path);

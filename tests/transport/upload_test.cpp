@@ -16,10 +16,9 @@ namespace skypost::testing {
 namespace {
 
 constexpr upload_spec SPEC = {.debug_header = "\nNETWORK\n%s\n",
-                              .success_word = "OK",
+                              .success = "OK",
                               .failure_format = "upload failed: %s",
-                              .no_response_text = "no response",
-                              .judge = judge_reply};
+                              .no_response_text = "no response"};
 
 class Upload : public ::testing::Test {
  protected:

@@ -1,0 +1,66 @@
+#include "compose/numbered_record.h"
+
+#include "transport/md5.h"
+
+namespace skypost {
+namespace {
+
+// A time of day that the report lacks is "---".
+bool is_time_missing(const field_content& content, const LiveRecord& live) {
+  const std::string_view time = live.*content.text;
+  return !known(content.number.of(live)) || time.empty() || time == "---";
+}
+
+void append_digest(text_buffer& record, std::string_view password) {
+  fixed_text<32> digest;
+  record.append_text(md5_hex(password, digest).view());
+}
+
+}  // namespace
+
+void append_content(text_buffer& record, const field_content& content, const station& from,
+                    text_writer write_text) {
+  switch (content.kind) {
+    case content_kind::fixed:
+      record.append_text(content.filler);
+      break;
+    case content_kind::number:
+      append_or(record, content.filler, content.number.of(from.live), *content.form);
+      break;
+    case content_kind::word:
+      if ((from.live.*content.text)[0] == '\0')
+        record.append_text(content.filler);
+      else
+        write_text(record, from.live.*content.text);
+      break;
+    case content_kind::time:
+      if (is_time_missing(content, from.live))
+        record.append_text(content.filler);
+      else
+        write_text(record, from.live.*content.text);
+      break;
+    case content_kind::setting:
+      write_text(record, from.settings.text(*content.setting));
+      break;
+    case content_kind::digest:
+      append_digest(record, from.settings.text(*content.setting));
+      break;
+    case content_kind::made:
+      content.compose(record, from);
+      break;
+  }
+}
+
+void append_unchanged(text_buffer& record, std::string_view text) { record.append_text(text); }
+
+void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
+                   const station& from, text_writer write_text) {
+  for (const numbered_field& row : table) {
+    for (int number = row.first; number <= row.last; ++number) {
+      if (number > 1) record.append_text(separator);
+      append_content(record, row.content, from, write_text);
+    }
+  }
+}
+
+}  // namespace skypost

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "compose/outgoing.h"
+#include "compose/value.h"
+
+// Several networks take a record in which every value has its fixed place, with a filler where a value is
+// missing. Such a record is a table of fields, in the order of their numbers.
+namespace skypost {
+
+enum class content_kind : std::uint8_t { fixed, number, word, time, setting, digest, made };
+
+// What is in one field. Made by the functions below.
+struct field_content {
+  const char* filler = "";  // in place of a missing value; of a fixed content all there is
+  union {
+    const value_form* form;       // of a number
+    live_text LiveRecord::*text;  // of a word or a time
+    const text_field* setting;    // of a setting or a digest
+    composer compose;             // of a made content
+  };
+  content_kind kind;
+  live_number number{};  // of a number; of a time the extreme
+};
+
+consteval field_content always(const char* text) {
+  return {.filler = text, .form = nullptr, .kind = content_kind::fixed};
+}
+consteval field_content number_or(const char* filler, live_number number, const value_form& form) {
+  return {.filler = filler, .form = &form, .kind = content_kind::number, .number = number};
+}
+// A word, or the filler when it is empty.
+consteval field_content word_or(const char* filler, live_text LiveRecord::*text) {
+  return {.filler = filler, .text = text, .kind = content_kind::word};
+}
+// The time of an extreme, which is missing also when the extreme is.
+consteval field_content time_or(const char* filler, live_text LiveRecord::*time, live_number extreme) {
+  return {.filler = filler, .text = time, .kind = content_kind::time, .number = extreme};
+}
+consteval field_content setting(const text_field& slot) {
+  return {.setting = &slot, .kind = content_kind::setting};
+}
+// The MD5 digest of a password.
+consteval field_content digest_of(const text_field& password) {
+  return {.setting = &password, .kind = content_kind::digest};
+}
+consteval field_content made_by(composer compose) { return {.compose = compose, .kind = content_kind::made}; }
+
+// How a text of the settings or the report is written, depending on where the record goes.
+using text_writer = void (*)(text_buffer& record, std::string_view text);
+
+// The way of writing a text into a record that is not part of a URL.
+void append_unchanged(text_buffer& record, std::string_view text);
+
+void append_content(text_buffer& record, const field_content& content, const station& from,
+                    text_writer write_text);
+
+// One field, or a run of fields with the same content.
+struct numbered_field {
+  std::uint8_t first;
+  std::uint8_t last;
+  field_content content;
+};
+
+consteval numbered_field field(std::uint8_t number, const field_content& content) {
+  return {number, number, content};
+}
+consteval numbered_field fields(std::uint8_t first, std::uint8_t last, const field_content& content) {
+  return {first, last, content};
+}
+
+// Appends all fields, with `separator` between them.
+void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
+                   const station& from, text_writer write_text);
+
+// True when the table holds the fields 1 to `count`, each once and in order.
+consteval bool numbers_each_once(std::span<const numbered_field> table, int count) {
+  int next = 1;
+  for (const numbered_field& row : table) {
+    if (row.first != next || row.last < row.first) return false;
+    next = row.last + 1;
+  }
+  return next == count + 1;
+}
+
+}  // namespace skypost

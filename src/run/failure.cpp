@@ -1,0 +1,35 @@
+#include "run/failure.h"
+
+#include <cstdlib>
+
+#include "base/paths.h"
+#include "base/process_state.h"
+#include "base/shell.h"
+
+namespace skypost {
+namespace {
+
+constexpr char SOURCE_TAG[] = "skypost";
+
+// Room for the longest path, name and error text with every character escaped, and for what is between them.
+using alarm_command =
+    fixed_text<2 * (PATH_CAPACITY + FAILURE_NAME_CAPACITY + ERROR_TEXT_CAPACITY) + sizeof SOURCE_TAG + 8>;
+
+}  // namespace
+
+void report_failure(failure_name name) {
+  path_text script;
+  append_appliance_path(script, ALARM_SCRIPT_PATH);
+  alarm_command command;
+  append_shell_word(command, script.view());
+  command.append(" %s \"", SOURCE_TAG);
+  append_quoted(command, name.text);
+  command.append_text("\" \"");
+  append_quoted(command, error_text.view());
+  command.append_text("\"");
+  // Half a command would be read with an open quote.
+  if (command.was_cut()) return;
+  [[maybe_unused]] const int ignored = std::system(command.c_str());
+}
+
+}  // namespace skypost

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string_view>
+
+#include "settings/fields.h"
+
+// The settings as their owner meets them, for the tools, the simulation and the tests.
+namespace skypost {
+
+struct field_description {
+  const settings_field& field;
+  const char* name;
+  const char* group;  // the network, or the part of the appliance, that it belongs to
+  const char* meaning;
+
+  // Each for its own kinds of field.
+  const text_field& as_text() const { return static_cast<const text_field&>(field); }
+  const integer_field& as_integer() const { return static_cast<const integer_field&>(field); }
+};
+
+// Group by group.
+inline constexpr field_description FIELD_DESCRIPTIONS[] = {
+#define FIELD(name, kind, group, offset, size, meaning) {name, #name, group, meaning},
+#include "settings/fields.def"
+};
+
+// What is named like a password has to be marked as one, or the tools would show it to everybody.
+consteval bool is_every_password_secret() {
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    for (const std::string_view word : {"password", "passcode", "secret", "key", "account"})
+      if (std::string_view(row.name).find(word) != std::string_view::npos && !row.field.is_secret())
+        return false;
+  return true;
+}
+static_assert(is_every_password_secret());
+
+}  // namespace skypost
