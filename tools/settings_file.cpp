@@ -10,6 +10,10 @@
 #include <cstring>
 #include <memory>
 
+#include "base/paths.h"
+#include "run/host_identity.h"
+#include "settings/load.h"
+
 namespace skypost {
 namespace {
 
@@ -78,6 +82,17 @@ void flush_folder_of(const std::string& path) {
 
 }  // namespace
 
+const char* platform() {
+  if (std::getenv("NIMBULOGHW") == nullptr) detect_platform();
+  return std::getenv("NIMBULOGHW");
+}
+
+std::string appliance_settings_path() {
+  path_text path;
+  append_appliance_path(path, SETTINGS_PATH);
+  return path.c_str();
+}
+
 settings_file read_settings_file(const std::string& path) {
   settings_file result;
   result.path = resolved(path);
@@ -97,6 +112,24 @@ settings_file read_settings_file(const std::string& path) {
   if (count != std::min<std::int64_t>(result.size, SETTINGS_SIZE))
     throw tool_error(path + ": changed while it was read");
   return result;
+}
+
+std::string layout_of(const settings_file& file) {
+  std::string name = "current";
+  if (is_size_unlisted(file.size, platform()))
+    name = "unlisted size";
+  else if (file.size == OLDER_LAYOUT_SIZE)
+    name = "older";
+  else if (file.size == OLDER_PLUG_LAYOUT_SIZE)
+    name = "older PLUG";
+  return name + ", " + std::to_string(file.size) + " bytes";
+}
+
+settings_record as_loaded(const settings_file& file) {
+  settings_record record = file.image;
+  if (file.size < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(file.size));
+  adapt_image(record, is_size_unlisted(file.size, platform()), platform());
+  return record;
 }
 
 void create_settings_file(const std::string& path, const settings_record& record) {

@@ -15,18 +15,31 @@ struct tool_error : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// A settings file as it lies on the disk: nothing completed, shifted or converted.
+// The board that files are taken to belong to, as in NIMBULOGHW: the one that is named there, or else this
+// one. nullptr when it is unknown.
+const char* platform();
+
+// The appliance's own settings file.
+std::string appliance_settings_path();
+
+// A settings file as it is on the disk: nothing completed, shifted or converted.
 struct settings_file {
-  std::string path;  // behind all symbolic links
+  std::string path;  // with all symbolic links followed
   std::int64_t size = 0;
   uid_t owner = 0;
   gid_t group = 0;
   mode_t mode = 0;
-  settings_record image{};  // as much of it as a record holds; zeros behind its end
+  settings_record image{};  // as much of it as a record holds; zeros after its end
 };
 
 // Reads a file. Throws tool_error when it is no file with at least one byte.
 settings_file read_settings_file(const std::string& path);
+
+// What kind of file it is, for a person: "current, 65536 bytes".
+std::string layout_of(const settings_file& file);
+
+// The record that the uploader makes of the file.
+settings_record as_loaded(const settings_file& file);
 
 // Writes a whole record to a new file, which its owner alone can read: it will hold passwords.
 // Throws tool_error when there is something under that name already.

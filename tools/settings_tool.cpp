@@ -12,8 +12,6 @@
 #include <sstream>
 
 #include "base/endpoints.h"
-#include "base/paths.h"
-#include "run/host_identity.h"
 #include "settings/byte_order.h"
 #include "settings/defaults.h"
 #include "settings/field_descriptions.h"
@@ -42,37 +40,6 @@ constexpr char HELP[] =
 struct usage_error : tool_error {
   using tool_error::tool_error;
 };
-
-// The board that files are taken to belong to: the one named in the environment, or else this one.
-const char* platform() {
-  if (std::getenv("NIMBULOGHW") == nullptr) detect_platform();
-  return std::getenv("NIMBULOGHW");
-}
-
-std::string appliance_settings_path() {
-  path_text path;
-  append_appliance_path(path, SETTINGS_PATH);
-  return path.c_str();
-}
-
-std::string layout_of(const settings_file& file) {
-  std::string name = "current";
-  if (is_size_unlisted(file.size, platform()))
-    name = "unlisted size";
-  else if (file.size == OLDER_LAYOUT_SIZE)
-    name = "older";
-  else if (file.size == OLDER_PLUG_LAYOUT_SIZE)
-    name = "older PLUG";
-  return name + ", " + std::to_string(file.size) + " bytes";
-}
-
-// The record that skypost makes of the file.
-settings_record as_loaded(const settings_file& file) {
-  settings_record record = file.image;
-  if (file.size < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(file.size));
-  adapt_image(record, is_size_unlisted(file.size, platform()), platform());
-  return record;
-}
 
 // A text between quotes, without anything that a terminal would obey.
 std::string quoted(std::string_view text) {
