@@ -20,8 +20,6 @@
 
 #include "sim/world.h"
 
-extern char** environ;
-
 namespace skypost {
 namespace {
 

@@ -41,8 +41,15 @@ struct environment {
   ~environment() { std::filesystem::remove_all(root); }
 } const the_environment;
 
-// A command is one as long as the shell, reading it, finds every double quote closed and between them
-// neither a substitution nor, outside of them, anything but the program's own redirections and pipes.
+// True for what the shell takes for a substitution anywhere, or outside of quotes for the end of a command,
+// at `i`. The program's own redirection is "2>&1 ".
+bool ends_the_command(std::string_view command, std::size_t i, bool quoted) {
+  if (command[i] == '`' || command[i] == '$') return true;
+  return !quoted && std::string_view(";&\n").find(command[i]) != std::string_view::npos &&
+         command.substr(i == 0 ? 0 : i - 1, 4) != ">&1 ";
+}
+
+// A command is one as long as the shell, reading it, finds every double quote closed and nothing that ends it.
 bool is_sound(std::string_view command) {
   bool quoted = false;
   for (std::size_t i = 0; i < command.size(); ++i) {
@@ -50,10 +57,7 @@ bool is_sound(std::string_view command) {
       ++i;
     else if (command[i] == '"')
       quoted = !quoted;
-    else if (command[i] == '`' || command[i] == '$')
-      return false;
-    else if (!quoted && std::string_view(";&\n").find(command[i]) != std::string_view::npos &&
-             command.substr(i == 0 ? 0 : i - 1, 4) != ">&1 ")
+    else if (ends_the_command(command, i, quoted))
       return false;
   }
   return !quoted;

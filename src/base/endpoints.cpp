@@ -24,7 +24,7 @@ constexpr endpoint_row ENDPOINTS[] = {
 #include "base/endpoints.def"
 };
 
-// The owner's values, empty where the default stands. Written by read_endpoints at start-up.
+// The owner's values, empty where the default is in effect. Written by read_endpoints at start-up.
 char overrides[std::size(ENDPOINTS)][ENDPOINT_CAPACITY + 1];
 
 constexpr std::string_view LETTERS_AND_DIGITS =

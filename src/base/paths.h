@@ -16,12 +16,12 @@ inline constexpr char PCI_DEVICES_PATH[] = "/proc/bus/pci/devices";
 // The directories that networks fetch files from, in the order in which they are written.
 inline constexpr const char* PULL_DIRECTORIES[] = {"/srv/www/", "/var/run/nimbulog/uploads/"};
 
-// A path as the system takes it: the longest that Linux accepts.
+// The longest path that Linux accepts.
 inline constexpr std::size_t PATH_CAPACITY = 4'095;
 using path_text = fixed_text<PATH_CAPACITY>;
 
-// Appends one of the appliance's own paths. The variable SKYPOST_ROOT, when set, goes in front of
-// it: a whole appliance in a folder, for a demonstration or a test.
+// Appends one of the appliance's own paths, with the variable SKYPOST_ROOT, when set, before it: a whole
+// appliance in a folder, for a demonstration or a test.
 void append_appliance_path(text_buffer& path, const char* appliance_path);
 
 }  // namespace skypost

@@ -6,7 +6,7 @@
 namespace skypost {
 namespace {
 
-// Apart from their text_buffer, so that the zeros stand in no file.
+// Apart from their text_buffer, so that the zeros take no room in the file.
 char error_text_bytes[ERROR_TEXT_CAPACITY + 1];
 char hardware_address_bytes[32];
 

@@ -5,8 +5,8 @@
 
 namespace skypost {
 
-// The first `count` characters of `text`, and what stands behind them; of a shorter text what there
-// is. (string_view::substr can throw, and with it comes the whole exception run time.)
+// The first `count` characters of `text`, and the rest after them; of a shorter text as much as there is.
+// (string_view::substr can throw, and brings the whole exception run time with it.)
 constexpr std::string_view head_of(std::string_view text, std::size_t count) {
   return {text.data(), count < text.size() ? count : text.size()};
 }

@@ -41,7 +41,7 @@ constexpr packet_piece PIECES[] = {
     // clang-format on
 };
 
-// `width` digits, or as many dots for a missing value.
+// A letter and `width` digits, or as many dots for a missing value.
 void append_piece(text_buffer& text, char letter, int width, std::int32_t value,
                   double (*convert)(std::int32_t)) {
   if (known(value))
@@ -62,7 +62,7 @@ void append_position(text_buffer& text, const settings_record& settings) {
               settings.is_on(longitude_west) ? 'W' : 'E');
 }
 
-// Three digits of W/m²; a small letter stands for 1000 more.
+// Three digits of W/m²; a small letter means 1000 more.
 void append_luminosity(text_buffer& text, std::int32_t solar10) {
   if (!known(solar10)) return;
   if (solar10 <= 9'999)
@@ -134,7 +134,7 @@ bool connect_to(int connection, const char* host, std::uint32_t port) {
          connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
-// Reads what the server has said so far, at one go. Returns false when that is nothing.
+// Reads what the server has said so far, in one read. Returns false when that is nothing.
 bool read_answer(int connection, text_buffer& answer) {
   // A server that closes leaves no error of its own.
   errno = 0;

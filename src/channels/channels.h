@@ -9,7 +9,8 @@
 // The two ways to a network that are neither HTTP nor a file: an APRS session and a mail.
 namespace skypost {
 
-// The login line and the weather packet, each with its line end.
+// The login line and the weather packet, each with its line end: a complete weather report with position and
+// time stamp, as the APRS Protocol Reference 1.0.1 has it.
 extern const outgoing CWOP;
 extern const outgoing APRS;
 

@@ -9,7 +9,7 @@
 
 namespace skypost {
 
-// What is behind a key of the report.
+// What follows a key of the report.
 enum class value_kind : std::uint8_t {
   number,
   word,  // the run of characters up to the next blank

@@ -1,5 +1,5 @@
 // AnythingWeather. A POST request with name, password and a comma-separated record: local time, °F, %, inHg,
-// mph, inches, W/m². What is missing is an empty field.
+// mph, inches, W/m². A missing value is an empty field.
 
 #include "base/process_state.h"
 #include "compose/numbered_record.h"

@@ -1,6 +1,6 @@
-// AWEKAS and Wedaal, which take a push beside the file that they fetch. A GET request whose one value
-// is a record with a ';' behind each field: user, MD5 of the password, local date and time, then
-// °C, %, hPa, mm, km/h, W/m². What is missing is an empty field.
+// AWEKAS and Wedaal, which take a push besides the file that they fetch. A GET request whose one value is a
+// record with a ';' after each field: user, MD5 of the password, local date and time, then °C, %, hPa, mm,
+// km/h, W/m². A missing value is an empty field.
 
 #include "compose/dates.h"
 #include "compose/software.h"

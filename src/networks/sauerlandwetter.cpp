@@ -1,6 +1,6 @@
 // Sauerlandwetter: a GET request with one record of 54 fields, each closed by a semicolon, in its
-// parameter "val". °C, km/h, hPa, mm, W/m², local time. The fields that a station like this one does
-// not fill hold two hyphens, as a missing value does.
+// parameter "val". °C, km/h, hPa, mm, W/m², local time. Missing values, and the fields that this
+// kind of station does not fill, are two hyphens.
 
 #include "compose/dates.h"
 #include "networks/networks.h"

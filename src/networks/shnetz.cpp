@@ -1,6 +1,6 @@
 // SH-Netz: a GET request with one record of 92 fields, each closed by a semicolon, in its parameter
-// "daten". °C, km/h, hPa, mm, W/m², local time. The fields that a station like this one does not fill
-// hold three hyphens, as a missing value does.
+// "daten". °C, km/h, hPa, mm, W/m², local time. Missing values, and the fields that
+// this kind of station does not fill, are three hyphens.
 
 #include "compose/dates.h"
 #include "compose/software.h"

@@ -1,5 +1,5 @@
 // The files that AWEKAS, Wedaal and Wetterpage24 fetch: one value a line, in °C, km/h, hPa and mm, local
-// time. What is missing is an empty line. The three begin alike; Wedaal goes on with the extremes.
+// time. A missing value is an empty line. The three begin alike; Wedaal goes on with the extremes.
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
-// The file that HetWeerActueel fetches: 94 lines, between "BOF" and "EOF" all of them assignments
-// `$name = "value";`, in °C, %, hPa, mm, km/h and W/m². Three hyphens stand for a missing value,
-// and for the time of a missing extreme.
+// The file that HetWeerActueel fetches: 94 lines, all of them assignments `$name = "value";` between "BOF" and
+// "EOF", in °C, %, hPa, mm, km/h and W/m². A missing value and the time of a missing extreme are three
+// hyphens.
 
 #include "compose/dates.h"
 #include "compose/numbered_record.h"

@@ -1,5 +1,5 @@
 // The file that Wetterspiegel fetches: "key: value" lines, in °C, m/s, hPa, mm and %, local time. A
-// missing value has no line; -1 stands for what a station like this one does not measure.
+// missing value has no line; -1 is what the format has for values that this station does not measure.
 
 #include "compose/parameters.h"
 #include "pullfiles/pullfiles.h"

@@ -27,13 +27,13 @@ void prepare_process() {
   } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
   if (descriptor > STDERR_FILENO) close(descriptor);
 
-  // An alarm that the parent had set goes on through the start of a program, and so does one that came
-  // while it was blocked, until it is ignored.
+  // An alarm that the parent set survives the start of a program. So does one that came while it was
+  // blocked; ignoring the signal drops it.
   alarm(0);
   set_action(SIGALRM, SIG_IGN);
   set_action(SIGALRM, SIG_DFL);
   set_action(SIGCHLD, SIG_DFL);
-  // A handler, unlike SIG_IGN, ends at the start of another program.
+  // Unlike SIG_IGN, a handler is not inherited by the programs that are started.
   set_action(SIGPIPE, ignore_signal);
   sigset_t none;
   sigemptyset(&none);

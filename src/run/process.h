@@ -2,9 +2,9 @@
 
 namespace skypost {
 
-// Makes the process independent of what its parent left behind: standard descriptors that are open,
-// an alarm signal that ends the process and is not on its way, children that can be waited for, and no
-// death by SIGPIPE. The programs that it starts do die by SIGPIPE, as they expect to.
+// Makes the process independent of its parent: the standard descriptors are open, the alarm signal ends the
+// process and is not pending, children can be waited for, and SIGPIPE does not end it. The programs that it
+// starts are ended by SIGPIPE, as they expect.
 void prepare_process();
 
 }  // namespace skypost

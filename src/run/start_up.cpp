@@ -29,7 +29,7 @@ constexpr char STALE_DATA_NAME[] =
 // The data server's report; filled by each fetch.
 report_buffer report;
 
-// Sets the flag that the one argument stands for; false when it stands for none.
+// Sets the flag that the one argument asks for; false when there is no such argument.
 bool read_argument(const char* argument) {
   if (std::strcmp(argument, "-r") == 0)
     flags.rapid_fire_flag = 1;

@@ -6,7 +6,7 @@ namespace skypost {
 namespace {
 
 // Integers that the ranges leave out, since no board ever converted them: a record of the other byte order
-// brings them reversed. Any other bit than none still switches a network on.
+// brings them reversed. A reversed 1 still counts as on.
 constexpr integer_field NEVER_CONVERTED[] = {hetweeractueel_enabled, weatherflow_enabled, metoffice_enabled};
 
 constexpr bool is_exempt(const settings_field& field) {

@@ -8,8 +8,8 @@
 
 namespace skypost {
 
-// The image of the settings file: a flat block with fields at fixed offsets, integers in the order
-// of this machine's bytes once loaded.
+// The image of the settings file: a flat block with fields at fixed offsets. Once loaded, its integers are in
+// this machine's byte order.
 struct settings_record {
   alignas(8) unsigned char bytes[SETTINGS_SIZE];
 
@@ -33,7 +33,7 @@ struct settings_record {
     return {slot, strnlen(slot, field.size)};
   }
 
-  // Writes a text and its NUL; what does not fit is cut. Bytes of the slot behind it stay.
+  // Writes a text and its NUL; what does not fit is cut. The bytes of the slot after it stay.
   void set_text(const text_field& field, std::string_view text) {
     const std::size_t length = text.size() < field.size ? text.size() : field.size - 1;
     std::memcpy(bytes + field.offset, text.data(), length);
@@ -41,7 +41,7 @@ struct settings_record {
   }
 };
 
-// The record of this process. Filled at start-up; the rapid-fire loop loads it anew on every pass.
+// The record of this process. Loaded at start-up, and by the rapid-fire loop on every pass.
 extern settings_record station_settings;
 
 }  // namespace skypost

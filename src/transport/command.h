@@ -25,7 +25,7 @@ void end_get(text_buffer& command);
 void begin_post(text_buffer& command);
 
 // Appends a text from the settings or the report as a value of a query or a form. `&` and `#`, which
-// would end the value, are percent-encoded; wget encodes what else may not stand in a URL.
+// would end the value, are percent-encoded; wget encodes whatever else a URL cannot hold.
 void append_url_value(text_buffer& command, std::string_view value);
 
 // Appends a parameter: `key`, which ends in "=", and such a value.

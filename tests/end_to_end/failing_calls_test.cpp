@@ -25,7 +25,7 @@ class failing_calls : public program {
     setenv("LD_PRELOAD", INTERPOSED_CALLS, 1);
     setenv("SKYPOST_TEST_HASTE", "100", 1);
     setenv("SKYPOST_TEST_FAIL", calls.c_str(), 1);
-    const sim::run_result run = all.board.run();
+    sim::run_result run = all.board.run();
     unsetenv("SKYPOST_TEST_FAIL");
     unsetenv("LD_PRELOAD");
     return run;

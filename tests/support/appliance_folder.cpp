@@ -19,7 +19,7 @@ appliance_folder::~appliance_folder() {
 }
 
 fs::path appliance_folder::path(const std::string& appliance_path) const {
-  const fs::path path = root_ / fs::path(appliance_path).relative_path();
+  fs::path path = root_ / fs::path(appliance_path).relative_path();
   fs::create_directories(path.parent_path());
   return path;
 }
