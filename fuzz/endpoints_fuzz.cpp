@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   reset_endpoints();
   std::FILE* const file = fmemopen(const_cast<std::uint8_t*>(data), size, "r");
   fuzz::require(file != nullptr, "fmemopen");
-  read_endpoints(file);
+  read_endpoints(file, "endpoints");
   std::fclose(file);
 
   for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {

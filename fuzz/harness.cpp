@@ -63,6 +63,31 @@ bool is_sound(std::string_view command) {
   return !quoted;
 }
 
+bool has_line_break(std::string_view text) { return text.find_first_of("\r\n") != std::string_view::npos; }
+
+// Two lines and nothing more; a call sign with a line break is composed and never sent.
+bool is_login_and_packet(std::string_view text) {
+  if (has_line_break(station_settings.text(cwop_id)) || has_line_break(station_settings.text(aprs_call_sign)))
+    return true;
+  for (int line = 0; line < 2; ++line) {
+    const std::size_t end = text.find("\r\n");
+    if (end == std::string_view::npos || has_line_break(text.substr(0, end))) return false;
+    text.remove_prefix(end + 2);
+  }
+  return text.empty();
+}
+
+// A header of four lines, whatever the sender holds, an empty line, and a body of whole lines.
+bool is_mail(std::string_view text) {
+  for (const std::string_view start : {"date: ", "to: ", "from: ", "subject: "}) {
+    const std::size_t end = text.find('\n');
+    if (!text.starts_with(start) || end == std::string_view::npos || has_line_break(text.substr(0, end)))
+      return false;
+    text.remove_prefix(end + 1);
+  }
+  return text.starts_with('\n') && text.ends_with("\r\n");
+}
+
 }  // namespace
 
 void require(bool holds, const char* what) {
@@ -102,7 +127,12 @@ void compose_everything() {
     outgoing_text text;
     what.compose(text, from);
     if (what.by == carrier::http) require(text.was_cut() || is_sound(text.view()), what.id);
+    if (what.by == carrier::aprs) require(is_login_and_packet(text.view()), what.id);
+    if (what.by == carrier::mail) require(is_mail(text.view()), what.id);
   });
+  fixed_text<20'000> mail_command;
+  append_mail_command(mail_command);
+  require(is_sound(mail_command.view()), "the mail command");
   for (const run_step& step : run_list())
     if (step.what->by == carrier::file) require(step.call() == 0, step.call.file);
 }

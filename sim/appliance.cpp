@@ -59,12 +59,14 @@ std::vector<std::string> environment_for(const fs::path& root) {
       // A program with the address sanitizer would insist on being loaded in front of the board's library.
       "ASAN_OPTIONS=verify_asan_link_order=0",
       "NIMBULOGHW=",
-      "WGETRC=",
   };
+  const std::string callers_wgetrc = root.string() + CALLERS_WGETRC_PATH;
+  if (fs::exists(callers_wgetrc)) variables.push_back("WGETRC=" + callers_wgetrc);
   for (char** variable = environ; *variable != nullptr; ++variable) {
     const std::string_view name(*variable, std::strcspn(*variable, "=") + 1);
     const auto is_same = [&](const std::string& mine) { return mine.starts_with(name); };
-    if (!name.ends_with("_proxy=") && std::none_of(variables.begin(), variables.end(), is_same))
+    if (!name.ends_with("_proxy=") && name != "WGETRC=" &&
+        std::none_of(variables.begin(), variables.end(), is_same))
       variables.emplace_back(*variable);
   }
   return variables;
@@ -173,6 +175,8 @@ appliance::appliance() {
   write(PROCESSOR_PATH, "model name\t: simulated board\n");
   write(ALARM_SCRIPT_PATH, ALARM_SCRIPT);
   fs::permissions(path(ALARM_SCRIPT_PATH), fs::perms::owner_all);
+  write(WGET_SETTINGS_PATH, read_file(INSTALLED_WGETRC));
+  write(IFCONFIG_OUTPUT_PATH, "eth0      Link encap:Ethernet  HWaddr 00:1a:2b:3c:4d:5e  \n");
   fill_settings(settings);
   save_settings();
 }

@@ -79,6 +79,12 @@ class appliance {
   bool keep_ = false;
 };
 
+// Settings for wget that whoever starts the program names in WGETRC. At first there are none.
+inline constexpr char CALLERS_WGETRC_PATH[] = "/simulated/wgetrc";
+
+// What the simulated board's `ifconfig eth0` prints.
+inline constexpr char IFCONFIG_OUTPUT_PATH[] = "/simulated/ifconfig";
+
 // The call sign and the passcodes of the simulated station.
 inline constexpr char CWOP_ID[] = "CW4242";
 inline constexpr char APRS_CALL_SIGN[] = "N0CALL-13";

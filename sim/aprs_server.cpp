@@ -35,6 +35,7 @@ void aprs_server::talk(connection& client) {
   seen.accepted = seen.login == wanted && is_weather_packet(seen.packet, call_sign_);
   seen.answer =
       seen.accepted ? "# logresp " + call_sign_ + " unverified, server SIMULATED" : "# invalid login";
+  std::this_thread::sleep_for(delay_.load());
   client.write(seen.answer + "\r\n");
   {
     const std::lock_guard lock(mutex_);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -21,12 +23,15 @@ class aprs_server {
 
   std::uint16_t port() const { return server_.port(); }
   std::vector<aprs_session_seen> sessions() const;
+  // How long it thinks about a login; at first not at all.
+  void answer_after(std::chrono::milliseconds delay) { delay_ = delay; }
 
  private:
   void talk(connection& client);
 
   std::string call_sign_;
   int passcode_;
+  std::atomic<std::chrono::milliseconds> delay_ = std::chrono::milliseconds(0);
   mutable std::mutex mutex_;
   std::vector<aprs_session_seen> sessions_;  // guarded by the mutex
   tcp_server server_;

@@ -1,5 +1,5 @@
-// Preloaded into the program: eth0 of a board, as the board's `ifconfig` shows it. Every other command
-// goes its way.
+// Preloaded into the program: eth0 of a board, as the board's `ifconfig` shows it. Every other command is left
+// alone.
 
 #include <dlfcn.h>
 
@@ -11,6 +11,6 @@ extern "C" FILE* popen(const char* command, const char* mode) {
   static const auto next = reinterpret_cast<popen_function>(dlsym(RTLD_NEXT, "popen"));
   constexpr char IFCONFIG[] = "/sbin/ifconfig eth0";
   if (std::strncmp(command, IFCONFIG, sizeof IFCONFIG - 1) == 0)
-    command = "echo 'eth0      Link encap:Ethernet  HWaddr 00:1a:2b:3c:4d:5e  '";
+    command = "cat \"$SKYPOST_ROOT/simulated/ifconfig\"";
   return next(command, mode);
 }

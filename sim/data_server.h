@@ -12,9 +12,10 @@ class data_server {
  public:
   enum class behaviour {
     report,
-    part,     // sends half of the report and closes
-    nothing,  // closes without a byte
-    silence,  // sends nothing, does not close
+    part,      // sends half of the report and closes
+    numbered,  // the outdoor temperature is the client's number, counted from 1
+    nothing,   // closes without a byte
+    silence,   // sends nothing, does not close
   };
 
   explicit data_server(std::string report);

@@ -13,7 +13,7 @@
 namespace skypost::sim {
 namespace {
 
-int listen_on(const char* host, std::uint16_t& port, const std::string& purpose) {
+int listen_on(const char* host, std::uint16_t& port, const std::string& purpose, int backlog) {
   const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (listener < 0) throw std::system_error(errno, std::generic_category(), "socket");
   const int on = 1;
@@ -24,7 +24,7 @@ int listen_on(const char* host, std::uint16_t& port, const std::string& purpose)
   address.sin_addr.s_addr = inet_addr(host);
   socklen_t length = sizeof address;
   auto* const plain = reinterpret_cast<sockaddr*>(&address);
-  if (bind(listener, plain, length) != 0 || listen(listener, 8) != 0) {
+  if (bind(listener, plain, length) != 0 || listen(listener, backlog) != 0) {
     const std::string reason = std::strerror(errno);
     close(listener);
     throw std::runtime_error("port " + std::to_string(port) + " of " + host +
@@ -65,9 +65,26 @@ void connection::wait_until_closed() {
   }
 }
 
+full_server::full_server(std::uint16_t port)
+    : port_(port), sockets_{listen_on("127.0.0.1", port_, "full server", 0)} {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port_);
+  address.sin_addr.s_addr = inet_addr("127.0.0.1");
+  // One fits the queue; with a second the kernel drops what comes.
+  for (int i = 0; i < 3; ++i) {
+    sockets_.push_back(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    connect(sockets_.back(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  }
+}
+
+full_server::~full_server() {
+  for (const int socket : sockets_) close(socket);
+}
+
 tcp_server::tcp_server(std::uint16_t port, const std::string& purpose, conversation talk, const char* address)
     : talk_(std::move(talk)),
-      listener_(listen_on(address, port, purpose)),
+      listener_(listen_on(address, port, purpose, 8)),
       port_(port),
       thread_([this] { serve(); }) {}
 

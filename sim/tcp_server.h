@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 namespace skypost::sim {
 
@@ -50,6 +51,21 @@ class tcp_server {
   int client_ = -1;  // guarded by the mutex
   bool stopping_ = false;
   std::thread thread_;
+};
+
+// A server on this machine whose queue is full: nobody else's connection is ever accepted or refused.
+class full_server {
+ public:
+  explicit full_server(std::uint16_t port = 0);
+  ~full_server();
+  full_server(const full_server&) = delete;
+  full_server& operator=(const full_server&) = delete;
+
+  std::uint16_t port() const { return port_; }
+
+ private:
+  std::uint16_t port_;
+  std::vector<int> sockets_;
 };
 
 }  // namespace skypost::sim

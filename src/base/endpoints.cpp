@@ -134,12 +134,12 @@ const char* endpoint_value(endpoint row) {
 
 void reset_endpoints() { std::memset(overrides, 0, sizeof overrides); }
 
-void read_endpoints(std::FILE* file) {
+void read_endpoints(std::FILE* file, const char* path) {
   fixed_text<511> line;
   for (int number = 1; next_line(file, line); ++number)
     if (const char* const fault = line.was_cut() ? "too long" : read_line(line.view()))
-      std::fprintf(stderr, "Error: %s line %d: %s\n", ENDPOINTS_PATH, number, fault);
-  if (std::ferror(file) != 0) std::fprintf(stderr, "Error: %s: %s\n", ENDPOINTS_PATH, std::strerror(errno));
+      std::fprintf(stderr, "Error: %s line %d: %s\n", path, number, fault);
+  if (std::ferror(file) != 0) std::fprintf(stderr, "Error: %s: %s\n", path, std::strerror(errno));
 }
 
 void load_endpoints() {
@@ -151,7 +151,7 @@ void load_endpoints() {
     if (errno != ENOENT) std::fprintf(stderr, "Error: %s: %s\n", path.c_str(), std::strerror(errno));
     return;
   }
-  read_endpoints(file);
+  read_endpoints(file, path.c_str());
   std::fclose(file);
 }
 

@@ -22,9 +22,9 @@ const char* endpoint_value(endpoint row);
 // Returns every row to its default.
 void reset_endpoints();
 
-// Reads rows `name = value`, one a line; `#` begins a comment. A line that is not such a row is skipped,
-// and its number and fault go to standard error.
-void read_endpoints(std::FILE* file);
+// Reads rows `name = value`, one a line; `#` begins a comment. A line that is not such a row is skipped. Its
+// number and its fault go to standard error, under the file's `path`.
+void read_endpoints(std::FILE* file, const char* path);
 
 // Reads the appliance's override file on top of the defaults. Most appliances have none.
 void load_endpoints();

@@ -10,6 +10,7 @@ inline constexpr char MAIL_CONFIGURATION_PATH[] = "/home/nimbulog/esmtprc";
 inline constexpr char MAIL_PROGRAM_PATH[] = "/opt/sbin/sendmail";
 inline constexpr char LAST_RUN_PATH[] = "/var/run/nimbulog/aerolan.last";
 inline constexpr char ENDPOINTS_PATH[] = "/etc/skypost/endpoints";
+inline constexpr char WGET_SETTINGS_PATH[] = "/etc/skypost/wgetrc";
 inline constexpr char PROCESSOR_PATH[] = "/proc/cpuinfo";
 inline constexpr char PCI_DEVICES_PATH[] = "/proc/bus/pci/devices";
 

@@ -128,10 +128,14 @@ void add_failure(const char* what, int attempt, const char* host, const char* re
   error_text.append("error %s (%d) \"%s\": %s, ", what, attempt, host, reason);
 }
 
-bool connect_to(int connection, const char* host, std::uint32_t port) {
+// Returns nullptr, or why there is no connection.
+const char* connect_to(int connection, const char* host, std::uint32_t port) {
   sockaddr_in address{};
-  return resolve_host(address, host, port) == 0 &&
-         connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  if (resolve_host(address, host, port) != 0)
+    return h_errno == NETDB_INTERNAL ? std::strerror(errno) : hstrerror(h_errno);
+  if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+    return std::strerror(errno);
+  return nullptr;
 }
 
 // Reads what the server has said so far, in one read. Returns false when that is nothing.
@@ -145,8 +149,8 @@ bool read_answer(int connection, text_buffer& answer) {
 }
 
 outcome exchange(int connection, const aprs_task& task, const char* host, int attempt) {
-  if (!connect_to(connection, host, task.port)) {
-    add_failure("socket open", attempt, host, std::strerror(errno));
+  if (const char* const reason = connect_to(connection, host, task.port)) {
+    add_failure("socket open", attempt, host, reason);
     return outcome::next_server;
   }
   debug_print("\n%s (%s)\n%s\n", task.network, host, task.text.c_str());
@@ -202,8 +206,6 @@ constinit const outgoing APRS = {"aprs", carrier::aprs, compose_aprs};
 constinit aprs_pause_lengths aprs_pauses;
 
 int resolve_host(sockaddr_in& address, const char* host, std::uint32_t port) {
-  // The resolver does not always leave an error number.
-  errno = 0;
   const hostent* const found = gethostbyname(host);
   if (found == nullptr || found->h_addrtype != AF_INET || found->h_addr_list[0] == nullptr) return -1;
   address.sin_family = AF_INET;

@@ -37,8 +37,8 @@ struct aprs_pause_lengths {
 };
 extern aprs_pause_lengths aprs_pauses;
 
-// Fills `address` with the first IPv4 address of `host`, and the port. Returns 0, or -1 when the name has
-// none.
+// Fills `address` with the first IPv4 address of `host`, and the port. Returns 0, or -1 with the reason in
+// h_errno.
 int resolve_host(sockaddr_in& address, const char* host, std::uint32_t port);
 
 // Replaces every line feed by a comma and returns the same text.

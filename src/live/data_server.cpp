@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::uint32_t READ_BUDGET = 499'999;
 constexpr std::uint32_t CHUNK_SIZE = 32'768;
-constexpr timeval RECEIVE_LIMIT = {.tv_sec = 5, .tv_usec = 0};
+constexpr timeval LIMIT = {.tv_sec = 5, .tv_usec = 0};  // of connecting, and of each receiving
 constexpr useconds_t PAUSE_AFTER_CHUNK = 100;  // microseconds
 
 // Fills the report from a connected socket; returns how many bytes came.
@@ -40,12 +40,15 @@ std::int32_t fetch_over(int connection, report_buffer& report, const char* host,
   address.sin_addr.s_addr = inet_addr(host);
   address.sin_port = htons(port);
 
-  if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &RECEIVE_LIMIT, sizeof RECEIVE_LIMIT) != 0) {
+  if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &LIMIT, sizeof LIMIT) != 0 ||
+      setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &LIMIT, sizeof LIMIT) != 0) {
     std::fprintf(stderr, "error set socket options %s:%d: %s\n", host, port, std::strerror(errno));
     return -1;
   }
   if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-    std::fprintf(stderr, "error connect socket %s:%d :%s\n", host, port, std::strerror(errno));
+    // The limit leaves the error of a connection that is still being made.
+    const int reason = errno == EINPROGRESS ? ETIMEDOUT : errno;
+    std::fprintf(stderr, "error connect socket %s:%d :%s\n", host, port, std::strerror(reason));
     return -1;
   }
   // A server that closes at once leaves no error of its own.

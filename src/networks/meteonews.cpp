@@ -47,9 +47,10 @@ void append_user(text_buffer& user, std::string_view address) {
   }
 }
 
-// Percent-encodes what would end the user or the password in a URL; wget decodes it again.
+// Percent-encodes what would end the user or the password in a URL (for an older wget ';' does); wget decodes it
+// again.
 void append_url_word(text_buffer& command, std::string_view text) {
-  constexpr std::string_view RESERVED = "@/:?#&%[]";
+  constexpr std::string_view RESERVED = "@/:;?#&%[]";
   for (const char& character : text) {
     if (RESERVED.find(character) == std::string_view::npos)
       append_quoted(command, {&character, 1});

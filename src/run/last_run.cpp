@@ -11,7 +11,6 @@ namespace {
 
 constexpr long long AGE_UNKNOWN = 9'999;
 constexpr long long AGE_AFTER_CLOCK_CHANGE = 1'000;
-constexpr long long TOLERATED_CLOCK_CHANGE = 100;  // seconds
 
 }  // namespace
 

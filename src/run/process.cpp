@@ -1,9 +1,13 @@
 #include "run/process.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
+
+#include "base/paths.h"
 
 namespace skypost {
 namespace {
@@ -38,6 +42,13 @@ void prepare_process() {
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
+  umask(022);
+}
+
+void limit_wget() {
+  path_text path;
+  append_appliance_path(path, WGET_SETTINGS_PATH);
+  if (std::getenv("WGETRC") == nullptr && access(path.c_str(), R_OK) == 0) setenv("WGETRC", path.c_str(), 1);
 }
 
 }  // namespace skypost

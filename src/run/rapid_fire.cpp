@@ -8,6 +8,7 @@
 #include "base/process_state.h"
 #include "live/report_parser.h"
 #include "networks/networks.h"
+#include "run/last_run.h"
 #include "run/settings_attempts.h"
 
 namespace skypost {
@@ -84,7 +85,9 @@ std::int32_t pass_length(const settings_record& settings) {
 bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
                std::int64_t now) {
   std::int64_t& last = stamps.*network.last;
-  if (!is_active(network, settings) || last + interval_of(network, settings) > now) return false;
+  const bool is_from_the_future = last > now + TOLERATED_CLOCK_CHANGE;
+  const bool is_due = is_from_the_future || last + interval_of(network, settings) <= now;
+  if (!is_active(network, settings) || !is_due) return false;
   last = now;
   return true;
 }

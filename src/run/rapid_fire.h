@@ -34,8 +34,9 @@ bool is_any_rapid_fire_active(const settings_record& settings);
 // How many seconds a pass sleeps: the shortest interval of the active networks, 30 at most.
 std::int32_t pass_length(const settings_record& settings);
 
-// True when the network is active and at least its interval has passed at `now` (seconds since the
-// epoch) since its stamp, which then moves to `now`: a failed upload waits for its turn like any other.
+// True when the network is active and at least its interval has passed at `now` (seconds since the epoch) since
+// its stamp, or the stamp is from before the clock was set back. The stamp then moves to `now`: a failed upload
+// waits for its turn like any other.
 bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
                std::int64_t now);
 

@@ -57,6 +57,7 @@ int run_skypost(int argument_count, char** arguments) {
     return 1;
   }
   prepare_process();
+  limit_wget();
   detect_platform();
   if (argument_count == 2 && !read_argument(arguments[1])) {
     std::fprintf(stderr, "Error: Bad argument (%s). Use \"-r\" for rapid fire mode, \"-d\" for debug\n",

@@ -1,10 +1,11 @@
-// What the owner's file can change of the servers that a station's password goes to. The defaults stand in
+// What the owner's file can change of the servers that a station's password goes to. The defaults are in
 // the networks' golden texts.
 
 #include "base/endpoints.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,7 +18,7 @@ namespace {
 
 using values = std::map<endpoint, std::string>;
 
-values in_force() {
+values in_effect() {
   values result;
   for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row)
     result[static_cast<endpoint>(row)] = endpoint_value(static_cast<endpoint>(row));
@@ -36,22 +37,23 @@ class Endpoints : public ::testing::Test {
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), errors);
     values expected = defaults;
     for (const auto& [row, value] : changes) expected[row] = value;
-    EXPECT_EQ(in_force(), expected);
+    EXPECT_EQ(in_effect(), expected);
   }
 
-  const values defaults = in_force();
+  std::string fault(int line, const char* what) const {
+    return "Error: " + path.string() + " line " + std::to_string(line) + ": " + what + "\n";
+  }
+
+  const values defaults = in_effect();
   appliance_folder appliance;
+  const std::filesystem::path path = appliance.path(ENDPOINTS_PATH);
 };
 
-std::string fault(int line, const char* what) {
-  return "Error: /etc/skypost/endpoints line " + std::to_string(line) + ": " + what + "\n";
-}
-
-TEST_F(Endpoints, StandAtTheirDefaultsWithoutAFile) {
+TEST_F(Endpoints, HaveTheirDefaultsWithoutAFile) {
   ::testing::internal::CaptureStderr();
   load_endpoints();
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
-  EXPECT_EQ(in_force(), defaults);
+  EXPECT_EQ(in_effect(), defaults);
   EXPECT_STREQ(endpoint_value(endpoint::cwop_first), "cwop.aprs.net");
   EXPECT_STREQ(endpoint_value(endpoint::cwop_second), "rotate.aprs2.net");
 }
@@ -119,6 +121,15 @@ TEST_F(Endpoints, NameLinesThatAreNoRow) {
                 fault(1, "no \"name = value\"") + fault(2, "no such name") + fault(3, "no such name") +
                     fault(4, "too long") + fault(6, "no \"name = value\""),
                 {});
+}
+
+// The one file that can be opened and not read.
+TEST_F(Endpoints, HaveTheirDefaultsWithAFileThatCannotBeRead) {
+  std::filesystem::create_directory(path);
+  ::testing::internal::CaptureStderr();
+  load_endpoints();
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Error: " + path.string() + ": Is a directory\n");
+  EXPECT_EQ(in_effect(), defaults);
 }
 
 }  // namespace

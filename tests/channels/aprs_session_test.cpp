@@ -152,7 +152,7 @@ TEST_F(AprsSession, OfAprsTakesAllFromTheSettings) {
 TEST_F(AprsSession, OfCwopGoesFromTheFirstServerToTheSecond) {
   char rows[] = "cwop_first = 127.0.77.1\ncwop_second = 127.0.77.2\n";
   std::FILE* const file = fmemopen(rows, std::strlen(rows), "r");
-  read_endpoints(file);
+  read_endpoints(file, "endpoints");
   std::fclose(file);
   replying_server second({"who?"}, 14'580, "127.0.77.2");
   EXPECT_EQ(upload_cwop(), -1);

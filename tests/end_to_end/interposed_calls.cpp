@@ -2,26 +2,36 @@
 //
 //   SKYPOST_TEST_FAIL=NAME:N     the N-th call of NAME, counted from 1, fails with EIO
 //   SKYPOST_TEST_FAIL=NAME:N-M   so do those behind it up to the M-th
+//   SKYPOST_TEST_FAIL=fork:N     from the N-th popen or system on no process can be started (EAGAIN)
 //   SKYPOST_TEST_HASTE=N         a pause takes an N-th of its time
+//   SKYPOST_TEST_CLOCK=N         the clock runs N times as fast, and so does an alarm
 //
 // At its end the program dies by SIGABRT when a descriptor or a child is left that was not there at its
 // start. Exit status 99 says that the N-th call never came.
 
 #include <dirent.h>
 #include <dlfcn.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <netdb.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <iterator>
 #include <string_view>
 
 namespace {
@@ -49,9 +59,26 @@ bool is_to_fail(std::string_view name) {
   return true;
 }
 
-unsigned haste() {
-  const char* const wanted = is_the_program() ? std::getenv("SKYPOST_TEST_HASTE") : nullptr;
+unsigned factor_of(const char* variable) {
+  const char* const wanted = is_the_program() ? std::getenv(variable) : nullptr;
   return wanted == nullptr ? 1 : static_cast<unsigned>(std::atoi(wanted));
+}
+
+unsigned haste() { return factor_of("SKYPOST_TEST_HASTE"); }
+
+// The kernel refuses every new process from now on.
+void forbid_processes() {
+  sock_filter rules[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_clone, 2, 0),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_clone3, 1, 0),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EAGAIN),
+  };
+  const sock_fprog program = {.len = std::size(rules), .filter = rules};
+  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
+      prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+    std::abort();
 }
 
 template <typename function>
@@ -110,13 +137,6 @@ INTERPOSE(int,         setsockopt,    -1,      (int file, int level, int option,
 INTERPOSE(int,         connect,       -1,      (int file, const sockaddr* address, socklen_t size), (file, address, size))
 INTERPOSE(ssize_t,     recv,          -1,      (int file, void* place, std::size_t size, int how), (file, place, size, how))
 INTERPOSE(ssize_t,     send,          -1,      (int file, const void* data, std::size_t size, int how), (file, data, size, how))
-INTERPOSE(hostent*,    gethostbyname, nullptr, (const char* name), (name))
-INTERPOSE(std::FILE*,  popen,         nullptr, (const char* command, const char* mode), (command, mode))
-INTERPOSE(int,         system,        -1,      (const char* command), (command))
-INTERPOSE(std::time_t, time,          -1,      (std::time_t* place), (place))
-INTERPOSE(std::tm*,    localtime_r,   nullptr, (const std::time_t* time, std::tm* place), (time, place))
-INTERPOSE(std::tm*,    gmtime_r,      nullptr, (const std::time_t* time, std::tm* place), (time, place))
-INTERPOSE(std::time_t, mktime,        -1,      (std::tm* time), (time))
 INTERPOSE(int,         setenv,        -1,      (const char* name, const char* value, int replace), (name, value, replace))
 INTERPOSE(int,         sigaction,     -1,      (int number, const struct sigaction* wanted, struct sigaction* old), (number, wanted, old))
 INTERPOSE(int,         sigprocmask,   -1,      (int how, const sigset_t* wanted, sigset_t* old), (how, wanted, old))
@@ -132,6 +152,44 @@ extern "C" int open64(const char* path, int how, ...) {
   va_end(arguments);
   if (is_to_fail("open64")) return -1;
   return real<int(const char*, int, ...)>("open64")(path, how, mode);
+}
+
+extern "C" std::FILE* popen(const char* command, const char* mode) {
+  if (is_to_fail("popen")) return nullptr;
+  if (is_to_fail("fork")) forbid_processes();
+  return real<std::FILE*(const char*, const char*)>("popen")(command, mode);
+}
+
+extern "C" int system(const char* command) {
+  if (is_to_fail("system")) return -1;
+  if (is_to_fail("fork")) forbid_processes();
+  return real<int(const char*)>("system")(command);
+}
+
+extern "C" hostent* gethostbyname(const char* name) {
+  if (is_to_fail("gethostbyname")) {
+    h_errno = NETDB_INTERNAL;  // the reason is in errno
+    return nullptr;
+  }
+  return real<hostent*(const char*)>("gethostbyname")(name);
+}
+
+extern "C" std::time_t time(std::time_t* place) {
+  using namespace std::chrono;
+  static const steady_clock::time_point start = steady_clock::now();
+  static const std::time_t start_time = real<std::time_t(std::time_t*)>("time")(nullptr);
+  const auto passed = (steady_clock::now() - start) * factor_of("SKYPOST_TEST_CLOCK");
+  const std::time_t now = is_to_fail("time") ? -1 : start_time + duration_cast<seconds>(passed).count();
+  if (place != nullptr) *place = now;
+  return now;
+}
+
+extern "C" unsigned alarm(unsigned seconds) {
+  const unsigned factor = factor_of("SKYPOST_TEST_CLOCK");
+  if (factor == 1) return real<unsigned(unsigned)>("alarm")(seconds);
+  const itimerval limit = {.it_interval = {}, .it_value = {.tv_sec = seconds / factor, .tv_usec = 0}};
+  setitimer(ITIMER_REAL, &limit, nullptr);
+  return 0;
 }
 
 extern "C" unsigned sleep(unsigned seconds) {

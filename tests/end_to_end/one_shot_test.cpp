@@ -1,3 +1,4 @@
+#include <chrono>
 #include <csignal>
 #include <ctime>
 #include <filesystem>
@@ -111,7 +112,7 @@ TEST_F(program, says_and_sends_nothing_without_a_data_server) {
 TEST_F(program, says_and_sends_nothing_when_the_data_server_closes_without_a_byte) {
   all.data->set_behaviour(sim::data_server::behaviour::nothing);
   const sim::run_result run = run_well();
-  EXPECT_TRUE(run.errors.starts_with("error read socket: ")) << run.errors;
+  EXPECT_EQ(run.errors, "error read socket: Success");
   EXPECT_EQ(requests(), 0);
   EXPECT_TRUE(all.board.alarms().empty());
 }
@@ -270,6 +271,27 @@ TEST_F(program, reports_aprs_servers_that_refuse_and_goes_on) {
                                             {"skypost", "APRS", refused}};
   EXPECT_EQ(all.board.alarms(), expected);
   EXPECT_EQ(requests("weatherbug"), 1);
+}
+
+// Both pauses of a session are real here: a slow server still has its say.
+TEST_F(program, hears_an_aprs_server_that_answers_after_three_seconds) {
+  enable_only({&aprs_enabled});
+  all.aprs->answer_after(std::chrono::seconds(3));
+  run_well();
+  EXPECT_TRUE(all.board.alarms().empty());
+  EXPECT_EQ(all.aprs->sessions().size(), 1U);
+}
+
+TEST_F(program, tells_the_resolvers_own_reason_of_an_aprs_server_without_an_address) {
+  enable_only({&aprs_enabled});
+  all.board.settings.set_text(aprs_host, "aprs.invalid");
+  all.board.save_settings();
+  run_well();
+  const auto alarms = all.board.alarms();
+  ASSERT_EQ(alarms.size(), 1U);
+  EXPECT_TRUE(alarms[0][2] == "error socket open (1) \"aprs.invalid\": Unknown host, " ||
+              alarms[0][2] == "error socket open (1) \"aprs.invalid\": Host name lookup failure, ")
+      << alarms[0][2];
 }
 
 TEST_F(program, outlives_a_mail_program_that_is_missing_or_reads_nothing) {

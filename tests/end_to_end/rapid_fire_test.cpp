@@ -1,6 +1,8 @@
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
+#include <set>
 #include <thread>
 
 #include "base/paths.h"
@@ -29,6 +31,18 @@ long open_descriptors(const sim::running_program& running) {
 
 class rapid_fire : public program {
  protected:
+  ~rapid_fire() override {
+    for (const char* const variable : {"LD_PRELOAD", "SKYPOST_TEST_HASTE", "SKYPOST_TEST_CLOCK"})
+      unsetenv(variable);
+  }
+
+  // The clock, and with it the pauses.
+  static void run_faster_by(const char* factor) {
+    setenv("LD_PRELOAD", INTERPOSED_CALLS, 1);
+    setenv("SKYPOST_TEST_HASTE", factor, 1);
+    setenv("SKYPOST_TEST_CLOCK", factor, 1);
+  }
+
   // One network each second.
   void set_up_each_second(const integer_field& interval, const integer_field& enabled,
                           const integer_field& rapid) {
@@ -99,6 +113,50 @@ TEST_F(rapid_fire, skips_passes_without_data_and_reports_each_failed_upload) {
       "upload to weather underground failed: INVALIDPASSWORDID|Password or key and/or id are incorrect"};
   EXPECT_EQ(all.board.alarms()[0], expected);
   EXPECT_EQ(all.board.alarms()[1], expected);
+}
+
+// Ten times as fast as the clock, so that WindIt's fixed interval takes a second.
+TEST_F(rapid_fire, sends_each_network_in_its_own_form_what_its_pass_has_fetched) {
+  enable_only({&windit_enabled});
+  set_up_each_second(wunderground_rapid_interval, wunderground_enabled, wunderground_rapid_enabled);
+  set_up_each_second(weatherflow_rapid_interval, weatherflow_enabled, weatherflow_rapid_enabled);
+  for (const integer_field* interval : {&wunderground_rapid_interval, &weatherflow_rapid_interval})
+    all.board.settings.set_integer(*interval, 5);
+  all.board.save_settings();
+  all.data->set_behaviour(sim::data_server::behaviour::numbered);
+  all.peers.set_answer(sim::answer::bad);
+  run_faster_by("10");
+  const sim::running_program running(all.board.root(), {"-r"});
+  ASSERT_TRUE(comes_true([&] { return requests("windit") == 2; }));
+
+  for (const sim::request_seen& seen : all.peers.requests()) {
+    const std::string endpoint = seen.network->endpoint;
+    EXPECT_TRUE(endpoint == "wunderground_rapid" || endpoint == "weatherflow" || endpoint == "windit")
+        << endpoint;
+    EXPECT_EQ(seen.request.find("&realtime=1&rtfreq=5") != std::string::npos, endpoint != "windit")
+        << seen.request;
+  }
+  // The first pass fetches and has nothing to send; the second sends 2 °C.
+  const std::string first = all.peers.requests()[0].request;
+  EXPECT_NE(first.find("&tempf=35.6&"), std::string::npos) << first;
+
+  std::set<std::string> names;
+  for (const sim::alarm_call& call : all.board.alarms()) names.insert(call[1]);
+  const std::set<std::string> expected = {"weather underground rapid fire", "weather flow rapid fire",
+                                          "windit rapid fire"};
+  EXPECT_EQ(names, expected);
+}
+
+// A negative one would be a sleep of more than a century.
+TEST_F(rapid_fire, takes_thirty_seconds_for_an_interval_that_is_none) {
+  enable_only({});
+  set_up_each_second(wunderground_rapid_interval, wunderground_enabled, wunderground_rapid_enabled);
+  all.board.settings.set_integer(wunderground_rapid_interval, -5);
+  all.board.save_settings();
+  run_faster_by("100");
+  const sim::running_program running(all.board.root(), {"-r"});
+  ASSERT_TRUE(comes_true([&] { return requests("weather underground") > 0; }));
+  EXPECT_NE(all.peers.requests()[0].request.find("&rtfreq=30&"), std::string::npos);
 }
 
 }  // namespace

@@ -32,7 +32,9 @@ class run_list_steps : public program {
   // What reached somebody since the last call.
   arrivals new_arrivals() {
     arrivals all_seen;
-    for (const sim::request_seen& seen : all.peers.requests()) all_seen.push_back(seen.network->name);
+    for (const sim::request_seen& seen : all.peers.requests())
+      all_seen.push_back(seen.network->name +
+                         std::string(seen.network->which == sim::server::second ? " second" : ""));
     for (const auto& entry :
          fs::directory_iterator(all.board.path(PULL_DIRECTORIES[1] + std::string("x")).parent_path())) {
       all_seen.push_back(entry.path().filename());

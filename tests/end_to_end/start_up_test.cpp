@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <filesystem>
 
 #include "base/paths.h"
@@ -5,6 +7,8 @@
 
 namespace skypost::testing {
 namespace {
+
+namespace fs = std::filesystem;
 
 TEST_F(program, refuses_a_bad_command_line) {
   constexpr char NUMBER[] = "Error: Bad number of arguments\n";
@@ -43,6 +47,26 @@ TEST_F(program, names_a_bad_line_of_the_endpoint_file_and_uses_the_others) {
   const sim::run_result run = run_well();
   EXPECT_NE(run.errors.find(" line 1: "), std::string::npos) << run.errors;
   EXPECT_EQ(requests("windit"), 1);
+}
+
+// The reason of an earlier call must not show: on this board /proc/bus/pci/devices is missing.
+TEST_F(program, tells_of_an_ifconfig_without_an_address_and_goes_on) {
+  enable_only({&windit_enabled});
+  all.board.write(sim::IFCONFIG_OUTPUT_PATH, "eth0: flags=4163<UP,BROADCAST,RUNNING,MULTICAST>  mtu 1500\n");
+  EXPECT_EQ(run_well().errors, "Error ifconfig read eth0 mac address: Success\n");
+  EXPECT_EQ(requests("windit"), 1);
+}
+
+TEST_F(program, lets_everybody_read_the_pull_files_whatever_its_parents_umask) {
+  enable_only({&wetterspiegel_enabled});
+  const mode_t before = umask(077);
+  run_well();
+  umask(before);
+  for (const char* const directory : PULL_DIRECTORIES) {
+    const fs::perms mode =
+        fs::status(all.board.path(directory + std::string("wetterspiegel.txt"))).permissions();
+    EXPECT_EQ(mode & fs::perms::others_read, fs::perms::others_read) << directory;
+  }
 }
 
 }  // namespace

@@ -58,5 +58,17 @@ TEST(DataServer, LeavesTheRecordStaleWhenNobodyListens) {
   EXPECT_EQ(flags.live_data_stale, 1);
 }
 
+// One that is stuck before it accepts costs five seconds and not the two minutes of the system.
+TEST(DataServer, IsGivenUpWhenItsQueueIsFull) {
+  const sim::full_server server;
+  static report_buffer report;
+  ::testing::internal::CaptureStderr();
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port()), -1);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "error connect socket 127.0.0.1:" + std::to_string(server.port()) + " :Connection timed out\n");
+}
+
 }  // namespace
 }  // namespace skypost::testing

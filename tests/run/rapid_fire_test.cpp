@@ -94,6 +94,21 @@ TEST(RapidFire, SendsEachNetworkOnItsOwnSchedule) {
   }
 }
 
+// After the clock was set back, the old stamp is in the future: silence until then could last for years.
+TEST(RapidFire, SendsAtOnceAfterTheClockWasSetBack) {
+  const settings_record settings = settings_with(30, 0, false);
+  struct clock_case {
+    std::int64_t ahead;  // seconds by which the stamp is ahead of the clock
+    bool is_sent;
+  };
+  for (const clock_case row :
+       {clock_case{-30, true}, {-29, false}, {0, false}, {100, false}, {101, true}, {1'000'000'000, true}}) {
+    rapid_fire_stamps stamps{START + row.ahead, START, START};
+    EXPECT_EQ(take_turn(RAPID_FIRE_NETWORKS[0], settings, stamps, START), row.is_sent) << row.ahead;
+    EXPECT_EQ(stamps.wunderground_last, row.is_sent ? START : START + row.ahead);
+  }
+}
+
 TEST(RapidFire, LeavesOutANetworkWithOneOfItsSwitchesOff) {
   for (const integer_field* off : {&wunderground_enabled, &wunderground_rapid_enabled, &weatherflow_enabled,
                                    &weatherflow_rapid_enabled}) {
