@@ -33,9 +33,12 @@ constexpr char HELP[] =
     "      without FILE, the appliance's own file\n"
     "  skypost-settings set FILE NAME=VALUE...\n"
     "      changes settings; when one of them is wrong, the file stays as it was\n"
+    "  skypost-settings names\n"
+    "      prints the names of all settings, one a line\n"
+    "  skypost-settings --version\n"
     "\n"
-    "The names are those that `show` prints. The environment variable NIMBULOGHW, when set, names the\n"
-    "board that a file belongs to: NSLU2, PLUG, A10 or X86. Otherwise it is taken for this board's.\n";
+    "The environment variable NIMBULOGHW, when set, names the board that a file belongs to: NSLU2, PLUG,\n"
+    "A10 or X86. Otherwise it is taken for this board's.\n";
 
 struct usage_error : tool_error {
   using tool_error::tool_error;
@@ -192,6 +195,11 @@ void set(const words& arguments) {
   replace_settings_file(file);
 }
 
+void print_names(const words& arguments, std::ostream& out) {
+  if (!arguments.empty()) throw usage_error("names takes nothing else");
+  for (const field_description& row : FIELD_DESCRIPTIONS) out << row.name << '\n';
+}
+
 void run_command(const std::string& command, const words& arguments, std::ostream& out) {
   if (command == "new")
     make_new(arguments);
@@ -199,6 +207,8 @@ void run_command(const std::string& command, const words& arguments, std::ostrea
     show(arguments, out);
   else if (command == "set")
     set(arguments);
+  else if (command == "names")
+    print_names(arguments, out);
   else
     throw usage_error("no command \"" + command + "\"");
 }
@@ -212,6 +222,10 @@ int run_settings_tool(const std::vector<std::string>& arguments, std::ostream& o
   }
   if (arguments[0] == "--help") {
     out << HELP;
+    return 0;
+  }
+  if (arguments[0] == "--version") {
+    out << "skypost-settings " SKYPOST_VERSION "\n";
     return 0;
   }
   try {
