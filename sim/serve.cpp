@@ -3,6 +3,7 @@
 // with the end of its input.
 //
 //   serve [good|bad|empty]    how the networks answer
+//   serve hang                Weather Underground never answers, WeatherFlow does; all others are off
 
 #include <cstdio>
 #include <exception>
@@ -19,9 +20,19 @@ answer answer_named(const std::string& name) {
   return name == "empty" ? answer::empty : answer::good;
 }
 
-void serve(answer how) {
+void set_up(world& all, const std::string& how) {
+  all.peers.set_answer(answer_named(how));
+  if (how == "hang") {
+    all.board.switch_all_networks_off();
+    for (const integer_field* enabled : {&wunderground_enabled, &weatherflow_enabled})
+      all.board.settings.set_integer(*enabled, 1);
+    all.peers.set_answer("weather underground", answer::hang);
+  }
+}
+
+void serve(const std::string& how) {
   world all;
-  all.peers.set_answer(how);
+  set_up(all, how);
   for (const integer_field* field : {&wunderground_rapid_enabled, &weatherflow_rapid_enabled,
                                      &wunderground_rapid_interval, &weatherflow_rapid_interval})
     all.board.settings.set_integer(*field, 1);
@@ -37,7 +48,7 @@ void serve(answer how) {
 
 int main(int count, char** arguments) {
   try {
-    skypost::sim::serve(skypost::sim::answer_named(count > 1 ? arguments[1] : "good"));
+    skypost::sim::serve(count > 1 ? arguments[1] : "good");
     return 0;
   } catch (const std::exception& fault) {
     std::fprintf(stderr, "serve: %s\n", fault.what());
