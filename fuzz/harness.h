@@ -15,7 +15,7 @@ void require(bool holds, const char* what);
 // Writes one of the appliance's files, filled up with zeros to `size` bytes when that is more.
 void write_file(const char* appliance_path, std::string_view content, std::size_t size = 0);
 
-// Chooses the sensors of the simulated report and switches every network on.
+// Fills the settings with defaults and chooses the sensors of the simulated report.
 void equip_station();
 
 // Composes what every network, pull file and channel would send from the settings and the live record of

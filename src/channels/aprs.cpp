@@ -20,7 +20,7 @@ namespace {
 constexpr std::uint32_t CWOP_PORT = 14'580;
 constexpr std::int32_t CWOP_PASSCODE = -1;  // CWOP stations are not verified
 constexpr int ATTEMPTS = 5;                 // at each server
-constexpr std::size_t REPLY_CAPACITY = 1'000;
+constexpr std::size_t ANSWER_CAPACITY = 1'000;
 
 struct packet_piece {
   char letter;
@@ -81,35 +81,39 @@ void append_values(text_buffer& text, const station& from, bool cwop) {
   if (cwop) append_luminosity(text, live.solar10);
 }
 
-// A setting's text with a NUL after it, which a full slot does not have.
-using setting_text = fixed_text<128>;
-
 // Who logs in, and what kind of station it says it is.
 struct aprs_login {
-  const char* call_sign;
+  std::string_view call_sign;
   std::int32_t passcode;
   bool cwop;
 };
 
+aprs_login login_at_cwop(const settings_record& settings) {
+  return {settings.text(cwop_id), CWOP_PASSCODE, true};
+}
+
+aprs_login login_at_aprs(const settings_record& settings) {
+  return {settings.text(aprs_call_sign), settings.integer(aprs_passcode), false};
+}
+
 void append_packet(text_buffer& text, const station& from, const aprs_login& login) {
   const std::tm& utc = from.now.utc;
-  text.append("User %s pass %d vers %s\r\n", login.call_sign, login.passcode, SOFTWARE_NAME);
-  text.append("%s>APRS,TCPXX*:@%02d%02d%02d", login.call_sign, utc.tm_mday, utc.tm_hour, utc.tm_min);
+  text.append_text("User ");
+  text.append_text(login.call_sign);
+  text.append(" pass %d vers %s\r\n", login.passcode, SOFTWARE_NAME);
+  text.append_text(login.call_sign);
+  text.append(">APRS,TCPXX*:@%02d%02d%02d", utc.tm_mday, utc.tm_hour, utc.tm_min);
   append_position(text, from.settings);
   append_values(text, from, login.cwop);
   text.append("eNB%d\r\n", STATION_TYPE);
 }
 
 void compose_cwop(text_buffer& text, const station& from) {
-  setting_text call_sign;
-  call_sign.append_text(from.settings.text(cwop_id));
-  append_packet(text, from, {call_sign.c_str(), CWOP_PASSCODE, true});
+  append_packet(text, from, login_at_cwop(from.settings));
 }
 
 void compose_aprs(text_buffer& text, const station& from) {
-  setting_text call_sign;
-  call_sign.append_text(from.settings.text(aprs_call_sign));
-  append_packet(text, from, {call_sign.c_str(), from.settings.integer(aprs_passcode), false});
+  append_packet(text, from, login_at_aprs(from.settings));
 }
 
 // What all attempts of a session have in common.
@@ -159,7 +163,7 @@ outcome exchange(int connection, const aprs_task& task, const char* host, int at
     return outcome::try_again;
   }
   pause_for(aprs_pauses.before_reading);
-  fixed_text<REPLY_CAPACITY> answer;
+  fixed_text<ANSWER_CAPACITY> answer;
   if (!read_answer(connection, answer)) {
     add_failure("socket read", attempt, host, std::strerror(errno));
     return outcome::try_again;
@@ -196,6 +200,15 @@ bool send_to_one_of(const char* const* servers, const aprs_task& task) {
     if (result == outcome::give_up) return false;
   }
   return false;
+}
+
+// A setting's text with a NUL after it, which a full slot does not have.
+using setting_text = fixed_text<128>;
+
+int session_of(const char* const* servers, std::uint32_t port, const aprs_login& login) {
+  setting_text call_sign;
+  call_sign.append_text(login.call_sign);
+  return aprs_session(servers, port, call_sign.c_str(), login.passcode, login.cwop);
 }
 
 }  // namespace
@@ -239,19 +252,14 @@ int aprs_session(const char* const* servers, std::uint32_t port, const char* cal
 int upload_cwop() {
   const char* const servers[] = {endpoint_value(endpoint::cwop_first), endpoint_value(endpoint::cwop_second),
                                  nullptr};
-  setting_text call_sign;
-  call_sign.append_text(station_settings.text(cwop_id));
-  return aprs_session(servers, CWOP_PORT, call_sign.c_str(), CWOP_PASSCODE, true);
+  return session_of(servers, CWOP_PORT, login_at_cwop(station_settings));
 }
 
 int upload_aprs() {
   setting_text host;
   host.append_text(station_settings.text(aprs_host));
   const char* const servers[] = {host.c_str(), nullptr};
-  setting_text call_sign;
-  call_sign.append_text(station_settings.text(aprs_call_sign));
-  return aprs_session(servers, station_settings.unsigned_integer(aprs_port), call_sign.c_str(),
-                      station_settings.integer(aprs_passcode), false);
+  return session_of(servers, station_settings.unsigned_integer(aprs_port), login_at_aprs(station_settings));
 }
 
 }  // namespace skypost

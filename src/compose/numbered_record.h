@@ -55,6 +55,7 @@ using text_writer = void (*)(text_buffer& record, std::string_view text);
 // The way of writing a text into a record that is not part of a URL.
 void append_unchanged(text_buffer& record, std::string_view text);
 
+// Appends what the content makes of the station.
 void append_content(text_buffer& record, const field_content& content, const station& from,
                     text_writer write_text);
 

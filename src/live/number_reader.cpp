@@ -5,8 +5,6 @@
 namespace skypost {
 namespace {
 
-constexpr bool is_digit(char character) { return character >= '0' && character <= '9'; }
-
 // The exponent that `text` begins with, 0 when it begins with none.
 std::int32_t read_exponent(const char* text) {
   constexpr std::int32_t LIMIT = 10'000'000;  // more than a whole report of digits makes up for

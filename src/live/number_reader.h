@@ -4,6 +4,8 @@
 
 namespace skypost {
 
+constexpr bool is_digit(char character) { return character >= '0' && character <= '9'; }
+
 // How a decimal number of the report is read and stored.
 enum class number_form : std::uint8_t {
   tenths,          // stored in tenths, rounded

@@ -17,8 +17,6 @@ namespace {
 
 constexpr std::int32_t TIME_DIGITS = 14;
 
-constexpr bool is_digit(char character) { return character >= '0' && character <= '9'; }
-
 constexpr bool is_blank(char character) {
   return character == ' ' || (character >= '\t' && character <= '\r');
 }

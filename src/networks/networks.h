@@ -13,11 +13,11 @@ namespace skypost {
 // A network: its request and the judgement of its reply.
 struct http_network : outgoing {
   consteval http_network(const char* called, composer composed_by, const upload_spec& judged_by,
-                         const http_network* in_rapid_fire = nullptr)
-      : outgoing{called, carrier::http, composed_by}, reply(judged_by), rapid_fire(in_rapid_fire) {}
+                         const http_network* sent_in_rapid_fire = nullptr)
+      : outgoing{called, carrier::http, composed_by}, reply(judged_by), rapid_form(sent_in_rapid_fire) {}
 
   upload_spec reply;
-  const http_network* rapid_fire;  // sent instead in rapid fire; nullptr: there is no other form
+  const http_network* rapid_form;  // sent instead in rapid fire; nullptr: there is no other form
 };
 
 // The network that hands `what` out; nullptr when no request does.
@@ -65,7 +65,7 @@ int upload_wetterring();
 int upload_windfinder();
 int upload_windit();
 
-// What every network function does.
+// What every network function does, with its network.
 int upload_to(const http_network& network);
 
 }  // namespace skypost

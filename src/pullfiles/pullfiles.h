@@ -30,7 +30,7 @@ int write_wedaal_file(const char* name);
 int write_wetterpage24_file(const char* name);
 int write_wetterspiegel_file(const char* name);
 
-// What every writer does.
+// What every writer does, with its file.
 int write_pull_file(const pull_file& file, const char* name);
 
 }  // namespace skypost

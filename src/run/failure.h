@@ -6,7 +6,7 @@ namespace skypost {
 
 inline constexpr std::size_t FAILURE_NAME_CAPACITY = 199;
 
-// Under what name a failure is reported: a constant of the program that fits the report's command.
+// The name under which a failure is reported: a constant of the program that fits the alarm command.
 struct failure_name {
   template <std::size_t size>
   consteval failure_name(const char (&name)[size]) : text(name) {

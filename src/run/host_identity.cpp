@@ -76,7 +76,7 @@ int find_hardware_address(const char* line, text_buffer& address) {
 
 int read_hardware_address(text_buffer& address) {
   address.clear();
-  errno = 0;  // a line without an address is no error of the system's
+  errno = 0;  // a line without an address is not a system error
   std::FILE* const pipe = popen("/sbin/ifconfig eth0 2>/dev/null", "re");
   if (pipe == nullptr) return 0;
 

@@ -46,9 +46,11 @@ void prepare_process() {
 }
 
 void limit_wget() {
+  const char* const callers = std::getenv("WGETRC");
+  if (callers != nullptr && *callers != '\0') return;  // wget ignores an empty one
   path_text path;
   append_appliance_path(path, WGET_SETTINGS_PATH);
-  if (std::getenv("WGETRC") == nullptr && access(path.c_str(), R_OK) == 0) setenv("WGETRC", path.c_str(), 1);
+  if (access(path.c_str(), R_OK) == 0) setenv("WGETRC", path.c_str(), 1);
 }
 
 }  // namespace skypost

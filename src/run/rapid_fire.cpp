@@ -9,7 +9,8 @@
 #include "live/report_parser.h"
 #include "networks/networks.h"
 #include "run/last_run.h"
-#include "run/settings_attempts.h"
+#include "run/settings_retries.h"
+#include "settings/defaults.h"
 
 namespace skypost {
 namespace {
@@ -22,7 +23,7 @@ settings_record backup_settings;
 
 bool is_active(const rapid_fire_network& network, const settings_record& settings) {
   return settings.is_on(*network.enabled) &&
-         (network.rapid_fire == nullptr || settings.is_on(*network.rapid_fire));
+         (network.rapid_enabled == nullptr || settings.is_on(*network.rapid_enabled));
 }
 
 std::int32_t interval_of(const rapid_fire_network& network, const settings_record& settings) {
@@ -37,7 +38,7 @@ void send_what_is_due(rapid_fire_stamps& stamps, std::int64_t now) {
 
 void reload_settings() {
   backup_settings = station_settings;
-  if (load_settings_in_three_attempts(station_settings) != 0) {
+  if (load_settings_with_retries(station_settings) != 0) {
     report_failure("Can't read nimbulog settings file (rapid fire)");
     station_settings = backup_settings;
   }
@@ -59,14 +60,12 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 
 }  // namespace
 
-using stamps_of = rapid_fire_stamps;
-
 constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
     // clang-format off
-    // name                            enabled                rapid fire                   own interval                  last                           call
-    {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &stamps_of::wunderground_last, upload_weather_underground},
-    {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &stamps_of::weatherflow_last,  upload_weatherflow},
-    {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &stamps_of::windit_last,       upload_windit},
+    // name                            enabled                rapid enabled                own interval                  last                                   call
+    {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &rapid_fire_stamps::wunderground_last, upload_weather_underground},
+    {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &rapid_fire_stamps::weatherflow_last,  upload_weatherflow},
+    {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &rapid_fire_stamps::windit_last,       upload_windit},
     // clang-format on
 };
 
@@ -90,6 +89,12 @@ bool take_turn(const rapid_fire_network& network, const settings_record& setting
   if (!is_active(network, settings) || !is_due) return false;
   last = now;
   return true;
+}
+
+void make_intervals_valid(settings_record& record) {
+  for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
+    if (network.own_interval != nullptr && record.integer(*network.own_interval) < 1)
+      record.set_integer(*network.own_interval, DEFAULT_RAPID_INTERVAL);
 }
 
 void run_rapid_fire(report_buffer& report, std::int64_t start) {

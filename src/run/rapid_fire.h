@@ -18,9 +18,9 @@ struct rapid_fire_stamps {
 // A network that takes rapid fire.
 struct rapid_fire_network {
   failure_name name;
-  const integer_field* enabled;       // it is active when this is on
-  const integer_field* rapid_fire;    // and this, when set
-  const integer_field* own_interval;  // seconds; without it the interval is fixed
+  const integer_field* enabled;        // it is active when this is on
+  const integer_field* rapid_enabled;  // and this, when set
+  const integer_field* own_interval;   // seconds; without it the interval is fixed
   std::int64_t rapid_fire_stamps::*last;
   int (*call)();  // 0, or another value with the reason in `error_text`
 };
@@ -39,6 +39,9 @@ std::int32_t pass_length(const settings_record& settings);
 // waits for its turn like any other.
 bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
                std::int64_t now);
+
+// Puts 30 seconds for an interval below 1.
+void make_intervals_valid(settings_record& record);
 
 // Sends the networks above at their intervals and reloads the settings, for ever. Takes the buffer for the
 // data server's reports and the start-up time (seconds since the epoch), from which the first intervals

@@ -9,7 +9,7 @@
 namespace skypost {
 namespace {
 
-constexpr unsigned STEP_LIMIT = 15;       // seconds; the alarm's default action ends the process
+constexpr unsigned STEP_SECONDS = 15;     // the alarm's default action ends the process
 constexpr long long GATE_INTERVAL = 960;  // seconds
 
 constexpr auto OWN = step_limit::own;
@@ -56,7 +56,7 @@ void run(const run_step& step) {
 // The gate's time is written whether or not its step is enabled, and whatever the step returned.
 void run_gated(const run_step& step, const settings_record& settings, long long age, long long now) {
   if (age <= GATE_INTERVAL) return;
-  alarm(STEP_LIMIT);
+  alarm(STEP_SECONDS);
   if (is_enabled(step, settings)) run(step);
   write_last_run(now);
 }
@@ -80,7 +80,7 @@ void walk_run_list(const settings_record& settings, long long age, long long now
     if (step.limit == step_limit::gated) {
       run_gated(step, settings, age, now);
     } else if (is_enabled(step, settings)) {
-      if (step.limit == step_limit::own) alarm(STEP_LIMIT);
+      if (step.limit == step_limit::own) alarm(STEP_SECONDS);
       run(step);
     }
   }

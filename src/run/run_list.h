@@ -50,8 +50,8 @@ void for_each_outgoing(visitor visit) {
   for (const run_step& step : run_list()) {
     visit(*step.what);
     if (const http_network* const network = as_http_network(*step.what);
-        network != nullptr && network->rapid_fire != nullptr)
-      visit(*network->rapid_fire);
+        network != nullptr && network->rapid_form != nullptr)
+      visit(*network->rapid_form);
   }
 }
 

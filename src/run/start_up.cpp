@@ -16,7 +16,7 @@
 #include "run/process.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
-#include "run/settings_attempts.h"
+#include "run/settings_retries.h"
 #include "settings/load.h"
 
 namespace skypost {
@@ -40,13 +40,12 @@ bool read_argument(const char* argument) {
   return true;
 }
 
-int run_once(long long now) {
+void run_once(long long now) {
   const long long age = last_run_age(now);
-  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return 0;
+  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return;
   load_live_record(report);
   if (flags.live_data_stale != 0 && is_any_network_enabled(station_settings)) report_failure(STALE_DATA_NAME);
   walk_run_list(station_settings, age, now);
-  return 0;
 }
 
 }  // namespace
@@ -66,14 +65,15 @@ int run_skypost(int argument_count, char** arguments) {
   }
   read_hardware_address(hardware_address);
   load_endpoints();
-  if (load_settings_in_three_attempts(station_settings) != 0) {
+  if (load_settings_with_retries(station_settings) != 0) {
     report_failure("Can't read nimbulog settings file");
     return 1;
   }
   make_intervals_valid(station_settings);
   const std::time_t now = std::time(nullptr);
   if (flags.rapid_fire_flag != 0) run_rapid_fire(report, now);
-  return run_once(now);
+  run_once(now);
+  return 0;
 }
 
 }  // namespace skypost

@@ -14,11 +14,23 @@ constexpr bool is_exempt(const settings_field& field) {
                      [&](const integer_field& exempt) { return exempt.offset == field.offset; });
 }
 
-constexpr bool is_converted(const settings_field& field) {
+// Whether a range reverses the integer at the field, and whether one reaches into the field at all.
+consteval bool is_converted(const settings_field& field) {
   for (const field_range& range : CONVERTED_FIELDS)
     for (std::uint32_t entry = 0; entry < range.entries; ++entry) {
       const std::uint32_t first = range.first + entry * range.stride;
-      if (field.offset >= first && field.offset <= range.last + entry * range.stride) return true;
+      const std::uint32_t last = range.last + entry * range.stride;
+      if (range.size == 4 && field.offset >= first && field.offset <= last && (field.offset - first) % 4 == 0)
+        return true;
+    }
+  return false;
+}
+consteval bool is_reached(const settings_field& field) {
+  for (const field_range& range : CONVERTED_FIELDS)
+    for (std::uint32_t entry = 0; entry < range.entries; ++entry) {
+      const std::uint32_t first = range.first + entry * range.stride;
+      const std::uint32_t end = range.last + range.size + entry * range.stride;
+      if (field.offset < end && first < field.offset + field.size) return true;
     }
   return false;
 }
@@ -35,10 +47,13 @@ static_assert(ranges_fit_the_record());
 
 consteval bool are_integers_converted_and_texts_not() {
   for (const settings_field& field : SETTINGS_FIELDS)
-    if (is_converted(field) == (field.is_text() || is_exempt(field))) return false;
+    if (field.is_text() || is_exempt(field) ? is_reached(field) : !is_converted(field)) return false;
   return true;
 }
-static_assert(are_integers_converted_and_texts_not());
+static_assert(
+    are_integers_converted_and_texts_not(),
+    "a field of fields.def: an integer outside of CONVERTED_FIELDS belongs in NEVER_CONVERTED, and no range "
+    "may reach into a text");
 
 }  // namespace
 

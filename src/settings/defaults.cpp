@@ -17,26 +17,27 @@ struct integer_default {
   std::int32_t value;
 };
 
+// Where no field is named, another program of the appliance reads it.
 constexpr integer_default INTEGER_DEFAULTS[] = {
     // clang-format off
-    {    0,  1,     0},
-    {  760,  3,    -1},  // longitude
-    {  772,  1,     0},
-    {  776,  3,    -1},  // latitude
-    {  788,  1,     0},
-    {  792,  1,    -1},
-    { 6456,  1,     1},
-    {12256,  1,    21},
-    {12264,  1,     1},
-    {17608,  1,     1},
-    {17612,  1,     3},
-    {17616,  1,     4},
-    {18144,  1,    30},  // seconds between rapid-fire uploads to Weather Underground
-    {18936,  1,     1},  // the byte order is this machine's
-    {19300, 64,    -1},
-    {29660,  1,    -1},  // APRS passcode
-    {29664,  1, 14580},  // APRS port
-    {38112,  1,    30},  // seconds between rapid-fire uploads to WeatherFlow
+    {    0,                               1, 0},
+    {longitude_degrees.offset,            3, -1},  // and minutes, seconds
+    {longitude_west.offset,               1, 0},
+    {latitude_degrees.offset,             3, -1},
+    {latitude_south.offset,               1, 0},
+    {  792,                               1, -1},
+    { 6456,                               1, 1},
+    {12256,                               1, 21},
+    {12264,                               1, 1},
+    {17608,                               1, 1},
+    {17612,                               1, 3},
+    {17616,                               1, 4},
+    {wunderground_rapid_interval.offset,  1, DEFAULT_RAPID_INTERVAL},
+    {byte_order_marker.offset,            1, 1},
+    {19300,                              64, -1},
+    {aprs_passcode.offset,                1, -1},
+    {aprs_port.offset,                    1, 14580},
+    {weatherflow_rapid_interval.offset,   1, DEFAULT_RAPID_INTERVAL},
     // clang-format on
 };
 

@@ -32,6 +32,6 @@ consteval bool is_every_password_secret() {
         return false;
   return true;
 }
-static_assert(is_every_password_secret());
+static_assert(is_every_password_secret(), "a field of fields.def is named like a password and not secret");
 
 }  // namespace skypost

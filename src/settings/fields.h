@@ -62,6 +62,7 @@ consteval bool settings_fields_are_apart() {
   }
   return true;
 }
-static_assert(settings_fields_are_apart());
+static_assert(settings_fields_are_apart(),
+              "two fields of fields.def overlap, or one is outside of the record");
 
 }  // namespace skypost

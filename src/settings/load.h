@@ -15,7 +15,7 @@ inline constexpr std::int64_t OLDER_PLUG_LAYOUT_SIZE = 38'692;
 // usable file. Writes no message; the caller reports.
 std::int32_t load_settings(settings_record& record);
 
-// The steps of loading, which the owner's tools take one by one. `platform` is the value of NIMBULOGHW, or
+// The steps of loading, which the owner's tools call separately. `platform` is the value of NIMBULOGHW, or
 // nullptr.
 
 // True when a file of `size` bytes has none of the layouts known on `platform`.

@@ -21,7 +21,7 @@ enum class reply_mode {
 
 struct upload_spec;
 
-// Decides over a reply as wget gave it: 0, or -1 with the reason in `error_text`.
+// Judges a reply as wget gave it. Returns 0, or -1 with the reason in `error_text`.
 using reply_judge = int (*)(text_buffer& reply, const upload_spec& spec);
 
 // What makes a reply a good one: a word that it must contain, or a judgement of the network's own.
@@ -45,7 +45,7 @@ struct upload_spec {
   const char* failure_format;    // with the reply, or the part of it that was judged
   const char* no_response_text;  // for an empty reply
 
-  // Decides when wget gave not one byte: 0, or -1 with the reason in `error_text`.
+  // Judges an empty reply. Returns 0, or -1 with the reason in `error_text`.
   int (*judge_empty)(const upload_spec& spec) = fail_without_response;
   bool pipe_reason_first = false;  // the failed-pipe text names the system's reason, then the command
 };
@@ -61,14 +61,16 @@ text_buffer& strip_line_breaks(text_buffer& text);
 // command that did not fit its buffer is not run.
 int upload_via_wget(const text_buffer& command, const upload_spec& spec);
 
-// Judges what wget printed: `count` bytes, of which `reply` holds the text.
+// Judges what wget printed: `count` bytes, of which `reply` holds the text. Returns 0, or -1 with the reason in
+// `error_text`.
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec);
 
 // The pieces that judgements are made of. The first writes `error_text` and returns -1.
 int fail_with_reply(const upload_spec& spec, std::string_view reply);
 void print_reply(std::string_view reply);  // in debug mode, without line breaks
 
-// What is between "<body>" and the first "</body>" after it, or the end of the reply.
+// What is between "<body>" and the first "</body>" after it, or the end of the reply; nothing when there is no
+// "<body>".
 std::optional<std::string_view> html_body(const text_buffer& reply);
 
 }  // namespace skypost

@@ -187,7 +187,10 @@ extern "C" std::time_t time(std::time_t* place) {
 extern "C" unsigned alarm(unsigned seconds) {
   const unsigned factor = factor_of("SKYPOST_TEST_CLOCK");
   if (factor == 1) return real<unsigned(unsigned)>("alarm")(seconds);
-  const itimerval limit = {.it_interval = {}, .it_value = {.tv_sec = seconds / factor, .tv_usec = 0}};
+  const unsigned milliseconds = seconds * 1'000 / factor;
+  const itimerval limit = {
+      .it_interval = {},
+      .it_value = {.tv_sec = milliseconds / 1'000, .tv_usec = milliseconds % 1'000 * 1'000}};
   setitimer(ITIMER_REAL, &limit, nullptr);
   return 0;
 }

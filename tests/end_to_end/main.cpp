@@ -1,29 +1,41 @@
 // The simulated servers have fixed ports. Where that is allowed, each test therefore has the loopback interface of
-// a network namespace of its own, so that several can run side by side.
+// a network namespace of its own, so that several can run side by side. Otherwise they take turns.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <net/if.h>
 #include <sched.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cstdio>
+#include <filesystem>
+
 namespace {
 
-// Where it is not allowed, CTest lets the tests take turns.
-void enter_own_network() {
-  if (unshare(CLONE_NEWNET) != 0) return;
+bool enter_own_network() {
+  if (unshare(CLONE_NEWNET) != 0) return false;
   ifreq loopback{.ifr_ifrn = {"lo"}, .ifr_ifru = {}};
   loopback.ifr_flags = IFF_UP;
-  const int any = socket(AF_INET, SOCK_DGRAM, 0);
-  ioctl(any, SIOCSIFFLAGS, &loopback);
+  const int any = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  const bool is_up = ioctl(any, SIOCSIFFLAGS, &loopback) == 0;
   close(any);
+  return is_up;
+}
+
+// Until this process ends.
+void wait_for_turn() {
+  const std::string path = std::filesystem::temp_directory_path() / "skypost-tests.lock";
+  const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  if (file < 0 || flock(file, LOCK_EX) != 0) std::perror(path.c_str());
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
   testing::InitGoogleTest(&count, arguments);
-  enter_own_network();
+  if (!testing::GTEST_FLAG(list_tests) && !enter_own_network()) wait_for_turn();
   return RUN_ALL_TESTS();
 }

@@ -35,13 +35,6 @@ class PullFile : public ::testing::Test {
   appliance_folder appliance_;
 };
 
-// The file of this moment; a minute may pass between the two.
-std::string composed_now(const outgoing& what) {
-  outgoing_text text;
-  what.compose(text, *current_station());
-  return text.c_str();
-}
-
 TEST_F(PullFile, IsInBothDirectoriesInPlaceOfTheOldOne) {
   flags.debug_flag = 1;
   for (const run_step& step : run_list()) {

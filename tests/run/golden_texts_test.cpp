@@ -21,38 +21,61 @@ std::string as_in_file(const outgoing& what, const LiveRecord& live) {
   return composed(what, settings, live) + (what.by == carrier::http ? "\n" : "");
 }
 
-// Compares with the golden text. Where there is none, the text is left in a file of that name: once it has been
-// checked against the network's own description, it belongs in golden/.
-void expect_golden(const outgoing& what, const std::string& station, const LiveRecord& live) {
-  const std::string name = std::string(what.id) + '.' + station;
-  const std::string text = as_in_file(what, live);
-  if (!std::filesystem::exists(TESTS_DIRECTORY "/golden/" + name)) {
-    std::ofstream(::testing::TempDir() + name, std::ios::binary) << text;
-    FAIL() << "tests/golden/" << name << " is missing; what would be in it: " << ::testing::TempDir() << name;
-  }
-  EXPECT_EQ(text, read_whole_file(TESTS_DIRECTORY "/golden/" + name));
+// Compares with a golden text. Where that is missing or different, the text is left in a file of that name: once
+// it has been checked against the network's own description, it belongs in golden/.
+void expect_golden(const std::string& name, const std::string& text) {
+  const std::string golden = TESTS_DIRECTORY "/golden/" + name;
+  if (std::filesystem::exists(golden) && read_whole_file(golden) == text) return;
+  const std::string place = ::testing::TempDir() + name;
+  std::ofstream(place, std::ios::binary) << text;
+  if (!std::filesystem::exists(golden))
+    FAIL() << "tests/golden/" << name << " is missing; what would be in it: " << place;
+  EXPECT_EQ(text, read_whole_file(golden)) << "the first is in " << place;
 }
 
 class GoldenText : public ::testing::TestWithParam<const outgoing*> {};
 
-TEST_P(GoldenText, OfAFullyEquippedStation) { expect_golden(*GetParam(), "full", fully_equipped_station()); }
+TEST_P(GoldenText, OfAFullyEquippedStation) {
+  expect_golden(GetParam()->id + std::string(".full"), as_in_file(*GetParam(), fully_equipped_station()));
+}
 
 TEST_P(GoldenText, OfAStationWithOnlyTheOutdoorValues) {
-  expect_golden(*GetParam(), "sparse", sparse_station());
+  expect_golden(GetParam()->id + std::string(".sparse"), as_in_file(*GetParam(), sparse_station()));
 }
 
 INSTANTIATE_TEST_SUITE_P(RunList, GoldenText, ::testing::ValuesIn(everything_handed_out()),
                          [](const auto& row) { return std::string(row.param->id); });
 
 // The name of a golden text, of a preview, of a test.
-TEST(RunList, GivesEachTextAnIdOfItsOwn) {
-  std::set<std::string> ids;
-  for (const outgoing* const what : everything_handed_out()) {
-    EXPECT_TRUE(ids.insert(what->id).second) << what->id;
+TEST(GoldenTexts, HaveIdsThatCanBeNames) {
+  for (const outgoing* const what : everything_handed_out())
     EXPECT_EQ(std::string_view(what->id).find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_"),
               std::string_view::npos)
         << what->id;
+}
+
+std::string in_one_line(std::string text) {
+  for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2)
+    text.replace(at, 1, "\\n");
+  return text;
+}
+
+// What a network's reply must hold, and what the owner is told.
+TEST(GoldenTexts, OfTheReplies) {
+  std::string texts;
+  for (const outgoing* const what : everything_handed_out()) {
+    const http_network* const network = as_http_network(*what);
+    if (network == nullptr) continue;
+    const upload_spec& reply = network->reply;
+    constexpr const char* MODES[] = {"with blanks for line feeds", "in the first line", "as it is"};
+    const std::string wanted = reply.success.own != nullptr ? "judged in its own way"
+                                                            : reply.success.success_word + std::string(", ") +
+                                                                  MODES[static_cast<int>(reply.success.mode)];
+    texts += std::string(what->id) + "\n    debug:   " + in_one_line(reply.debug_header) +
+             "\n    success: " + wanted + "\n    failure: " + reply.failure_format +
+             "\n    nothing: " + reply.no_response_text + '\n';
   }
+  expect_golden("replies", texts);
 }
 
 }  // namespace

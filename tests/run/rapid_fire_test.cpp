@@ -13,7 +13,6 @@
 
 #include "base/paths.h"
 #include "base/process_state.h"
-#include "run/settings_attempts.h"
 #include "support/appliance_folder.h"
 
 namespace {

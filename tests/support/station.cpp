@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <utility>
 
 #include "run/run_list.h"
@@ -136,9 +137,20 @@ std::string composed(const outgoing& what, const settings_record& settings, cons
   return text.c_str();
 }
 
+std::string composed_now(const outgoing& what) {
+  outgoing_text text;
+  what.compose(text, *current_station());
+  return text.c_str();
+}
+
 std::vector<const outgoing*> everything_handed_out() {
   std::vector<const outgoing*> all;
-  for_each_outgoing([&](const outgoing& what) { all.push_back(&what); });
+  for_each_outgoing([&](const outgoing& what) {
+    for (const outgoing* const other : all)
+      if (std::string_view(other->id) == what.id)
+        throw std::logic_error("run_list.cpp hands out two texts with the id " + std::string(what.id));
+    all.push_back(&what);
+  });
   return all;
 }
 

@@ -40,6 +40,9 @@ moment spring_morning();
 // What is handed out at that time, by an ordinary board.
 std::string composed(const outgoing& what, const settings_record& settings, const LiveRecord& live);
 
+// What is handed out at this moment, from the station of this process.
+std::string composed_now(const outgoing& what);
+
 // Everything that the run list can hand out, the rapid-fire forms too.
 std::vector<const outgoing*> everything_handed_out();
 

@@ -1,0 +1,70 @@
+// A row's function and what the row says that it sends belong together: the previews and the golden texts come
+// from the one, what leaves the appliance from the other.
+
+#include "run/run_list.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <map>
+#include <string>
+
+#include "base/process_state.h"
+#include "settings/field_descriptions.h"
+#include "support/station.h"
+
+namespace {
+
+std::string* caught_command = nullptr;
+
+}  // namespace
+
+// Stands in for the C library's while a test wants to see the command.
+extern "C" std::FILE* popen(const char* command, const char* mode) {
+  if (caught_command != nullptr) {
+    *caught_command = command;
+    errno = ENOMEM;
+    return nullptr;
+  }
+  using popen_function = std::FILE*(const char*, const char*);
+  static const auto next = reinterpret_cast<popen_function*>(dlsym(RTLD_NEXT, "popen"));
+  return next(command, mode);
+}
+
+namespace skypost::testing {
+namespace {
+
+TEST(RunList, SendsWhatItsRowsSay) {
+  flags = {};
+  fill_settings(station_settings);
+  live_record = fully_equipped_station();
+  for (const run_step& step : run_list()) {
+    if (step.what->by != carrier::http) continue;  // the other functions compose by the row's own composer
+    // A second may pass between the two.
+    const std::string before = composed_now(*step.what);
+    std::string command;
+    caught_command = &command;
+    EXPECT_EQ(step.call(), -1) << step.name.text;
+    caught_command = nullptr;
+    EXPECT_TRUE(command == before || command == composed_now(*step.what))
+        << step.name.text << " sends " << command;
+  }
+}
+
+// A network whose row was forgotten would have a switch that does nothing; one misspelt group would split it in
+// two.
+TEST(RunList, HasAStepForTheSwitchOfEveryGroup) {
+  std::map<std::string, int> switches;
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    const bool is_of_a_step = std::any_of(run_list().begin(), run_list().end(),
+                                          [&](const run_step& step) { return step.enabled == &row.field; });
+    switches[row.group] += is_of_a_step ? 1 : 0;
+  }
+  for (const char* const common : {"record", "appliance", "position", "sensors"}) switches.erase(common);
+  for (const auto& [group, count] : switches) EXPECT_EQ(count, 1) << "run_list.cpp has no step for " << group;
+}
+
+}  // namespace
+}  // namespace skypost::testing
