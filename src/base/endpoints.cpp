@@ -86,6 +86,13 @@ bool fits_its_place(endpoint_kind kind, std::string_view value) {
   return false;
 }
 
+// What is wrong with a value that does not fit. A URL copied from a browser ends in a slash.
+const char* fault_of(endpoint_kind kind, std::string_view value) {
+  if (value.ends_with('/') && fits_its_place(kind, head_of(value, value.size() - 1)))
+    return "the slash at the end of the value does not belong there";
+  return "not a value for this name";
+}
+
 std::string_view without_blanks_around(std::string_view text) {
   constexpr std::string_view BLANKS = " \t\r\n";
   const std::size_t first = text.find_first_not_of(BLANKS);
@@ -117,7 +124,7 @@ const char* read_line(std::string_view line) {
   const std::string_view value = without_blanks_around(tail_of(line, equals + 1));
   for (std::size_t i = 0; i < std::size(ENDPOINTS); ++i) {
     if (name != ENDPOINTS[i].name) continue;
-    if (!fits_its_place(ENDPOINTS[i].kind, value)) return "not a value for this name";
+    if (!fits_its_place(ENDPOINTS[i].kind, value)) return fault_of(ENDPOINTS[i].kind, value);
     std::memcpy(overrides[i], value.data(), value.size());
     overrides[i][value.size()] = '\0';
     return nullptr;
@@ -134,24 +141,24 @@ const char* endpoint_value(endpoint row) {
 
 void reset_endpoints() { std::memset(overrides, 0, sizeof overrides); }
 
-void read_endpoints(std::FILE* file, const char* path) {
+void read_endpoints(std::FILE* file, const char* path, std::FILE* complaints) {
   fixed_text<511> line;
   for (int number = 1; next_line(file, line); ++number)
     if (const char* const fault = line.was_cut() ? "too long" : read_line(line.view()))
-      std::fprintf(stderr, "Error: %s line %d: %s\n", path, number, fault);
-  if (std::ferror(file) != 0) std::fprintf(stderr, "Error: %s: %s\n", path, std::strerror(errno));
+      std::fprintf(complaints, "Error: %s line %d: %s\n", path, number, fault);
+  if (std::ferror(file) != 0) std::fprintf(complaints, "Error: %s: %s\n", path, std::strerror(errno));
 }
 
-void load_endpoints() {
+void load_endpoints(std::FILE* complaints) {
   reset_endpoints();
   path_text path;
   append_appliance_path(path, ENDPOINTS_PATH);
   std::FILE* const file = std::fopen(path.c_str(), "re");
   if (file == nullptr) {
-    if (errno != ENOENT) std::fprintf(stderr, "Error: %s: %s\n", path.c_str(), std::strerror(errno));
+    if (errno != ENOENT) std::fprintf(complaints, "Error: %s: %s\n", path.c_str(), std::strerror(errno));
     return;
   }
-  read_endpoints(file, path.c_str());
+  read_endpoints(file, path.c_str(), complaints);
   std::fclose(file);
 }
 

@@ -23,10 +23,10 @@ const char* endpoint_value(endpoint row);
 void reset_endpoints();
 
 // Reads rows `name = value`, one a line; `#` begins a comment. A line that is not such a row is skipped. Its
-// number and its fault go to standard error, under the file's `path`.
-void read_endpoints(std::FILE* file, const char* path);
+// number and its fault are written to `complaints`, one a line, under the file's `path`.
+void read_endpoints(std::FILE* file, const char* path, std::FILE* complaints = stderr);
 
 // Reads the appliance's override file on top of the defaults. Most appliances have none.
-void load_endpoints();
+void load_endpoints(std::FILE* complaints = stderr);
 
 }  // namespace skypost

@@ -53,15 +53,6 @@ void read_time(const live_row& row, const char* text) {
     row.number.set(live_record, static_cast<std::int32_t>(seconds));
 }
 
-// The text after the row's key, or nullptr when the report lacks it.
-const char* find_value(const char* report, const live_row& row) {
-  fixed_text<63> key;
-  key.append_pattern(row.key,
-                     row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
-  const char* const place = std::strstr(report, key.c_str());
-  return place == nullptr ? nullptr : skip_blanks(skip_word(place));
-}
-
 void parse_row(const live_row& row, const char* report) {
   const char* const value = find_value(report, row);
   if (value == nullptr) return;
@@ -168,6 +159,14 @@ std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t co
 }
 
 }  // namespace
+
+const char* find_value(const char* report, const live_row& row) {
+  fixed_text<63> key;
+  key.append_pattern(row.key,
+                     row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
+  const char* const place = std::strstr(report, key.c_str());
+  return place == nullptr ? nullptr : skip_blanks(skip_word(place));
+}
 
 void reset_live_record() {
   for (const live_row& row : LIVE_TABLE) {

@@ -6,6 +6,12 @@
 
 namespace skypost {
 
+struct live_row;
+
+// The text in `report` after the key of a row of the live table, as the station's settings complete it;
+// nullptr when the report lacks the key.
+const char* find_value(const char* report, const live_row& row);
+
 // Resets every field of the live record to its not-reported value.
 void reset_live_record();
 

@@ -24,6 +24,13 @@ inline constexpr field_description FIELD_DESCRIPTIONS[] = {
 #include "settings/fields.def"
 };
 
+// What is said of a field.
+constexpr const field_description& description_of(const settings_field& field) {
+  const field_description* row = FIELD_DESCRIPTIONS;
+  while (row->field.offset != field.offset) ++row;
+  return *row;
+}
+
 // What is named like a password has to be marked as one, or the tools would show it to everybody.
 consteval bool is_every_password_secret() {
   for (const field_description& row : FIELD_DESCRIPTIONS)

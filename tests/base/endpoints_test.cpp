@@ -89,8 +89,9 @@ TEST_F(Endpoints, KeepOutEveryValueThatCouldLeaveItsPlace) {
   };
   const row_case cases[] = {
       {"awekas = ",
-       {"", "www.awekas.at", "ftp://www.awekas.at", "http://", "http:///", "http://host/", "http://host/path",
-        "http://host?x=1", "http://user@host", "http://host two", "http://host http://other"}},
+       {"", "www.awekas.at", "ftp://www.awekas.at", "http://", "http:///", "http://host/path",
+        "http://host//", "http://host?x=1", "http://user@host", "http://host two",
+        "http://host http://other"}},
       {"awekas = http://host", {":", ":0", ":65536", ":4294967377", ":80a", ":-1", ":80:80", "-"}},
       {"awekas = http://",
        {"-host", ".host", "h\"ost", "h'ost", "h`id`ost", "h$(id)ost", "h\\ost", "h;ost", "h&ost", "h|ost",
@@ -112,6 +113,15 @@ TEST_F(Endpoints, KeepOutEveryValueThatCouldLeaveItsPlace) {
   }
   expect_loaded(file + "wedaal = http://wedaal.example\n", expected,
                 {{endpoint::wedaal, "http://wedaal.example"}});
+}
+
+TEST_F(Endpoints, TellWhatIsWrongWithAUrlFromABrowser) {
+  expect_loaded("awekas = https://host/\nwindit = http://host:8080/  # \nmeteonews = host/\nawekas = /\n",
+                fault(1, "the slash at the end of the value does not belong there") +
+                    fault(2, "the slash at the end of the value does not belong there") +
+                    fault(3, "the slash at the end of the value does not belong there") +
+                    fault(4, "not a value for this name"),
+                {});
 }
 
 TEST_F(Endpoints, NameLinesThatAreNoRow) {
