@@ -8,10 +8,19 @@
 #include <fstream>
 #include <iterator>
 
+#include "kept_text.h"
 #include "live/data_server.h"
 #include "settings_file.h"
 
 namespace skypost {
+namespace {
+
+std::string without_line_end(std::string line) {
+  while (line.ends_with('\n')) line.pop_back();
+  return line;
+}
+
+}  // namespace
 
 std::string read_report(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
@@ -21,13 +30,13 @@ std::string read_report(const std::string& path) {
   return report;
 }
 
-std::string fetch_report() {
+std::string fetch_report(bool quiet) {
   static report_buffer report;
-  if (isatty(STDERR_FILENO) != 0)
+  if (!quiet && isatty(STDERR_FILENO) != 0)
     std::fprintf(stderr, "Waiting for the data server (%s:%d) ...\n", DATA_SERVER_HOST, DATA_SERVER_PORT);
-  // The client has written its reason to standard error.
-  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0)
-    throw tool_error("the data server has given no report");
+  kept_text reason;
+  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT, reason.stream()) != 0)
+    throw tool_error("data server: no report: " + without_line_end(reason.text()));
   return report;
 }
 

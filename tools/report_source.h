@@ -7,8 +7,8 @@ namespace skypost {
 // The text of a report file. Throws tool_error when it cannot be read or is longer than a report can be.
 std::string read_report(const std::string& path);
 
-// The report of the appliance's data server. Says on standard error, when that is a terminal, what it waits
-// for. Throws tool_error with the reason when no report comes.
-std::string fetch_report();
+// The report of the appliance's data server. Unless it is to be quiet, it says on standard error, when that
+// is a terminal, what it waits for. Throws tool_error with the reason when no report comes.
+std::string fetch_report(bool quiet = false);
 
 }  // namespace skypost

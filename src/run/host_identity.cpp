@@ -74,7 +74,7 @@ int find_hardware_address(const char* line, text_buffer& address) {
   return 0;
 }
 
-int read_hardware_address(text_buffer& address) {
+int read_hardware_address(text_buffer& address, std::FILE* complaints) {
   address.clear();
   errno = 0;  // a line without an address is not a system error
   std::FILE* const pipe = popen("/sbin/ifconfig eth0 2>/dev/null", "re");
@@ -84,7 +84,8 @@ int read_hardware_address(text_buffer& address) {
   int result = 0;
   if (std::fgets(line, sizeof line, pipe) != nullptr) {
     result = find_hardware_address(line, address);
-    if (result != 0) std::fprintf(stderr, "Error ifconfig read eth0 mac address: %s\n", std::strerror(errno));
+    if (result != 0)
+      std::fprintf(complaints, "Error ifconfig read eth0 mac address: %s\n", std::strerror(errno));
   }
   pclose(pipe);
   return result;

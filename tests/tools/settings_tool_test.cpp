@@ -4,16 +4,20 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
+#include "base/endpoints.h"
 #include "base/paths.h"
 #include "settings/byte_order.h"
 #include "settings/defaults.h"
+#include "settings/field_descriptions.h"
 #include "settings/load.h"
+#include "sim/report.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
 
@@ -25,7 +29,11 @@ namespace fs = std::filesystem;
 class SettingsTool : public ::testing::Test {
  protected:
   SettingsTool() { setenv("NIMBULOGHW", "X86", 1); }
-  ~SettingsTool() override { unsetenv("NIMBULOGHW"); }
+  ~SettingsTool() override {
+    unsetenv("NIMBULOGHW");
+    reset_endpoints();
+    station_settings = settings_record{};
+  }
 
   int run(const std::vector<std::string>& arguments) {
     std::ostringstream out_stream;
@@ -142,8 +150,9 @@ TEST_F(SettingsTool, SetsValuesInBothByteOrdersAndKeepsTheRest) {
     settings_record record = expected;
     if (foreign) convert_byte_order(record);
     write(record);
-    run_well({"set", file, "idokep_enabled=2", "sensor_temp=th12345", "longitude_degrees=-2147483648",
-              "aprs_port=4294967295", "weatherflow_enabled=1", "awekas_user=", "awekas_password=a=b c"});
+    run_well({"set", "--force", file, "idokep_enabled=2", "sensor_temp=th12345",
+              "longitude_degrees=-2147483648", "aprs_port=4294967295", "weatherflow_enabled=1",
+              "awekas_user=", "awekas_password=a=b c"});
     EXPECT_EQ(read_whole_file(file).substr(18936, 4), std::string(foreign ? "\0\0\0\1" : "\1\0\0\0", 4));
 
     expected.set_integer(idokep_enabled, 2);
@@ -176,6 +185,7 @@ TEST_F(SettingsTool, RefusesWhatIsWrongAndWritesNothing) {
   constexpr std::pair<const char*, const char*> CASES[] = {
       {"wunderground_pasword=x", "no setting \"wunderground_pasword\"; did you mean wunderground_password?"},
       {"Awekas_user=x", "no setting \"Awekas_user\"; did you mean awekas_user?"},
+      {"CWOP_IDS=x", "no setting \"CWOP_IDS\"; did you mean cwop_id?"},
       {"sensor_temp=th123456", "sensor_temp holds at most 7 bytes; this text has 8"},
       {"cwop_enabled=yes", "cwop_enabled takes a whole number, not \"yes\""},
       {"cwop_enabled=", "cwop_enabled takes a whole number, not \"\""},
@@ -228,19 +238,196 @@ TEST_F(SettingsTool, ReplacesTheFileBehindALinkInOneStep) {
   EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "a temporary file is left";
 }
 
-TEST_F(SettingsTool, TellsHowItIsUsed) {
-  const std::vector<std::string> command_lines[] = {
-      {}, {"frobnicate"}, {"new"}, {"new", "--force"}, {"show", "a", "b"}, {"show", "--all"}, {"set", file},
+TEST_F(SettingsTool, RefusesWhatCannotBeMeantUnlessForced) {
+  struct value_case {
+    const char* setting;
+    std::vector<const char*> meant;
+    std::vector<const char*> not_meant;
+    const char* said;  // of the latter
   };
-  for (const auto& arguments : command_lines) {
+  const value_case cases[] = {
+      {"cwop_enabled", {"0", "1"}, {"2", "-1"}, " takes 0 or 1 (1: upload to CWOP), not "},
+      {"wunderground_rapid_enabled", {"0", "1"}, {"2"}, " takes 0 or 1 ("},
+      {"idokep_enabled", {"0", "1", "2"}, {"3", "-1"}, " takes 0 to 2 (1: upload to Idokep; 2: to its pro"},
+      {"latitude_degrees",
+       {"0", "90", "-1"},
+       {"91", "-2"},
+       " takes 0 to 90, or -1 when it is not set (degrees"},
+      {"longitude_degrees", {"0", "180", "-1"}, {"181", "-2"}, " takes 0 to 180, or -1 when it is not set ("},
+      {"latitude_minutes", {"0", "59", "-1"}, {"60", "-2"}, " takes 0 to 59, or -1 when it is not set ("},
+      {"longitude_minutes", {"0", "59"}, {"60"}, " takes 0 to 59, "},
+      {"latitude_seconds", {"0", "59"}, {"60"}, " takes 0 to 59, "},
+      {"longitude_seconds", {"0", "59"}, {"60"}, " takes 0 to 59, "},
+      {"latitude_south", {"0", "1"}, {"2"}, " takes 0 or 1 (1 south of the equator"},
+      {"longitude_west", {"0", "1"}, {"2"}, " takes 0 or 1 (1 west of Greenwich"},
+      {"aprs_port", {"1", "65535"}, {"0", "65536"}, " takes 1 to 65535 (TCP port of the server), not "},
+      {"aprs_passcode", {"-1", "0", "99999"}, {}, ""},
+      {"wunderground_rapid_interval", {"0", "-1"}, {}, ""},
+      {"sensor_temp",
+       {"", "t0", "th12", "thb1", "wind0", "rain0", "uv0", "sol0", "data99"},
+       {"t", "0", "th0 ", " th0", "TH0", "thx0", "th0a", "th-1", "th0th1"},
+       " takes a class of sensors (t, th, thb, wind, rain, uv, sol, data) and a number, or nothing (outdoor "
+       "temperature sensor, as th0), not "},
+      {"sensor_extra_temp5", {"t5"}, {"t"}, " takes a class of sensors"},
+      {"windfinder_name",
+       {"", "a b", "\xe9t\xe9", "\"';&$`"},
+       {"a\nb", "\x1b[2J", "\x7f", "\t"},
+       " takes no line breaks or other control characters"},
+      {"windfinder_password", {"a b"}, {"secret\r"}, " takes no line breaks or other control characters;"},
+  };
+  write(filled_record());
+  for (const value_case& row : cases) {
+    const std::string name = row.setting;
+    for (const std::string value : row.meant) run_well({"set", file, name + '=' + value});
+    for (const std::string value : row.not_meant) {
+      SCOPED_TRACE(name + '=' + value);
+      const std::string before = read_whole_file(file);
+      EXPECT_EQ(run({"set", file, "cwop_id=CHANGED", name + '=' + value}), 1);
+      EXPECT_TRUE(errors.starts_with("Error: " + name + row.said)) << errors;
+      EXPECT_TRUE(errors.ends_with("; --force stores it all the same\n")) << errors;
+      EXPECT_EQ(errors.find("secret"), std::string::npos);
+      EXPECT_EQ(read_whole_file(file), before);
+      run_well({"set", file, name + '=' + value, "--force"});
+      EXPECT_NE(read_whole_file(file), before);
+    }
+  }
+  expect_refused({"set", "--force", file, "sensor_temp=th123456"},
+                 "sensor_temp holds at most 7 bytes; this text has 8");
+}
+
+TEST_F(SettingsTool, ShowsOneNetworkAlone) {
+  write(filled_record());
+  const std::string shown =
+      "[Weather Underground]\nwunderground_enabled = 0\nwunderground_id = \"IBERLIN42\"\n"
+      "wunderground_password = *\nwunderground_rapid_enabled = 0\nwunderground_rapid_interval = 30\n";
+  for (const char* const name : {"Weather Underground", "weather-underground", "WUNDERGROUND"}) {
+    run_well({"show", name});
+    EXPECT_TRUE(out.ends_with("\n\n" + shown)) << out;
+    EXPECT_EQ(std::count(out.begin(), out.end(), '['), 1);
+  }
+  run_well({"show", "--secrets", file, "idokep"});
+  EXPECT_TRUE(out.ends_with("idokep_password = \"ido\\\\pass\"\n")) << out;
+  run_well({"show", file, "sensors"});
+  EXPECT_TRUE(out.ends_with("sensor_solar = \"\"\n")) << out;
+  // These are files.
+  expect_refused({"show", "./idokep"}, "./idokep: No such file or directory");
+  expect_refused({"show", "idokep_id"}, "idokep_id: No such file or directory");
+}
+
+TEST_F(SettingsTool, NamesEverySettingThatItSets) {
+  run_well({"names"});
+  std::istringstream names(out);
+  std::size_t count = 0;
+  write(filled_record());
+  for (std::string name; std::getline(names, name); ++count) run_well({"set", file, name + "=1", "--force"});
+  EXPECT_EQ(count, std::size(FIELD_DESCRIPTIONS) - 1) << "the mark of the byte order alone is not set";
+}
+
+TEST_F(SettingsTool, ListsTheSensorsThatARoleCanHave) {
+  const std::string report = appliance.path("/report");
+  appliance.write("/report", sim::lifelike_report(1'336'298'400));
+  run_well({"sensors", "--report", report});
+  const std::string outdoor = out.substr(0, out.find("sensor_hum"));
+  for (const char* const sensor : {"th0", "th7", "thb0", "thb1", "t0", "t5"})
+    EXPECT_NE(outdoor.find(std::string("\n  ") + sensor + ' '), std::string::npos) << sensor << outdoor;
+  EXPECT_EQ(std::count(outdoor.begin(), outdoor.end(), '\n'), 1 + 8 + 2 + 6);
+
+  // What the report offers is what a station reads that has selected it.
+  appliance.write("/report",
+                  "actual_th0_temp_c 21.5\nactual_th0_hum_rel 57\nactual_th10_temp_c -0.5\n"
+                  "actual_th1_temp_c n/a\x1b\nactual_t0_temp_c 3\x1b[2J\n"
+                  "actual_zz0_temp_c 1\nactual_th123456_temp_c 1\nactual_th2_extra_temp_c 1\n"
+                  "day1_th3_temp_c 1\nmy_actual_th4_temp_c 1\nactual_th5_temp_cc 1\n"
+                  "actual_uv0_indexes 1\nactual_uv1_index 2\n"
+                  "actual_thb0_press_hpa 987.4\nactual_thb0_sealevel_hpa 1013.2\n"
+                  "actual_wind0_dir_de SW\nactual_data1_temp_c 4\n");
+  run_well({"sensors", "--report", report});
+  const std::string temperatures =
+      "  th0     temp_c 21.5\n  th10    temp_c -0.5\n  th1     temp_c \"n/a\\x1b\" (not a number)\n"
+      "  t0      temp_c 3\\x1b[2J\n  data1   temp_c 4\n";
+  EXPECT_EQ(out,
+            "sensor_temp: outdoor temperature sensor, as th0\n" + temperatures +
+                "sensor_hum: outdoor humidity sensor, as th0\n  th0     hum_rel 57\n"
+                "sensor_dew: dew point sensor, as th0\n  none in this report\n"
+                "sensor_press: pressure sensor, as thb0\n  thb0    press_hpa 987.4, sealevel_hpa 1013.2\n"
+                "sensor_rain: rain sensor, as rain0\n  none in this report\n"
+                "sensor_wind: wind sensor, as wind0\n  none in this report\n"
+                "sensor_uv: UV sensor, as uv0\n  uv1     index 2\n"
+                "sensor_indoor: indoor temperature and humidity sensor, as thb0\n"
+                "  th0     temp_c 21.5, hum_rel 57\n" +
+                temperatures.substr(temperatures.find("  th10")) +
+                "sensor_extra_temp0: extra temperature sensor 1, as t0\n"
+                "sensor_extra_temp1: extra temperature sensor 2, as t1\n"
+                "sensor_extra_temp2: extra temperature sensor 3, as t2\n"
+                "sensor_extra_temp3: extra temperature sensor 4, as t3\n"
+                "sensor_extra_temp4: extra temperature sensor 5, as t4\n"
+                "sensor_extra_temp5: extra temperature sensor 6, as t5\n" +
+                temperatures + "sensor_solar: solar radiation sensor, as sol0\n  none in this report\n");
+  expect_refused({"sensors", "--report", report + "s"}, report + "s: No such file or directory");
+}
+
+TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
+  appliance.write("/report", sim::lifelike_report(1'336'298'400));
+  const std::string report = appliance.path("/report");
+  appliance.write(ALARM_SCRIPT_PATH, "");
+  fs::permissions(appliance.path(ALARM_SCRIPT_PATH), fs::perms::owner_all);
+  settings_record record = filled_record();
+  for (const text_field* const sensor : {&sensor_temp, &sensor_hum, &sensor_dew})
+    record.set_text(*sensor, "th0");
+  write(record);
+  fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
+  run_well({"check", "--report", report});
+  EXPECT_EQ(out, "");
+
+  appliance.write(ENDPOINTS_PATH, "windit = http://windit.example/\n");
+  const std::string finding =
+      appliance.path(ENDPOINTS_PATH).string() +
+      " line 1: the slash at the end of the value does not belong there. The line is skipped until that is "
+      "corrected.\n";
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(run({"check", file, "--report", report}), 1);
+  EXPECT_EQ(out, finding);
+  EXPECT_EQ(errors, "");
+  EXPECT_EQ(run({"check", "--quiet", "--report", report}), 1);
+  EXPECT_EQ(out + errors, "");
+  EXPECT_EQ(run({"check", "--quiet", "--report", report, file + "s"}), 2);
+  EXPECT_EQ(out + errors, "");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+
+  EXPECT_EQ(run({"check", "--report", report, file + "s"}), 2);
+  EXPECT_EQ(errors, "Error: " + file + "s: No such file or directory\n");
+  EXPECT_EQ(run({"check", "--report", report + "s"}), 2);
+  EXPECT_EQ(errors, "Error: " + report + "s: No such file or directory\n");
+  EXPECT_EQ(out, "");
+}
+
+TEST_F(SettingsTool, TellsHowItIsUsed) {
+  write(filled_record());
+  const std::pair<std::vector<std::string>, const char*> command_lines[] = {
+      {{}, "no command given"},
+      {{"frobnicate"}, "no command \"frobnicate\""},
+      {{"new"}, "new takes one FILE"},
+      {{"new", "--force"}, "unknown option --force"},
+      {{"show", "a", "b"}, "show takes one FILE and one NETWORK"},
+      {{"show", "--all"}, "unknown option --all"},
+      {{"names", file}, "names takes nothing after it"},
+      {{"set", file}, "set takes a FILE and at least one NAME=VALUE"},
+      {{"set", file, "cwop_enabled"}, "\"cwop_enabled\" is no NAME=VALUE"},
+      {{"sensors", "th0"}, "sensors takes no \"th0\""},
+      {{"sensors", "--report"}, "--report takes a value after it"},
+      {{"check", "a", "b"}, "check takes one FILE"},
+      {{"check", "--offline"}, "unknown option --offline"},
+  };
+  for (const auto& [arguments, error] : command_lines) {
     EXPECT_EQ(run(arguments), 2);
-    EXPECT_NE(errors.find("skypost-settings set FILE NAME=VALUE..."), std::string::npos);
+    EXPECT_EQ(errors, std::string("Error: ") + error + "\nTry 'skypost-settings --help'.\n");
     EXPECT_EQ(out, "");
   }
-  write(filled_record());
-  EXPECT_EQ(run({"set", file, "cwop_enabled"}), 2);
-  EXPECT_EQ(run({"--help"}), 0);
-  EXPECT_EQ(errors, "");
+  run_well({"--help"});
+  for (const char* const command : {"new", "show", "names", "set", "sensors", "check"})
+    EXPECT_NE(out.find(std::string("\n  skypost-settings ") + command), std::string::npos) << command;
+  run_well({"--version"});
+  EXPECT_EQ(out, "skypost-settings " SKYPOST_VERSION "\n");
 }
 
 }  // namespace

@@ -1,0 +1,13 @@
+# SKYPOST_BUILD_DATE, in seconds since the epoch: no clock that is right is before it. The same source gives the
+# same date, and so the same program: what SOURCE_DATE_EPOCH says, which package builds set, or the last commit's
+# date, or 0 where neither is known.
+
+if(DEFINED ENV{SOURCE_DATE_EPOCH})
+  set(SKYPOST_BUILD_DATE $ENV{SOURCE_DATE_EPOCH})
+else()
+  execute_process(COMMAND git log -1 --format=%ct WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+    OUTPUT_VARIABLE SKYPOST_BUILD_DATE OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET RESULT_VARIABLE ignored)
+endif()
+if(NOT SKYPOST_BUILD_DATE MATCHES "^[0-9]+$")
+  set(SKYPOST_BUILD_DATE 0)
+endif()
