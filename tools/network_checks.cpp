@@ -56,12 +56,11 @@ std::string thing_of(const field_description& row) {
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
   for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (row.group != network || !is_unset(row)) continue;
+    const bool told = is_told(step, row, appliance);
     // The name of the APRS server is no part of the packet.
-    if (row.group != network || !is_unset(row) ||
-        !(row.field.offset == aprs_host.offset || is_told(step, row, appliance)))
-      continue;
-    const bool is_call_sign = step.what->by == carrier::aprs && row.field.kind == field_kind::text &&
-                              row.field.offset != aprs_host.offset;
+    if (!told && row.field.offset != aprs_host.offset) continue;
+    const bool is_call_sign = told && step.what->by == carrier::aprs && row.field.is_text();
     found.push_back(std::string(row.name) + ": " + network + " is switched on without its " + thing_of(row) +
                     (is_call_sign ? ", and an empty one is found in every answer: each upload counts as good,"
                                     " whatever the server says"

@@ -50,7 +50,8 @@ void read_report_into(checked_appliance& appliance, const std::optional<std::str
 
 }  // namespace
 
-int run_check(words arguments, std::ostream& out) {
+int run_check(const words& all_arguments, std::ostream& out) {
+  words arguments = all_arguments;
   const bool online = take_option(arguments, "--online");
   const bool quiet = take_option(arguments, "--quiet");
   const std::optional<std::string> report_path = take_option_value(arguments, "--report");

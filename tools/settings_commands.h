@@ -23,12 +23,12 @@ struct unreadable_error : tool_error {
   using tool_error::tool_error;
 };
 
-int run_new(words arguments, std::ostream& out);
-int run_show(words arguments, std::ostream& out);
-int run_names(words arguments, std::ostream& out);
-int run_set(words arguments, std::ostream& out);
-int run_sensors(words arguments, std::ostream& out);
-int run_check(words arguments, std::ostream& out);
+int run_new(const words& arguments, std::ostream& out);
+int run_show(const words& arguments, std::ostream& out);
+int run_names(const words& arguments, std::ostream& out);
+int run_set(const words& arguments, std::ostream& out);
+int run_sensors(const words& arguments, std::ostream& out);
+int run_check(const words& arguments, std::ostream& out);
 
 // Takes an option out of the arguments; false when it is not there.
 bool take_option(words& arguments, const std::string& option);

@@ -4,7 +4,7 @@
 
 namespace skypost {
 
-int run_new(words arguments, std::ostream&) {
+int run_new(const words& arguments, std::ostream&) {
   if (arguments.size() != 1) throw usage_error("new takes one FILE");
   load_endpoints();
   settings_record record{};

@@ -57,7 +57,8 @@ void print_sensor(std::ostream& out, const sensor_role& role, const std::string&
 
 }  // namespace
 
-int run_sensors(words arguments, std::ostream& out) {
+int run_sensors(const words& all_arguments, std::ostream& out) {
+  words arguments = all_arguments;
   const std::optional<std::string> report_path = take_option_value(arguments, "--report");
   if (!arguments.empty()) throw usage_error("sensors takes no " + quoted(arguments[0]));
   const std::string report = report_path ? read_report(*report_path) : fetch_report();

@@ -70,7 +70,8 @@ void assign(const settings_file& file, settings_record& record, const std::strin
 
 }  // namespace
 
-int run_set(words arguments, std::ostream&) {
+int run_set(const words& all_arguments, std::ostream&) {
+  words arguments = all_arguments;
   const bool force = take_option(arguments, "--force");
   if (arguments.size() < 2) throw usage_error("set takes a FILE and at least one NAME=VALUE");
   settings_file file = read_settings_file(as_path(arguments[0]));

@@ -42,7 +42,8 @@ std::string_view take_group(words& arguments) {
 
 }  // namespace
 
-int run_show(words arguments, std::ostream& out) {
+int run_show(const words& all_arguments, std::ostream& out) {
+  words arguments = all_arguments;
   const bool with_secrets = take_option(arguments, "--secrets");
   const std::string_view group = take_group(arguments);
   if (arguments.size() > 1) throw usage_error("show takes one FILE and one NETWORK");
@@ -59,7 +60,7 @@ int run_show(words arguments, std::ostream& out) {
 }
 
 // Those that `set` takes.
-int run_names(words arguments, std::ostream& out) {
+int run_names(const words& arguments, std::ostream& out) {
   if (!arguments.empty()) throw usage_error("names takes nothing after it");
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (row.field.offset != byte_order_marker.offset) out << row.name << '\n';

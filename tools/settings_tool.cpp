@@ -12,7 +12,7 @@ struct command {
   const char* name;
   const char* arguments;
   const char* what;  // lines of the help
-  int (*run)(words arguments, std::ostream& out);
+  int (*run)(const words& arguments, std::ostream& out);
 };
 
 constexpr command COMMANDS[] = {

@@ -59,9 +59,11 @@ bool calls_over_tls(const run_step& step) {
   return false;
 }
 
-void add_unrunnable(const std::string& path, const std::string& consequence, findings& found) {
-  if (const std::string fault = fault_of_program(path); !fault.empty())
-    found.push_back(path + ": it cannot be run (" + fault + "), so " + consequence);
+// What follows, and what to do, when a program cannot be run. Returns whether it can be.
+bool check_program(const std::string& path, const std::string& consequence, findings& found) {
+  const std::string fault = fault_of_program(path);
+  if (!fault.empty()) found.push_back(path + ": it cannot be run (" + fault + "), so " + consequence);
+  return fault.empty();
 }
 
 }  // namespace
@@ -69,9 +71,8 @@ void add_unrunnable(const std::string& path, const std::string& consequence, fin
 void check_wget(const checked_appliance& appliance, findings& found) {
   const std::string all = networks_by(carrier::http);
   if (all.empty()) return;
-  const std::size_t before = found.size();
-  add_unrunnable(appliance.wget, "nothing is sent to " + all + ". Install GNU wget there.", found);
-  if (found.size() != before) return;
+  if (!check_program(appliance.wget, "nothing is sent to " + all + ". Install GNU wget there.", found))
+    return;
 
   const std::string secured = networks_where(calls_over_tls);
   if (!secured.empty() && version_text(appliance.wget).find("+https") == std::string::npos)
@@ -84,7 +85,8 @@ void check_pull_directories(const checked_appliance&, findings& found) {
   if (networks.empty()) return;
   for (const char* const directory : PULL_DIRECTORIES) {
     const std::string path = appliance_path(directory);
-    if (const std::string fault = fault_of_directory(path); !fault.empty())
+    const std::string fault = fault_of_directory(path);
+    if (!fault.empty())
       found.push_back(path + ": no file can be written there (" + fault + "), so there are no new ones for " +
                       networks + ". Make it a directory that skypost may write into.");
   }
@@ -93,13 +95,13 @@ void check_pull_directories(const checked_appliance&, findings& found) {
 void check_mail_program(const checked_appliance&, findings& found) {
   const std::string networks = networks_by(carrier::mail);
   if (!networks.empty())
-    add_unrunnable(appliance_path(MAIL_PROGRAM_PATH),
-                   "no mail is sent to " + networks + ". Install a mail program there.", found);
+    check_program(appliance_path(MAIL_PROGRAM_PATH),
+                  "no mail is sent to " + networks + ". Install a mail program there.", found);
 }
 
 void check_alarm_script(const checked_appliance&, findings& found) {
-  add_unrunnable(appliance_path(ALARM_SCRIPT_PATH),
-                 "nobody is told of an upload that fails. Put an executable script there.", found);
+  check_program(appliance_path(ALARM_SCRIPT_PATH),
+                "nobody is told of an upload that fails. Put an executable script there.", found);
 }
 
 }  // namespace skypost

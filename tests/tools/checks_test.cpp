@@ -95,7 +95,7 @@ struct good_station {
     station_settings = as_loaded(appliance.file);
 
     findings lines = findings_of(appliance);
-    const std::string root = std::getenv("SKYPOST_ROOT");
+    const std::string root = folder.path("/file").parent_path();
     for (std::string& line : lines)
       for (std::size_t place; (place = line.find(root)) != std::string::npos;) line.erase(place, root.size());
     return lines;
@@ -287,7 +287,7 @@ TEST(Checks, FindAPullDirectoryThatCannotBeWrittenInto) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can become another user";
   constexpr uid_t NOBODY = 65'534;
   good_station station;
-  fs::permissions(std::getenv("SKYPOST_ROOT"), fs::perms(0755));
+  fs::permissions(station.folder.path("/file").parent_path(), fs::perms(0755));
   chmod(station.folder.path("/srv/www").c_str(), 0777);
   station.found();  // writes the files
   for (const char* const program : {ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH, good_station::WGET})

@@ -277,17 +277,18 @@ TEST_F(SettingsTool, RefusesWhatCannotBeMeantUnlessForced) {
   };
   write(filled_record());
   for (const value_case& row : cases) {
-    const std::string name = row.setting;
-    for (const std::string value : row.meant) run_well({"set", file, name + '=' + value});
+    const std::string assign = std::string(row.setting) + '=';
+    for (const std::string value : row.meant) run_well({"set", file, assign + value});
     for (const std::string value : row.not_meant) {
-      SCOPED_TRACE(name + '=' + value);
+      const std::string assignment = assign + value;
+      SCOPED_TRACE(assignment);
       const std::string before = read_whole_file(file);
-      EXPECT_EQ(run({"set", file, "cwop_id=CHANGED", name + '=' + value}), 1);
-      EXPECT_TRUE(errors.starts_with("Error: " + name + row.said)) << errors;
+      EXPECT_EQ(run({"set", file, "cwop_id=CHANGED", assignment}), 1);
+      EXPECT_TRUE(errors.starts_with(std::string("Error: ") + row.setting + row.said)) << errors;
       EXPECT_TRUE(errors.ends_with("; --force stores it all the same\n")) << errors;
       EXPECT_EQ(errors.find("secret"), std::string::npos);
       EXPECT_EQ(read_whole_file(file), before);
-      run_well({"set", file, name + '=' + value, "--force"});
+      run_well({"set", file, assignment, "--force"});
       EXPECT_NE(read_whole_file(file), before);
     }
   }
