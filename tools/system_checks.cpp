@@ -66,6 +66,13 @@ bool check_program(const std::string& path, const std::string& consequence, find
   return fault.empty();
 }
 
+void check_directory(const std::string& path, const std::string& networks, findings& found) {
+  const std::string fault = fault_of_directory(path);
+  if (!fault.empty())
+    found.push_back(path + ": no file can be written there (" + fault + "), so there are no new ones for " +
+                    networks + ". Make it a directory that skypost may write into.");
+}
+
 }  // namespace
 
 void check_wget(const checked_appliance& appliance, findings& found) {
@@ -83,13 +90,8 @@ void check_wget(const checked_appliance& appliance, findings& found) {
 void check_pull_directories(const checked_appliance&, findings& found) {
   const std::string networks = networks_by(carrier::file);
   if (networks.empty()) return;
-  for (const char* const directory : PULL_DIRECTORIES) {
-    const std::string path = appliance_path(directory);
-    const std::string fault = fault_of_directory(path);
-    if (!fault.empty())
-      found.push_back(path + ": no file can be written there (" + fault + "), so there are no new ones for " +
-                      networks + ". Make it a directory that skypost may write into.");
-  }
+  for (const char* const directory : PULL_DIRECTORIES)
+    check_directory(appliance_path(directory), networks, found);
 }
 
 void check_mail_program(const checked_appliance&, findings& found) {

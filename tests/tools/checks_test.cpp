@@ -341,7 +341,7 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
        {"aprs_enabled: the server of APRS is not known, so nothing reaches it. Name it as aprs_host"}},
       {"an account that looks like a URL",
        [](good_station& station) {
-         station.settings.set_text(anythingweather_user, "\"http://a.invalid\" http://b.invalid");
+         station.settings.set_text(anythingweather_user, "http://a.invalid/");
          station.settings.set_text(windfinder_name, "https://c.invalid");
        },
        {}},
@@ -475,10 +475,11 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
 // Everything that can be wrong at once.
 TEST(Checks, BeginWithTheWorstAndTellNoSecret) {
   good_station station;
-  std::vector<std::string> secrets;
+  std::vector<std::string> secrets = {"Geheim"};  // in whatever form the characters around it are
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (!row.field.is_secret()) continue;
-    const std::string secret = row.field.is_text() ? "Geh'm" + std::to_string(secrets.size()) : "987654321";
+    const std::string secret =
+        row.field.is_text() ? "\"Geheim" + std::to_string(secrets.size()) + "&\n" : "987654321";
     if (row.field.is_text())
       station.settings.set_text(row.as_text(), secret);
     else

@@ -185,7 +185,7 @@ TEST_F(SettingsTool, RefusesWhatIsWrongAndWritesNothing) {
   constexpr std::pair<const char*, const char*> CASES[] = {
       {"wunderground_pasword=x", "no setting \"wunderground_pasword\"; did you mean wunderground_password?"},
       {"Awekas_user=x", "no setting \"Awekas_user\"; did you mean awekas_user?"},
-      {"CWOP_IDS=x", "no setting \"CWOP_IDS\"; did you mean cwop_id?"},
+      {"WINDFINDERNAME=x", "no setting \"WINDFINDERNAME\"; did you mean windfinder_name?"},
       {"sensor_temp=th123456", "sensor_temp holds at most 7 bytes; this text has 8"},
       {"cwop_enabled=yes", "cwop_enabled takes a whole number, not \"yes\""},
       {"cwop_enabled=", "cwop_enabled takes a whole number, not \"\""},
