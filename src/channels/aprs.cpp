@@ -17,7 +17,6 @@
 namespace skypost {
 namespace {
 
-constexpr std::uint32_t CWOP_PORT = 14'580;
 constexpr std::int32_t CWOP_PASSCODE = -1;  // CWOP stations are not verified
 constexpr int ATTEMPTS = 5;                 // at each server
 constexpr std::size_t ANSWER_CAPACITY = 1'000;

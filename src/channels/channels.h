@@ -14,6 +14,9 @@ namespace skypost {
 extern const outgoing CWOP;
 extern const outgoing APRS;
 
+// The TCP port of the CWOP servers; that of the APRS server is a setting.
+inline constexpr std::uint32_t CWOP_PORT = 14'580;
+
 // The mail, header and body.
 extern const outgoing BORGERVEJR;
 

@@ -9,8 +9,7 @@
 namespace skypost {
 namespace {
 
-constexpr unsigned STEP_SECONDS = 15;     // the alarm's default action ends the process
-constexpr long long GATE_INTERVAL = 960;  // seconds
+constexpr unsigned STEP_SECONDS = 15;  // the alarm's default action ends the process
 
 constexpr auto OWN = step_limit::own;
 constexpr auto SHARED = step_limit::shared;

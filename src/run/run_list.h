@@ -30,6 +30,9 @@ enum class step_limit : std::uint8_t {
   gated,   // as `own`, and the step runs only when the last run was long enough ago
 };
 
+// A gated step runs only when the last run is longer ago than this, in seconds.
+inline constexpr long long GATE_INTERVAL = 960;
+
 // One step of the one-shot run.
 struct run_step {
   failure_name name;
