@@ -1,0 +1,34 @@
+#include "printable.h"
+
+#include <gtest/gtest.h>
+
+namespace skypost::testing {
+namespace {
+
+TEST(Printable, LeavesNothingThatATerminalObeysOrABrowserGuesses) {
+  using namespace std::string_literals;
+  const std::pair<std::string, std::string> CASES[] = {
+      {"plain <text>\\x", "plain <text>\\x"},
+      {"\x1b[2J\r\n\t\x7f"s + '\0', "\\x1b[2J\\x0d\\x0a\\x09\\x7f\\x00"},
+      {"\xc3\xbc \xe2\x82\xac \xf0\x9f\x8c\xa7", "\xc3\xbc \xe2\x82\xac \xf0\x9f\x8c\xa7"},
+      {"\xb0"
+       "C",
+       "\\xb0C"},                                             // ISO 8859-1
+      {"\xc2\x9b", "\\xc2\\x9b"},                             // a control character
+      {"\xc0\xaf\xe0\x80\xaf", "\\xc0\\xaf\\xe0\\x80\\xaf"},  // longer than need be
+      {"\xed\xa0\x80", "\\xed\\xa0\\x80"},                    // half of a pair
+      {"\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},           // beyond the last character
+      {"\xe2\x82", "\\xe2\\x82"},                             // cut
+  };
+  for (const auto& [text, expected] : CASES) EXPECT_EQ(printable(text), expected);
+}
+
+TEST(Printable, KnowsTheEndOfALine) {
+  const std::vector<std::string> expected = {"a", "", "b\\x0dc", "d\\x0d"};
+  EXPECT_EQ(printable_lines("a\r\n\nb\rc\nd\r"), expected);
+  EXPECT_EQ(printable_lines("a\n"), std::vector<std::string>{"a"});
+  EXPECT_TRUE(printable_lines("").empty());
+}
+
+}  // namespace
+}  // namespace skypost::testing

@@ -1,0 +1,65 @@
+// A command taken apart: what is in quotation marks stays together, what a network decodes is decoded, and a
+// hostile text does not become another part.
+
+#include "request_parts.h"
+
+#include <gtest/gtest.h>
+
+namespace skypost::testing {
+namespace {
+
+// One text for a request, so that a table can hold it.
+std::string in_one_text(const request_parts& parts) {
+  std::string text = parts.method + ' ' + parts.server + ' ' + parts.path;
+  for (const request_parameter& part : parts.login) text += " [" + part.name + ':' + part.value() + ']';
+  for (const request_parameter& parameter : parts.parameters) {
+    text += " <" + parameter.name;
+    for (const std::string& field : parameter.fields) text += '|' + field;
+    text += '>';
+  }
+  return text;
+}
+
+TEST(RequestParts, AreWhatTheNetworkReads) {
+  const struct {
+    const char* what;
+    const char* command;
+    const char* parts;
+  } CASES[] = {
+      {"a query", R"(wget -t 4 -q -O /dev/stdout "http://h.org:81/a/b.php?id=x&n=1" 2>/dev/stdout)",
+       "GET http://h.org:81 /a/b.php <id|x> <n|1>"},
+      {"no path", R"(wget --post-data="a=1" "https://h.org" 2>/dev/stdout | tail -n 1)",
+       "POST https://h.org  <a|1>"},
+      {"escapes of the shell", R"(wget "http://h/?a=\"\$\`\\ x")", "GET http://h / <a|\"$`\\ x>"},
+      {"escapes of a URL", R"(wget "http://h/?a=%26%23+%2b%zz%4&b=")", "GET http://h / <a|&# +%zz%4> <b|>"},
+      {"an = in a value", R"(wget "http://h/?a=b=c")", "GET http://h / <a|b=c>"},
+      {"a parameter without a value", R"(wget "http://h/?a&b=1")", "GET http://h / <a|> <b|1>"},
+      {"options in a value", R"(wget "http://h/?a= --post-data=x --http-user=y http://z/")",
+       "GET http://h / <a| --post-data=x --http-user=y http://z/>"},
+      {"login options", R"(wget --http-user="u ser" --http-password="p\"%41+" --post-data="a=1" "https://h")",
+       "POST https://h  [user:u ser] [password:p\"%41+] <a|1>"},
+      {"a login in the URL", R"(wget --post-data="a=1" "http://u:m%40t%3Ae+%2Fo@h:8080")",
+       "POST http://h:8080  [user:u] [password:m@t:e+/o] <a|1>"},
+      {"an @ in a query", R"(wget "http://h/?a=b@c")", "GET http://h / <a|b@c>"},
+      {"a record", R"(wget "http://h/?v=1;2;3;4;5;6;7;8;9;10;11")",
+       "GET http://h / <v|1|2|3|4|5|6|7|8|9|10|11>"},
+      {"a record of encoded commas", R"(wget "http://h/?v=%2C2%2C%2C%2C%2C%2C%2C%2C%2C%2C")",
+       "GET http://h / <v||2|||||||||>"},
+      {"some semicolons", R"(wget "http://h/?v=a;b;c")", "GET http://h / <v|a;b;c>"},
+  };
+  for (const auto& row : CASES) EXPECT_EQ(in_one_text(take_apart(row.command)), row.parts) << row.what;
+}
+
+TEST(RequestParts, NumberTheFieldsOfARecord) {
+  const auto numbered = [](const std::string& value) {
+    std::string text;
+    for (const field_run& run : runs_of(take_apart("wget \"http://h/?v=" + value + '"').parameters.at(0)))
+      text += std::to_string(run.first) + '-' + std::to_string(run.last) + '=' + run.value + ' ';
+    return text;
+  };
+  EXPECT_EQ(numbered("a;;;;5;6;7;8;9;10;z"), "1-1=a 2-4= 5-5=5 6-6=6 7-7=7 8-8=8 9-9=9 10-10=10 11-11=z ");
+  EXPECT_EQ(numbered(";;3;3;5;6;7;8;9;;"), "1-2= 3-4=3 5-5=5 6-6=6 7-7=7 8-8=8 9-9=9 10-10= ");
+}
+
+}  // namespace
+}  // namespace skypost::testing
