@@ -124,20 +124,25 @@ void fill_settings(settings_record& settings) {
 }  // namespace
 
 running_program::running_program(const fs::path& root, const std::vector<std::string>& arguments)
-    : errors_(root / "standard_error"), start_(seconds_now()) {
-  std::vector<std::string> words = {SKYPOST_PROGRAM};
+    : running_program(root, SKYPOST_PROGRAM, arguments) {}
+
+running_program::running_program(const fs::path& root, const std::string& program,
+                                 const std::vector<std::string>& arguments)
+    : output_(root / "standard_output"), errors_(root / "standard_error"), start_(seconds_now()) {
+  std::vector<std::string> words = {program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<std::string> variables = environment_for(root);
 
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors_.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                   0644);
-  const int fault = posix_spawn(&process_, SKYPOST_PROGRAM, &actions, nullptr, pointers_to(words).data(),
+  constexpr int NEW_FILE = O_WRONLY | O_CREAT | O_TRUNC;
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output_.c_str(), NEW_FILE, 0644);
+  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors_.c_str(), NEW_FILE, 0644);
+  const int fault = posix_spawn(&process_, program.c_str(), &actions, nullptr, pointers_to(words).data(),
                                 pointers_to(variables).data());
   posix_spawn_file_actions_destroy(&actions);
-  if (fault != 0) throw std::system_error(fault, std::generic_category(), SKYPOST_PROGRAM);
+  if (fault != 0) throw std::system_error(fault, std::generic_category(), program);
 }
 
 running_program::~running_program() {
@@ -162,6 +167,7 @@ run_result running_program::wait() {
   result.seconds = seconds_now() - start_;
   if (WIFEXITED(status)) result.status = WEXITSTATUS(status);
   if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);
+  result.output = read_file(output_);
   result.errors = read_file(errors_);
   return result;
 }
@@ -234,6 +240,10 @@ void appliance::forget_alarms() const { fs::remove(path(ALARMS_PATH)); }
 
 run_result appliance::run(const std::vector<std::string>& arguments) const {
   return running_program(root_, arguments).wait();
+}
+
+run_result appliance::run_tool(const std::string& program, const std::vector<std::string>& arguments) const {
+  return running_program(root_, program, arguments).wait();
 }
 
 }  // namespace skypost::sim

@@ -14,17 +14,21 @@ namespace skypost::sim {
 struct run_result {
   int status = 0;      // the exit status
   int signal = 0;      // that ended it; 0: none
-  std::string errors;  // what it wrote to standard error
+  std::string output;  // what it wrote to standard output
+  std::string errors;  // and to standard error
   double seconds = 0;
 };
 
 // The arguments of one call of the alarm script.
 using alarm_call = std::vector<std::string>;
 
-// The program while it runs, on its own; it is ended when this goes.
+// A program while it runs, on its own; it is ended when this goes.
 class running_program {
  public:
+  // The uploader, on the appliance in the folder `root`, or another program of the appliance's.
   running_program(const std::filesystem::path& root, const std::vector<std::string>& arguments);
+  running_program(const std::filesystem::path& root, const std::string& program,
+                  const std::vector<std::string>& arguments);
   ~running_program();
   running_program(const running_program&) = delete;
   running_program& operator=(const running_program&) = delete;
@@ -35,6 +39,7 @@ class running_program {
   run_result wait();
 
  private:
+  std::filesystem::path output_;
   std::filesystem::path errors_;
   pid_t process_ = 0;
   bool is_over_ = false;
@@ -73,6 +78,8 @@ class appliance {
 
   // Runs the real program to its end, or starts it.
   run_result run(const std::vector<std::string>& arguments = {}) const;
+  // Runs one of the owner's tools in the same place.
+  run_result run_tool(const std::string& program, const std::vector<std::string>& arguments) const;
 
  private:
   std::filesystem::path root_;

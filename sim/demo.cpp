@@ -23,6 +23,9 @@ namespace {
 // The network that is made to refuse: its answer is full of what a shell would take for its own.
 constexpr char REFUSING[] = "wedaal-push";
 
+// The network whose preview is shown.
+constexpr char PREVIEWED[] = "windfinder";
+
 // What came of a step; nothing was sent when `sent` is empty.
 struct outcome {
   std::string how = {};
@@ -136,6 +139,14 @@ bool print_alarms(const std::vector<alarm_call>& alarms) {
   return alarms.size() == 1 && alarms[0].size() == 3;
 }
 
+// What the owner can look up without sending anything.
+bool print_preview(const appliance& board) {
+  const run_result preview = board.run_tool(PREVIEW_PROGRAM, {PREVIEWED});
+  std::printf("\n`skypost-preview %s` on this appliance:\n\n%s%s", PREVIEWED, preview.output.c_str(),
+              preview.errors.c_str());
+  return preview.status == 0;
+}
+
 int show_one_run() {
   world all;
   all.board.keep_files();
@@ -157,9 +168,11 @@ int show_one_run() {
   if (!run.errors.empty()) std::printf("On standard error: %s\n", run.errors.c_str());
   std::printf("Full texts: %s/texts/STEP.txt (the appliance's own files are beside it)\n",
               all.board.root().c_str());
-  const bool is_good = steps_are_good && alarms_are_good && run.status == 0 && run.signal == 0;
-  std::puts(is_good ? "Everything came out as it should: one refusal, one alarm."
-                    : "NOT everything came out as it should.");
+  const bool preview_is_good = print_preview(all.board);
+  const bool is_good =
+      steps_are_good && alarms_are_good && preview_is_good && run.status == 0 && run.signal == 0;
+  std::puts(is_good ? "\nEverything came out as it should: one refusal, one alarm."
+                    : "\nNOT everything came out as it should.");
   return is_good ? 0 : 1;
 }
 
