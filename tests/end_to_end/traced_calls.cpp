@@ -1,4 +1,4 @@
-// Preloaded into the real program by tests. It writes what a run does, one call a line, to the file that
+// Preloaded into the real program and the owner's tools by tests. It writes what they do, one call a line, to the file that
 // SKYPOST_TEST_TRACE names: "alarm 15", "popen COMMAND", "system COMMAND", "write PATH", "send TEXT".
 
 #include <dlfcn.h>
@@ -17,7 +17,7 @@ namespace {
 // The shell and what it starts are left in peace.
 void trace(const char* call, std::string_view what) {
   const char* const path = std::getenv("SKYPOST_TEST_TRACE");
-  if (path == nullptr || std::string_view(program_invocation_short_name) != "skypost") return;
+  if (path == nullptr || !std::string_view(program_invocation_short_name).starts_with("skypost")) return;
   const std::string line = std::string(call) + ' ' + std::string(what.substr(0, what.find('\n'))) + '\n';
   const int file = open(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
   if (write(file, line.data(), line.size()) < 0) std::abort();

@@ -1,0 +1,243 @@
+// The preview against the real thing: put together again, the parts that it shows are what the real program
+// sends at the same moment, and the real tool prints them.
+
+#include "preview.h"
+
+#include <httplib.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <sstream>
+#include <thread>
+
+#include "base/paths.h"
+#include "channels/channels.h"
+#include "end_to_end/program.h"
+#include "live/report_parser.h"
+#include "preview_html.h"
+#include "preview_text.h"
+#include "run/rapid_fire.h"
+#include "run/run_list.h"
+#include "sim/report.h"
+
+namespace skypost::testing {
+namespace {
+
+namespace fs = std::filesystem;
+using pairs = std::vector<std::pair<std::string, std::string>>;
+
+constexpr char HARDWARE_ADDRESS[] = "00:1A:2B:3C:4D:5E";  // of the simulated board
+
+class preview_of_a_run : public program {
+ protected:
+  preview_of_a_run() {
+    setenv("LD_PRELOAD", FIXED_CLOCK ":" TRACED_CALLS ":" INTERPOSED_CALLS, 1);
+    setenv("SKYPOST_TEST_HASTE", "100", 1);
+    setenv("SKYPOST_TEST_CLOCK", std::to_string(now).c_str(), 1);
+    all.data->set_report(report);
+  }
+  ~preview_of_a_run() override {
+    for (const char* const name : {"LD_PRELOAD", "SKYPOST_TEST_HASTE", "SKYPOST_TEST_CLOCK"}) unsetenv(name);
+    reset_endpoints();
+  }
+
+  preview_page page(const char* platform = "X86", bool with_secrets = true) const {
+    setenv("SKYPOST_ROOT", all.board.root().c_str(), 1);
+    load_endpoints();
+    station_settings = all.board.settings;
+    make_intervals_valid(station_settings);
+    load_live_record(report.c_str());
+    preview_page result;
+    result.settings = fs::canonical(all.board.path(SETTINGS_PATH));
+    result.report = "the data server, 127.0.0.1:5558";
+    const moment at = moment_at(now);
+    char text[40];
+    result.time = {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S %Z", &at.local)};
+    result.steps = make_previews({.from = {station_settings, live_record, at, {platform, HARDWARE_ADDRESS}},
+                                  .report = report.c_str(),
+                                  .is_stale = false,
+                                  .last_run_age = 9'999,
+                                  .with_secrets = with_secrets},
+                                 {});
+    unsetenv("SKYPOST_ROOT");
+    return result;
+  }
+
+  std::time_t now = std::time(nullptr);
+  std::string report = sim::lifelike_report(now);
+};
+
+// The parameters of a request as another reader of URLs takes them.
+pairs received(const std::string& request) {
+  const std::size_t body = request.find('\n');
+  const std::size_t query = request.find('?');
+  std::istringstream text(body != std::string::npos ? request.substr(body + 1) : request.substr(query + 1));
+  pairs result;
+  for (std::string pair; std::getline(text, pair, '&');) {
+    const std::size_t equals = pair.find('=');
+    result.emplace_back(pair.substr(0, equals), httplib::detail::decode_url(pair.substr(equals + 1), true));
+  }
+  return result;
+}
+
+pairs shown(const step_preview& step) {
+  pairs result;
+  for (const request_parameter& parameter : step.request.parameters)
+    result.emplace_back(parameter.name, parameter.value());
+  return result;
+}
+
+void expect_request(const step_preview& step, const sim::request_seen& seen, const std::string& servers) {
+  const std::size_t space = seen.request.find(' ');
+  EXPECT_EQ(step.how, seen.request.substr(0, space));
+  const std::string target = seen.request.substr(space + 1, seen.request.find_first_of("?\n") - space - 1);
+  EXPECT_EQ(step.request.path.empty() ? "/" : step.request.path, target);
+  EXPECT_EQ(shown(step), received(seen.request));
+  // What it says of the server is what the endpoint file says of the one that got the request.
+  const std::string server = step.request.server;
+  EXPECT_TRUE(servers.find(std::string(seen.network->endpoint) + " = " + server + '\n') !=
+                  std::string::npos ||
+              servers.find(" = " + server.substr(server.find("//") + 2) + '\n') != std::string::npos)
+      << server;
+}
+
+// The mail program adds lines of its own to the header; the mail comes with other line ends.
+void expect_mail(const step_preview& step, const sim::mail_seen& seen) {
+  std::string text = step.text;
+  std::erase(text, '\r');
+  const std::size_t body = text.find("\n\n");
+  EXPECT_EQ(seen.text.substr(seen.text.find("\n\n")), text.substr(body));
+  std::istringstream header(text.substr(0, body));
+  for (std::string line; std::getline(header, line);)
+    EXPECT_NE(('\n' + seen.text).find('\n' + line + '\n'), std::string::npos)
+        << line << " not in " << seen.text;
+  EXPECT_TRUE(step.where.at(0).starts_with(seen.recipient + ", through "));
+}
+
+TEST_F(preview_of_a_run, put_together_again_is_what_is_sent) {
+  for (const char* const platform : {"X86", "NSLU2"}) {
+    SCOPED_TRACE(platform);
+    const bool on_nslu2 = std::string(platform) == "NSLU2";
+    if (on_nslu2) all.board.write(PROCESSOR_PATH, "Hardware : NSLU2\n");
+    all.write_endpoints(on_nslu2);
+    all.board.write(LAST_RUN_PATH, "1");
+    all.peers.forget_requests();
+    run_well();
+    const auto requests_seen = all.peers.requests();
+    const std::string servers = all.peers.endpoints(on_nslu2);
+
+    std::size_t request = 0;
+    for (const step_preview& step : page(platform).steps) {
+      SCOPED_TRACE(step.id);
+      EXPECT_TRUE(step.obstacles.empty());
+      if (step.how == "GET" || step.how == "POST") {
+        ASSERT_LT(request, requests_seen.size());
+        expect_request(step, requests_seen[request++], servers);
+      } else if (step.how == "file") {
+        for (const std::string& path : step.where)
+          EXPECT_EQ(step.text, all.board.read(path.substr(all.board.root().string().size())));
+      } else if (step.how == "mail") {
+        expect_mail(step, all.mail.mails().back());
+      } else {
+        const sim::aprs_server& server = step.id == CWOP.id ? *all.cwop : *all.aprs;
+        const sim::aprs_session_seen session = server.sessions().back();
+        EXPECT_EQ(step.text, session.login + "\r\n" + session.packet + "\r\n");
+        EXPECT_EQ(step.where.at(0), "127.0.0.1:" + std::to_string(server.port()));
+      }
+    }
+    EXPECT_EQ(request, requests_seen.size());
+    for (const step_preview& step : page(platform).steps) {
+      if (step.id != "meteonews") continue;
+      EXPECT_EQ(step.request.login.at(0).value(), sim::METEONEWS_USER);
+      EXPECT_EQ(step.request.login.at(1).value(), all.board.settings.text(meteonews_password));
+    }
+  }
+}
+
+TEST_F(preview_of_a_run, of_rapid_fire_is_what_rapid_fire_sends) {
+  enable_only(
+      {&wunderground_enabled, &wunderground_rapid_enabled, &weatherflow_enabled, &weatherflow_rapid_enabled});
+  for (const integer_field* interval : {&wunderground_rapid_interval, &weatherflow_rapid_interval})
+    all.board.settings.set_integer(*interval, 1);
+  all.board.save_settings();
+  unsetenv("SKYPOST_TEST_CLOCK");  // the networks wait for their turns
+  sim::running_program rapid(all.board.root(), {"-r"});
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (all.peers.requests().size() < 2 && std::chrono::steady_clock::now() < deadline)
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  rapid.send_signal(SIGTERM);
+  rapid.wait();
+
+  const auto requests_seen = all.peers.requests();
+  const std::vector<step_preview> steps = page().steps;
+  ASSERT_EQ(steps.size(), 4U);
+  ASSERT_GE(requests_seen.size(), 2U);
+  for (std::size_t i = 0; i < 2; ++i) {
+    const auto without_time = [](pairs parameters) {
+      std::erase_if(parameters, [](const auto& parameter) { return parameter.first == "dateutc"; });
+      return parameters;
+    };
+    EXPECT_EQ(without_time(shown(steps[2 * i + 1])), without_time(received(requests_seen[i].request)));
+  }
+}
+
+TEST_F(preview_of_a_run, is_printed_by_the_tool_which_sends_and_writes_nothing) {
+  const auto printed = [](const preview_page& page, void print(std::ostream&, const preview_page&)) {
+    std::ostringstream out;
+    print(out, page);
+    return out.str();
+  };
+  const auto files = [&] {
+    std::vector<std::string> paths;
+    for (const auto& entry : fs::recursive_directory_iterator(all.board.root()))
+      paths.push_back(entry.path());
+    std::sort(paths.begin(), paths.end());
+    return paths;
+  };
+  const fs::path trace = all.board.root() / "trace";
+  all.board.run_tool(PREVIEW_PROGRAM, {"--help"});  // leaves the files of what it prints
+  const std::vector<std::string> before = files();
+  const struct {
+    std::vector<std::string> arguments;
+    std::string output;
+  } CASES[] = {
+      {{}, printed(page("X86", false), print_text)},
+      {{"--secrets"}, printed(page("X86", true), print_text)},
+      {{"--html"}, printed(page("X86", false), print_html)},
+  };
+  for (const auto& row : CASES) {
+    setenv("SKYPOST_TEST_TRACE", trace.c_str(), 1);
+    const sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, row.arguments);
+    unsetenv("SKYPOST_TEST_TRACE");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.output, row.output);
+    EXPECT_EQ(all.board.read("/trace"), "popen /sbin/ifconfig eth0 2>/dev/null\n");
+    fs::remove(trace);
+  }
+  EXPECT_EQ(files(), before);
+  EXPECT_EQ(requests(), 0);
+  EXPECT_TRUE(all.cwop->sessions().empty());
+  EXPECT_TRUE(all.mail.mails().empty());
+  EXPECT_TRUE(all.board.alarms().empty());
+}
+
+TEST_F(preview_of_a_run, is_none_without_a_data_server_and_leaves_an_odd_settings_file_alone) {
+  all.data.reset();
+  const sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, {});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.output, "");
+  EXPECT_EQ(run.errors,
+            "Error: data server: no report: error connect socket 127.0.0.1:5558 :Connection refused\n");
+
+  all.board.write("/report", report);
+  all.board.write(SETTINGS_PATH, std::string(40'000, '\0'));
+  EXPECT_EQ(all.board.run_tool(PREVIEW_PROGRAM, {"--report", all.board.path("/report")}).status, 0);
+  EXPECT_FALSE(fs::exists(all.board.path(SETTINGS_PATH + std::string(".old"))));
+}
+
+}  // namespace
+}  // namespace skypost::testing
