@@ -126,8 +126,9 @@ void describe_packet(step_preview& preview, const form& one, const settings_reco
   const bool is_cwop = &one.what == &CWOP;
   preview.how = "APRS packet";
   if (is_cwop) {
-    for (const endpoint server : {endpoint::cwop_first, endpoint::cwop_second})
-      preview.where.push_back(std::string(endpoint_value(server)) + ':' + std::to_string(CWOP_PORT));
+    const std::string port = ':' + std::to_string(CWOP_PORT);
+    preview.where = {endpoint_value(endpoint::cwop_first) + port,
+                     endpoint_value(endpoint::cwop_second) + port + ", if the first fails"};
   } else {
     preview.where.push_back(std::string(settings.text(aprs_host)) + ':' +
                             std::to_string(settings.unsigned_integer(aprs_port)));
@@ -200,6 +201,7 @@ step_preview preview_of(const form& one, const preview_source& source) {
   step_preview preview;
   preview.network = group_of(one);
   if (one.rapid != nullptr) preview.network += ", rapid fire";
+  if (one.what.by == carrier::file) preview.network += ", file";
   preview.id = one.what.id;
   preview.obstacles = obstacles_of(one, source);
   compose_content(preview, one.what, source);

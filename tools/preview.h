@@ -17,8 +17,8 @@ struct usage_error : tool_error {
 
 // What one step would hand out now, as its owner reads it. Of `request` and `text` one is filled.
 struct step_preview {
-  std::string network;  // "Weather Underground"
-  std::string id;       // "wunderground"
+  std::string network;  // "Weather Underground, rapid fire"
+  std::string id;       // "wunderground_rapid"
   std::string how;      // "GET", "POST", "file", "APRS packet", "mail"
   std::vector<std::string> where;
   std::vector<std::string> obstacles;  // why nothing is sent; empty: it is sent

@@ -36,10 +36,11 @@ body {
 }
 h1 { font-size: 1.5rem; margin: .5rem 0; }
 h2 { font-size: 1.15rem; margin: 0; }
+h2 small { font-weight: normal; color: var(--quiet); }
 h3 { font-size: .9rem; margin: 1rem 0 .25rem; color: var(--quiet); }
 p { margin: .25rem 0; }
 a { color: var(--link); }
-dl { display: grid; grid-template-columns: max-content 1fr; gap: 0 1rem; margin: .5rem 0 1rem; }
+dl { display: grid; grid-template-columns: max-content 1fr; gap: 0 1rem; margin: .5rem 0 1rem; font-size: .875rem; }
 dt { color: var(--quiet); }
 dd { margin: 0; }
 nav ul { display: flex; flex-wrap: wrap; gap: .25rem 1rem; list-style: none; margin: 0; padding: 0; }
@@ -49,14 +50,14 @@ section {
 }
 table { width: 100%; border-collapse: collapse; margin: .75rem 0 0; }
 th, td { padding: .2rem .5rem .2rem 0; border-top: 1px solid var(--line); text-align: left; vertical-align: top; }
-th { width: 40%; font-weight: normal; color: var(--quiet); }
+th { width: 40%; font-size: .875rem; font-weight: normal; color: var(--quiet); }
 td, pre, .where { font-family: ui-monospace, monospace; font-size: .875rem; }
 pre {
   margin: .75rem 0 0; padding-top: .5rem; border-top: 1px solid var(--line); white-space: pre-wrap;
 }
 .where { color: var(--quiet); }
-.sent { color: var(--good); font-weight: 600; }
-.bad { color: var(--bad); font-weight: 600; }
+.good { color: var(--good); }
+.bad { color: var(--bad); }
 em { color: var(--quiet); }
 </style>
 </head>
@@ -92,6 +93,16 @@ std::string escaped(const std::string& text) {
 // Every text of the page but the page's own goes through here.
 std::string shown(const std::string& text) { return escaped(printable(text)); }
 
+// A name of words with "_" between them, which may be broken after each.
+std::string shown_name(const std::string& name) {
+  std::string result;
+  for (const char character : shown(name)) {
+    result += character;
+    if (character == '_') result += "<wbr>";
+  }
+  return result;
+}
+
 std::string shown_value(const std::string& text) { return text.empty() ? "<em>empty</em>" : shown(text); }
 
 void print_row(std::ostream& out, const std::string& name, const std::string& value) {
@@ -121,7 +132,7 @@ void print_request(std::ostream& out, const request_parts& request) {
 
 void print_lines(std::ostream& out, const std::string& text) {
   if (text.empty()) return;
-  out << "<pre>";
+  out << "<pre>\n";  // which is not part of the text
   for (const std::string& line : printable_lines(text)) out << escaped(line) << '\n';
   out << "</pre>\n";
 }
@@ -129,7 +140,7 @@ void print_lines(std::ostream& out, const std::string& text) {
 void print_missing(std::ostream& out, const std::vector<missing_value>& missing) {
   if (missing.empty()) return;
   out << "<h3>Missing values</h3>\n<table>\n";
-  for (const missing_value& value : missing) print_row(out, shown(value.what), shown(value.reason));
+  for (const missing_value& value : missing) print_row(out, shown_name(value.what), shown(value.reason));
   out << "</table>\n";
 }
 
@@ -140,16 +151,21 @@ void print_unset(std::ostream& out, const std::vector<std::string>& unset) {
   out << "</p>\n";
 }
 
+void print_reasons(std::ostream& out, const char* title, const std::vector<std::string>& reasons) {
+  for (const std::string& reason : reasons)
+    out << "<p class=\"bad\"><strong>" << title << ":</strong> " << shown(reason) << "</p>\n";
+}
+
 void print_state(std::ostream& out, const step_preview& step) {
-  if (step.obstacles.empty()) out << "<p class=\"sent\">Would be sent</p>\n";
-  for (const std::string& reason : step.obstacles)
-    out << "<p class=\"bad\">Not sent: " << shown(reason) << "</p>\n";
-  for (const std::string& reason : step.warnings)
-    out << "<p class=\"bad\">Warning: " << shown(reason) << "</p>\n";
+  if (step.obstacles.empty() && step.warnings.empty())
+    out << "<p class=\"good\"><strong>Would be sent</strong></p>\n";
+  print_reasons(out, "Not sent", step.obstacles);
+  print_reasons(out, "Warning", step.warnings);
 }
 
 void print_step(std::ostream& out, const step_preview& step) {
-  out << "<section id=\"" << shown(step.id) << "\">\n<h2>" << shown(step.network) << "</h2>\n";
+  out << "<section id=\"" << shown(step.id) << "\">\n<h2>" << shown(step.network) << " <small>"
+      << shown(step.id) << "</small></h2>\n";
   for (const std::string& place : step.where)
     out << "<p class=\"where\">" << shown(step.how) << ' ' << shown(place) << "</p>\n";
   print_state(out, step);

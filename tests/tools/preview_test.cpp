@@ -304,7 +304,7 @@ TEST_F(Preview, TellsWhatIsMissingAndWhy) {
 
 TEST_F(Preview, TellsWhereItGoes) {
   EXPECT_EQ(one("awekas_pull").where, (texts{"/srv/www/awekas.txt", "/var/run/nimbulog/uploads/awekas.txt"}));
-  EXPECT_EQ(one("cwop").where, (texts{"cwop.aprs.net:14580", "rotate.aprs2.net:14580"}));
+  EXPECT_EQ(one("cwop").where, (texts{"cwop.aprs.net:14580", "rotate.aprs2.net:14580, if the first fails"}));
   set(aprs_host, "euro.aprs2.net");
   set(aprs_port, 14'579);
   EXPECT_EQ(one("aprs").where, texts{"euro.aprs2.net:14579"});
@@ -478,7 +478,7 @@ TEST_F(PreviewTool, ShowsTheAppliancesSettingsWithAReport) {
   EXPECT_TRUE(shown.out.starts_with("Settings: " + settings + "\nReport:   " + report + "\n")) << shown.out;
   EXPECT_TRUE(contains(shown.out, "\nWindIt (windit)\n"));
   EXPECT_FALSE(contains(shown.out, "\nWetterring"));
-  EXPECT_TRUE(contains(run({"--report", report, "--html", "wetterring"}).out, "<h2>Wetterring</h2>"));
+  EXPECT_TRUE(contains(run({"--report", report, "--html", "wetterring"}).out, "<h2>Wetterring <small>"));
   EXPECT_TRUE(contains(run({"idokep", "--secrets", "--report", report}).out, "ido\\pass"));
 }
 
