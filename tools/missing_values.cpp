@@ -14,6 +14,8 @@ namespace {
 constexpr std::int32_t SOME_NUMBER = 1;
 constexpr char SOME_TEXT[] = "x";
 
+void put(live_text& place, std::string_view text) { place[text.copy(place, sizeof place - 1)] = '\0'; }
+
 bool is_missing(const live_row& row, const LiveRecord& live) {
   if (row.text != nullptr) return std::strcmp(live.*row.text, row.absent_text) == 0;
   return row.number.of(live) == row.absent_number;
@@ -21,12 +23,12 @@ bool is_missing(const live_row& row, const LiveRecord& live) {
 
 void fill(const live_row& row, LiveRecord& live) {
   if (!row.number.is_none()) row.number.set(live, SOME_NUMBER);
-  if (row.text != nullptr) std::strcpy(live.*row.text, SOME_TEXT);
+  if (row.text != nullptr) put(live.*row.text, SOME_TEXT);
 }
 
 void empty(const live_row& row, LiveRecord& live) {
   if (!row.number.is_none()) row.number.set(live, row.absent_number);
-  if (row.text != nullptr) std::strcpy(live.*row.text, row.absent_text);
+  if (row.text != nullptr) put(live.*row.text, row.absent_text);
 }
 
 // The key with the sensor in it, without the blank that ends some patterns.

@@ -225,7 +225,10 @@ void check_networks(const texts& networks) {
                     [&](const form& one) { return is_meant(name, one, nothing); }))
       continue;
     std::string ids;
-    for (const form& one : forms) ids += std::string(ids.empty() ? "" : ", ") + one.what.id;
+    for (const form& one : forms) {
+      if (!ids.empty()) ids += ", ";
+      ids += one.what.id;
+    }
     throw usage_error("no network \"" + name + "\"; there are " + ids);
   }
 }

@@ -43,16 +43,20 @@ void print_parameters(std::ostream& out, const std::vector<request_parameter>& p
 }
 
 void print_login(std::ostream& out, const std::vector<request_parameter>& login) {
-  std::vector<table_row> rows;
-  for (const request_parameter& part : login) rows.push_back({"(login) " + part.name, shown(part.value())});
+  std::vector<table_row> rows(login.size());
+  std::transform(login.begin(), login.end(), rows.begin(), [](const request_parameter& part) {
+    return table_row{"(login) " + part.name, shown(part.value())};
+  });
   print_table(out, rows);
 }
 
 void print_missing(std::ostream& out, const std::vector<missing_value>& missing) {
   if (missing.empty()) return;
   out << "  Missing values:\n";
-  std::vector<table_row> rows;
-  for (const missing_value& value : missing) rows.push_back({printable(value.what), printable(value.reason)});
+  std::vector<table_row> rows(missing.size());
+  std::transform(missing.begin(), missing.end(), rows.begin(), [](const missing_value& value) {
+    return table_row{printable(value.what), printable(value.reason)};
+  });
   print_table(out, rows);
 }
 
