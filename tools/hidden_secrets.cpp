@@ -1,7 +1,5 @@
 #include "hidden_secrets.h"
 
-#include <cstring>
-
 namespace skypost {
 namespace {
 
@@ -31,7 +29,6 @@ settings_record with_secrets_replaced(const settings_record& settings, bool by_s
   settings_record result = settings;
   for (const settings_field& field : SETTINGS_FIELDS) {
     if (!field.is_secret() || is_secret_unset(settings, field)) continue;
-    std::memset(result.bytes + field.offset, 0, field.size);
     if (field.is_text())
       result.set_text(static_cast<const text_field&>(field), WORDS[by_second_word]);
     else

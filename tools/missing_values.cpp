@@ -55,10 +55,9 @@ void add(std::vector<missing_value>& list, missing_value value) {
 
 }  // namespace
 
-std::string text_of(const outgoing& what, const station& from, bool* was_cut) {
+std::string text_of(const outgoing& what, const station& from) {
   outgoing_text text;
   what.compose(text, from);
-  if (was_cut != nullptr) *was_cut = text.was_cut();
   return std::string(text.view());
 }
 

@@ -78,9 +78,8 @@ texts obstacles_of(const form& one, const preview_source& source) {
   if (one.step.limit == step_limit::gated && source.last_run_age <= GATE_INTERVAL)
     reasons.push_back("its last turn was " + std::to_string(source.last_run_age) +
                       " seconds ago; the next comes after " + std::to_string(GATE_INTERVAL));
-  if (source.is_stale)
-    for (const missing_value& value : missing_outdoor_values(source.from.live, source.report))
-      reasons.push_back("outdoor value missing: " + value.what + " (" + value.reason + ")");
+  for (const missing_value& value : missing_outdoor_values(source.from.live, source.report))
+    reasons.push_back("outdoor value missing: " + value.what + " (" + value.reason + ")");
   return reasons;
 }
 
@@ -206,10 +205,6 @@ step_preview preview_of(const form& one, const preview_source& source) {
   preview.obstacles = obstacles_of(one, source);
   compose_content(preview, one.what, source);
   describe_way(preview, one, source);
-  bool is_cut = false;
-  text_of(one.what, source.from, &is_cut);
-  if (is_cut && one.what.by == carrier::http)
-    preview.obstacles.push_back("its command is too long to be run");
   preview.missing = missing_values(one.what, source.from, source.report);
   preview.unset = unset_settings(one.what, source.from);
   return preview;
@@ -224,12 +219,12 @@ void check_networks(const texts& networks) {
     if (std::any_of(forms.begin(), forms.end(),
                     [&](const form& one) { return is_meant(name, one, nothing); }))
       continue;
-    std::string ids;
+    std::string fault = "no network \"" + name + "\"; there are";
     for (const form& one : forms) {
-      if (!ids.empty()) ids += ", ";
-      ids += one.what.id;
+      fault += &one == &forms.front() ? " " : ", ";
+      fault += one.what.id;
     }
-    throw usage_error("no network \"" + name + "\"; there are " + ids);
+    throw usage_error(fault);
   }
 }
 

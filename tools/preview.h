@@ -41,7 +41,6 @@ struct preview_page {
 struct preview_source {
   station from;
   const char* report;      // that the live record was made from
-  bool is_stale;           // a run would send nothing of it
   long long last_run_age;  // in seconds
   bool with_secrets;       // they are shown, not hidden
 };

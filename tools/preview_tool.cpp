@@ -1,5 +1,6 @@
 #include "preview_tool.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <optional>
@@ -78,17 +79,6 @@ std::string start_up(const std::optional<std::string>& path) {
   return file.path;
 }
 
-// Fills the live record from the report. Returns it as it is before a run drops outdoor values that are
-// incomplete, so that each that is there is shown.
-LiveRecord read_live_record(const std::string& report) {
-  flags.live_data_stale = 0;
-  reset_live_record();
-  parse_live_reply(report.c_str());
-  const LiveRecord as_reported = live_record;
-  load_live_record(report.c_str());
-  return as_reported;
-}
-
 std::string written(const moment& now) {
   char text[64];
   return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S %Z", &now.local)};
@@ -103,13 +93,14 @@ void show(const command_line& wanted, std::ostream& out) {
   page.settings = start_up(wanted.settings);
   page.report = wanted.report.value_or(data_server());
   const std::string report = wanted.report ? read_report(*wanted.report) : fetch_report();
-  const LiveRecord live = read_live_record(report);
+  // Without the step that drops all outdoor values when one of them is missing: the others are shown.
+  reset_live_record();
+  parse_live_reply(report.c_str());
   const moment now = current_moment();
   page.time = written(now);
   page.steps = make_previews(
-      {.from = {station_settings, live, now, {std::getenv("NIMBULOGHW"), hardware_address.c_str()}},
+      {.from = {station_settings, live_record, now, {std::getenv("NIMBULOGHW"), hardware_address.c_str()}},
        .report = report.c_str(),
-       .is_stale = flags.live_data_stale != 0,
        .last_run_age = last_run_age(now.seconds),
        .with_secrets = wanted.with_secrets},
       wanted.networks);
@@ -122,11 +113,14 @@ void show(const command_line& wanted, std::ostream& out) {
 }  // namespace
 
 int run_preview_tool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors) {
-  if (!arguments.empty() && arguments[0] == "--help") {
+  const auto is_given = [&](const char* option) {
+    return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
+  };
+  if (is_given("--help")) {
     out << HELP;
     return 0;
   }
-  if (!arguments.empty() && arguments[0] == "--version") {
+  if (is_given("--version")) {
     out << "skypost-preview " SKYPOST_VERSION "\n";
     return 0;
   }

@@ -58,7 +58,6 @@ class preview_of_a_run : public program {
     result.time = {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S %Z", &at.local)};
     result.steps = make_previews({.from = {station_settings, live_record, at, {platform, HARDWARE_ADDRESS}},
                                   .report = report.c_str(),
-                                  .is_stale = false,
                                   .last_run_age = 9'999,
                                   .with_secrets = with_secrets},
                                  {});
@@ -203,12 +202,15 @@ TEST_F(preview_of_a_run, is_printed_by_the_tool_which_sends_and_writes_nothing) 
   const struct {
     std::vector<std::string> arguments;
     std::string output;
+    const char* processor = "x86";
   } CASES[] = {
       {{}, printed(page("X86", false), print_text)},
       {{"--secrets"}, printed(page("X86", true), print_text)},
       {{"--html"}, printed(page("X86", false), print_html)},
+      {{}, printed(page("NSLU2", false), print_text), "NSLU2"},
   };
   for (const auto& row : CASES) {
+    all.board.write(PROCESSOR_PATH, row.processor);
     setenv("SKYPOST_TEST_TRACE", trace.c_str(), 1);
     const sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, row.arguments);
     unsetenv("SKYPOST_TEST_TRACE");

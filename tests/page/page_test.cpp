@@ -10,7 +10,6 @@
 #include <regex>
 #include <sstream>
 
-#include "base/process_state.h"
 #include "live/report_parser.h"
 #include "preview_html.h"
 #include "settings/field_descriptions.h"
@@ -42,12 +41,10 @@ preview_page difficult_page() {
   station_settings.set_text(weatherbug_password, "");
   station_settings.set_text(wedaal_user, "w");
   const std::string report = sim::lifelike_report(spring_morning().seconds);
-  flags.live_data_stale = 0;
   load_live_record(report.c_str());
   return {"/home/nimbulog/nimbulog.conf", "the data server, 127.0.0.1:5558", "2012-05-06 07:08:09 CEST",
           make_previews({.from = {station_settings, live_record, spring_morning(), ORDINARY_BOARD},
                          .report = report.c_str(),
-                         .is_stale = false,
                          .last_run_age = 300,
                          .with_secrets = false},
                         {})};
@@ -95,7 +92,7 @@ onload = () => {
     const wide = [...root.querySelectorAll('body *')].filter(one => one.scrollWidth > one.clientWidth &&
         getComputedStyle(one).display != 'inline' && one.clientWidth > 0);
     found += `width ${root.clientWidth} of ${root.scrollWidth}, title ${frame.contentDocument.title}\n` +
-        wide.map(one => `wide: ${one.outerHTML}\n`).join('') + root.innerText + '\n';
+        `file ${JSON.stringify(root.querySelector('pre').textContent.slice(0, 6))}\n` + wide.map(one => `wide: ${one.outerHTML}\n`).join('') + root.innerText + '\n';
   }
   document.querySelector('pre').textContent = found;
 };
@@ -112,7 +109,7 @@ TEST_F(page_in_a_browser, is_all_there_and_fits_a_phone_and_a_desk) {
   EXPECT_EQ(seen.find("wide: "), std::string::npos) << seen.substr(seen.find("wide: "), 500);
   for (const char* const part :
        {"Settings\n/home/nimbulog/nimbulog.conf\n", "Weather Underground, rapid fire", "PASSWORD\t***\n",
-        "Not sent: wedaal_user needs two characters or more\n", "PASSWORD\tempty\n",
+        "file \"\\n11.2\\n\"\n", "Not sent: wedaal_user needs two characters or more\n", "PASSWORD\tempty\n",
         "Not sent: its last turn was 300 seconds ago; the next comes after 960\n",
         "sensor_wind\tno sensor selected\n", "last15m_rain9_total_mm\tnot in the report\n",
         "name\t&lt;/table&gt;&lt;script&gt;document.title='hostile'&lt;/script&gt;&amp;lt;\n",

@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <ctime>
 #include <regex>
 #include <sstream>
 
+#include "base/paths.h"
 #include "base/process_state.h"
 #include "hidden_secrets.h"
 #include "live/report_parser.h"
@@ -55,15 +57,11 @@ class Preview : public ::testing::Test {
   static void set(const text_field& field, std::string_view text) { station_settings.set_text(field, text); }
 
   preview_page page(const texts& networks = {}) {
-    flags.live_data_stale = 0;
     reset_live_record();
     parse_live_reply(report.c_str());
-    const LiveRecord live = live_record;
-    load_live_record(report.c_str());
     return {"nimbulog.conf", "report", "noon",
-            make_previews({.from = {station_settings, live, spring_morning(), host},
+            make_previews({.from = {station_settings, live_record, spring_morning(), host},
                            .report = report.c_str(),
-                           .is_stale = flags.live_data_stale != 0,
                            .last_run_age = last_run_age,
                            .with_secrets = with_secrets},
                           networks)};
@@ -281,6 +279,20 @@ TEST_F(Preview, TellsWhichOutdoorValueMakesTheDataStale) {
   EXPECT_TRUE(contains(as_text(page({"idokep"})), "    hom       "));
 }
 
+// A run has a rule of its own for when it sends nothing.
+TEST_F(Preview, TakesTheSameDataForStaleAsARun) {
+  const std::string complete = report;
+  for (const std::string key :
+       {"th0_temp_c", "th0_hum_rel", "th0_dew_c", "thb0_press_hpa", "wind0_speed_ms"}) {
+    report = complete;
+    replace_in_report(("actual_" + key + " [^\n]*\n").c_str(), "");
+    const bool is_sent = one("idokep").obstacles.empty();
+    flags.live_data_stale = 0;
+    load_live_record(report.c_str());
+    EXPECT_EQ(is_sent, flags.live_data_stale == 0) << key;
+  }
+}
+
 TEST_F(Preview, TellsWhatIsMissingAndWhy) {
   using missing = std::vector<missing_value>;
   for (const step_preview& step : page().steps) EXPECT_EQ(step.missing, missing{}) << step.id;
@@ -321,6 +333,9 @@ TEST_F(Preview, TellsWhereItGoes) {
             texts{"the network's server is not known; " + folder.path("/etc/skypost/endpoints").string() +
                   " can name it as wetterring"});
   EXPECT_EQ(one("meteonews").warnings.size(), 1U);
+  EXPECT_TRUE(contains(as_text(page({"wetterring"})), "\n  WARNING: the network's server is not known; "));
+  EXPECT_TRUE(
+      contains(as_html(page({"wetterring"})), "Warning:</strong> the network&#39;s server is not known; "));
 }
 
 TEST_F(Preview, SaysSoWhenNothingIsOn) {
@@ -457,13 +472,16 @@ class PreviewTool : public ::testing::Test {
     settings_record settings;
     fill_settings(settings);
     settings.set_integer(windit_enabled, 1);
-    appliance.write("/home/nimbulog/nimbulog.conf",
-                    {reinterpret_cast<const char*>(settings.bytes), sizeof settings.bytes});
+    write_settings(settings);
     appliance.write("/report", "actual_th0_temp_c 7.3\n");
   }
   ~PreviewTool() override {
     unsetenv("NIMBULOGHW");
     reset_endpoints();
+  }
+
+  void write_settings(const settings_record& settings) const {
+    appliance.write(SETTINGS_PATH, {reinterpret_cast<const char*>(settings.bytes), sizeof settings.bytes});
   }
 
   appliance_folder appliance;
@@ -480,6 +498,18 @@ TEST_F(PreviewTool, ShowsTheAppliancesSettingsWithAReport) {
   EXPECT_FALSE(contains(shown.out, "\nWetterring"));
   EXPECT_TRUE(contains(run({"--report", report, "--html", "wetterring"}).out, "<h2>Wetterring <small>"));
   EXPECT_TRUE(contains(run({"idokep", "--secrets", "--report", report}).out, "ido\\pass"));
+}
+
+TEST_F(PreviewTool, PreparesTheSettingsAndLooksAtTheLastRunAsARunDoes) {
+  settings_record settings;
+  fill_settings(settings);
+  settings.set_integer(wunderground_rapid_interval, 0);
+  write_settings(settings);
+  EXPECT_TRUE(contains(run({"--report", report, "wunderground_rapid"}).out, "rtfreq        30\n"));
+
+  EXPECT_FALSE(contains(run({"--report", report, "wetterarchiv"}).out, "its last turn"));
+  appliance.write("/var/run/nimbulog/aerolan.last", std::to_string(std::time(nullptr) - 100));
+  EXPECT_TRUE(contains(run({"--report", report, "wetterarchiv"}).out, "NOT SENT: its last turn was 10"));
 }
 
 TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
@@ -504,7 +534,7 @@ TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
   const tool_run unknown = run({"nowhere"});
   EXPECT_EQ(unknown.status, 2);
   EXPECT_TRUE(contains(unknown.errors, "no network \"nowhere\"; there are awekas_pull, "));
-  EXPECT_EQ(run({"--help"}).status, 0);
+  EXPECT_EQ(run({"idokep", "--help"}).status, 0);
   EXPECT_TRUE(run({"--version"}).out.starts_with("skypost-preview "));
 }
 
