@@ -110,7 +110,7 @@ TEST_F(page_in_a_browser, is_all_there_and_fits_a_phone_and_a_desk) {
   for (const char* const part :
        {"Settings\n/home/nimbulog/nimbulog.conf\n", "Weather Underground, rapid fire", "PASSWORD\t***\n",
         "file \"\\n11.2\\n\"\n", "Not sent: wedaal_user needs two characters or more\n", "PASSWORD\tempty\n",
-        "Not sent: its last turn was 300 seconds ago; the next comes after 960\n",
+        "weatherbug_password\n", "Not sent: its last turn was 300 seconds ago; the next comes after 960\n",
         "sensor_wind\tno sensor selected\n", "last15m_rain9_total_mm\tnot in the report\n",
         "name\t&lt;/table&gt;&lt;script&gt;document.title='hostile'&lt;/script&gt;&amp;lt;\n",
         "user\tid\xc3\xb3k\xc3\xa9p \\xb0 \\x1b[2J\n", "User DL1ABC-13 pass *** vers nimbulog\n"})
