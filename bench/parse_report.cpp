@@ -1,5 +1,5 @@
 // How long it takes to read a report, beside bare loops that only look for the same keys. A name is
-// where the station's keys stand in the report, its size in KB, and who reads it.
+// where the station's keys are in the report, its size in KB, and who reads it.
 //
 // Wanted: absent/490 within 1.3 times of the better bare loop, lifelike/150 within 2 times.
 //
@@ -37,7 +37,7 @@
 namespace skypost {
 namespace {
 
-// Where the keys that the station asks for stand among those of its other sensors.
+// Where the keys that the station asks for are among those of its other sensors.
 enum place : std::uint8_t { EARLY, LATE, ABSENT, LIFELIKE };
 constexpr const char* PLACE_NAMES[] = {"early", "late", "absent", "lifelike"};
 

@@ -6,7 +6,7 @@
 
 namespace skypost::fuzz {
 
-// An appliance's empty folder in memory stands in SKYPOST_ROOT, and no process is started: system() and
+// SKYPOST_ROOT is an appliance's empty folder in memory, and no process is started: system() and
 // popen() do nothing.
 
 // Ends the process, so that the fuzzer keeps the input, when `holds` is false.

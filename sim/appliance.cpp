@@ -43,7 +43,7 @@ std::string read_file(const fs::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// What the caller preloads, a test for one, goes in front of the board's library.
+// What the caller preloads, a test for example, comes before the board's library.
 std::string preloaded() {
   const char* const of_caller = std::getenv("LD_PRELOAD");
   return of_caller == nullptr ? BOARD_LIBRARY : std::string(of_caller) + ":" BOARD_LIBRARY;
@@ -56,7 +56,7 @@ std::vector<std::string> environment_for(const fs::path& root) {
       "SKYPOST_ROOT=" + root.string(),
       "HOME=" + root.string(),
       "LD_PRELOAD=" + preloaded(),
-      // A program with the address sanitizer would insist on being loaded in front of the board's library.
+      // A program with the address sanitizer would insist on being loaded before the board's library.
       "ASAN_OPTIONS=verify_asan_link_order=0",
       "NIMBULOGHW=",
   };

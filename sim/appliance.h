@@ -46,7 +46,7 @@ class running_program {
   double start_ = 0;
 };
 
-// An appliance's files in a folder that goes with it.
+// An appliance's files in a folder, which is removed with it.
 class appliance {
  public:
   appliance();

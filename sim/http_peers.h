@@ -22,7 +22,7 @@ enum class answer { good, bad, empty, hang };
 // One request as a peer saw it.
 struct request_seen {
   const network_row* network;
-  std::string request;  // method, target and, behind a line feed, the body
+  std::string request;  // method, target and, after a line feed, the body
   std::string fault;    // what is wrong with it; empty: nothing
   std::string reply;    // what it was answered
 };
@@ -38,7 +38,7 @@ class http_peers {
   void set_answer(answer how);                           // of all
   void set_answer(const std::string& name, answer how);  // of one network's servers
 
-  // The lines of the endpoint file; with `on_nslu2` MeteoNews' plain server stands in it.
+  // The lines of the endpoint file; with `on_nslu2` they name MeteoNews' plain server.
   std::string endpoints(bool on_nslu2 = false) const;
 
   std::vector<request_seen> requests() const;
@@ -52,7 +52,7 @@ class http_peers {
 
   mutable std::mutex mutex_;
   std::condition_variable released_;
-  bool stopping_ = false;  // guarded by the mutex, as is what stands below
+  bool stopping_ = false;  // guarded by the mutex, as is all below
   std::vector<request_seen> requests_;
   std::vector<std::unique_ptr<peer>> peers_;
 };

@@ -16,8 +16,8 @@ constexpr char METEONEWS_PARAMETERS[] = "time ppnn rh rrr rrr_sum glo uv tt dd f
 constexpr account_text METEONEWS_PASSWORD = {&meteonews_password, R"(m@t:e/o?n#e&w"s%`$x\y)"};
 constexpr char METEONEWS_FAILURE[] = "upload to meteonews failed: Username/Password Authentication Failed.";
 
-// The texts of the accounts hold what a shell or a URL would take for its own: each has to arrive as it
-// stands in the settings. So do the bad answers, on their way to the alarm script.
+// The texts of the accounts are full of what a shell or a URL would interpret: each has to arrive as it is in the
+// settings. So do the bad answers, at the alarm script.
 constexpr network_row NETWORKS[] = {
     {.name = "awekas-push",
      .endpoint = "awekas",

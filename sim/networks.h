@@ -44,7 +44,7 @@ struct network_row {
   const char* no_response = nullptr;  // the text for an empty answer; nullptr: it counts as a success
 };
 
-// Every HTTP network, in the order of the run list; behind them the second servers of three.
+// Every HTTP network, in the order of the run list; after them the second servers of three.
 std::span<const network_row> http_networks();
 
 // The user by which MeteoNews knows the simulated board.

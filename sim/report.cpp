@@ -94,7 +94,7 @@ constexpr sensor_class CLASSES[] = {
     {"sol",  2, SOLAR},
 };
 
-// Month and year reach further than the day: their extremes stand away from the mean by `reach` times as far.
+// The extremes of month and year are `reach` times as far from the mean as those of the day.
 struct period {
   const char* name;
   std::time_t seconds;  // 0: since midnight

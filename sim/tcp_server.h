@@ -27,7 +27,7 @@ class connection {
 };
 
 // A server on this machine that talks to one client after the other, in a thread of its own, until it is
-// destroyed. The member of this type stands last in its owner, so that the thread ends first.
+// destroyed. Its owner declares it last, so that the thread ends first.
 class tcp_server {
  public:
   using conversation = std::function<void(connection&)>;

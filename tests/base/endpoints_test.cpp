@@ -81,7 +81,7 @@ TEST_F(Endpoints, AreOverriddenRowByRowAndByTheLastFileAlone) {
        {endpoint::wedaal, "http://second.example:1"}});
 }
 
-// Each bad line is named and skipped; what stands behind it counts.
+// Each bad line is named and skipped; what comes after it counts.
 TEST_F(Endpoints, KeepOutEveryValueThatCouldLeaveItsPlace) {
   struct row_case {
     std::string name;

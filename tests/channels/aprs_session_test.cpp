@@ -137,7 +137,7 @@ TEST_F(AprsSession, TellsWhatItDoes) {
 }
 
 TEST_F(AprsSession, OfAprsTakesAllFromTheSettings) {
-  // A call sign that fills its slot: the host name stands right behind it.
+  // A call sign that fills its slot: the host name comes right after it.
   std::memset(station_settings.bytes + aprs_call_sign.offset, 'A', aprs_call_sign.size);
   const std::string call_sign(aprs_call_sign.size, 'A');
   replying_server server({call_sign});

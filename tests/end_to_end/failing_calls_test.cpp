@@ -12,8 +12,8 @@ namespace {
 
 using sim::alarm_call;
 
-// The real program with a library in front of the C library that makes single calls fail (see
-// interposed_calls.cpp). The program dies in it when it leaves a descriptor or a child behind.
+// The real program with a library before the C library that makes single calls fail (see interposed_calls.cpp).
+// It also ends the program when a descriptor or a child is left over.
 class failing_calls : public program {
  protected:
   static constexpr int CALL_NEVER_CAME = 99;
@@ -43,7 +43,7 @@ struct failure_case {
   const char* calls;
   std::initializer_list<const integer_field*> enabled;  // Idokep, the last step, always is
   const char* alarm;                                    // the name that is reported; "": none
-  const char* text;                                     // reported with it; "*" stands for anything
+  const char* text;                                     // reported with it; "*" matches anything
   const char* errors = "";                              // on standard error
   int status = 0;
   bool goes_on = true;  // to Idokep
@@ -74,7 +74,7 @@ const failure_case CASES[] = {
     {"popen:2", {&weatherflow_enabled},  "weatherflow", R"(error open pipe /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*": Input/output error)"},
     {"fread:3", {&windfinder_enabled},   "windfinder", "no response from windfinder"},
     {"fgets:1", {&windfinder_enabled},   "", ""},  // only the hardware address is not there
-    // Pull files: what stands in the first directory stays.
+    // Pull files: the copy in the first directory stays.
     {"fopen64:5", {&hetweeractueel_enabled}, "hetweeractueel", "error open file */srv/www/hetweeractueel.txt: Input/output error\n"},
     {"fopen64:6", {&hetweeractueel_enabled}, "hetweeractueel", "error open file */var/run/nimbulog/uploads/hetweeractueel.txt: Input/output error\n"},
     // Mail.

@@ -9,7 +9,7 @@
 namespace skypost::testing {
 namespace {
 
-// Of the program; behind it the symbols of its own object files, since libcrypto's have some of them, too.
+// Of the program, and then the symbols of its own object files, since libcrypto's have some of them, too.
 std::string readelf() {
   std::FILE* const pipe = popen("readelf --wide --file-header --segments --dynamic " SKYPOST_PROGRAM
                                 " && readelf --wide --syms " SKYPOST_CORE,
@@ -42,7 +42,7 @@ constexpr promise PROMISES[] = {
     // clang-format on
 };
 
-TEST(hardening, stands_in_the_released_program) {
+TEST(hardening, is_in_the_released_program) {
 #ifndef IS_HARDENED
   GTEST_SKIP() << "not a release build";
 #endif

@@ -1,7 +1,7 @@
 // Preloaded into the real program by tests. It makes calls of the C library fail, and takes out pauses.
 //
 //   SKYPOST_TEST_FAIL=NAME:N     the N-th call of NAME, counted from 1, fails with EIO
-//   SKYPOST_TEST_FAIL=NAME:N-M   so do those behind it up to the M-th
+//   SKYPOST_TEST_FAIL=NAME:N-M   so do those after it up to the M-th
 //   SKYPOST_TEST_FAIL=fork:N     from the N-th popen or system on no process can be started (EAGAIN)
 //   SKYPOST_TEST_HASTE=N         a pause takes an N-th of its time
 //   SKYPOST_TEST_CLOCK=N         the clock runs N times as fast, and so does an alarm
@@ -108,7 +108,7 @@ struct watch {
 
 }  // namespace
 
-// The parameters stand in parentheses, as they are declared and as they are passed on.
+// The parameters are in parentheses, as they are declared and as they are passed on.
 #define INTERPOSE(result, name, failed, parameters, arguments) \
   extern "C" result name parameters {                          \
     if (is_to_fail(#name)) return failed;                      \

@@ -33,8 +33,8 @@ std::vector<const network_row*> asked_networks() {
   return networks;
 }
 
-// Every network accepts: texts with all that a shell or a URL would take for its own have arrived as they
-// stand in the settings (the peers compare), over TCP and by mail too, and nobody is alarmed.
+// Every network accepts: texts with all that a shell or a URL would interpret have arrived as they
+// are in the settings (the peers compare), over TCP and by mail too, and nobody is alarmed.
 TEST_F(program, reaches_every_network_and_raises_no_alarm) {
   const sim::run_result run = run_well();
 

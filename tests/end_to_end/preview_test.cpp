@@ -36,11 +36,11 @@ class preview_of_a_run : public program {
   preview_of_a_run() {
     setenv("LD_PRELOAD", FIXED_CLOCK ":" TRACED_CALLS ":" INTERPOSED_CALLS, 1);
     setenv("SKYPOST_TEST_HASTE", "100", 1);
-    setenv("SKYPOST_TEST_CLOCK", std::to_string(now).c_str(), 1);
+    setenv("SKYPOST_TEST_TIME", std::to_string(now).c_str(), 1);
     all.data->set_report(report);
   }
   ~preview_of_a_run() override {
-    for (const char* const name : {"LD_PRELOAD", "SKYPOST_TEST_HASTE", "SKYPOST_TEST_CLOCK"}) unsetenv(name);
+    for (const char* const name : {"LD_PRELOAD", "SKYPOST_TEST_HASTE", "SKYPOST_TEST_TIME"}) unsetenv(name);
     reset_endpoints();
   }
 
@@ -162,7 +162,7 @@ TEST_F(preview_of_a_run, of_rapid_fire_is_what_rapid_fire_sends) {
   for (const integer_field* interval : {&wunderground_rapid_interval, &weatherflow_rapid_interval})
     all.board.settings.set_integer(*interval, 1);
   all.board.save_settings();
-  unsetenv("SKYPOST_TEST_CLOCK");  // the networks wait for their turns
+  unsetenv("SKYPOST_TEST_TIME");  // the networks wait for their turns
   sim::running_program rapid(all.board.root(), {"-r"});
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   while (all.peers.requests().size() < 2 && std::chrono::steady_clock::now() < deadline)

@@ -1,5 +1,5 @@
 // Nothing foreign runs. Every text of the settings and every word of the report goes, full of what a shell
-// or a URL would take for its own, through each network's command and a real shell to a program that
+// or a URL would interpret, through each network's command and a real shell to a program that
 // records its arguments. It must get the arguments that a harmless text of the same length leads to, with the
 // foreign text in the harmless one's place, and no other program may run.
 
@@ -24,7 +24,7 @@ constexpr std::string_view FOREIGN[] = {
     "$(canary)",       "`canary`",         "\";canary;\"",   "\\\";canary&x\n",
     "|canary&canary ", "'${IFS}canary'\t", "&a=b#c%00%0a?/", "\x80\x81\x88\xFF\x01\x7F*!<>()[]{}",
 };
-constexpr char HARMLESS = '~';  // stands nowhere else in a command
+constexpr char HARMLESS = '~';  // is nowhere else in a command
 
 std::string filled(std::string_view pattern, std::size_t length) {
   std::string text;
@@ -51,7 +51,7 @@ class ForeignText : public ::testing::TestWithParam<const outgoing*> {
   }
 
   // Composes the command, runs it with no more than these programs on its path, and returns what the
-  // recorder got for arguments, a NUL behind each.
+  // recorder got for arguments, a NUL after each.
   std::string arguments(const LiveRecord& live) {
     const std::string command = composed(*GetParam(), settings_, live);
     const std::string recorder = appliance_.path("/bin/wget").string();

@@ -51,7 +51,7 @@ TEST(HostIdentity, TellsTheBoardByTheFirstMark) {
       {{"Intel", "0100 sun4i"}, "A10"},
       {{"Intel armv6 nslu2", "8086"}, "X86"},
       {{"Intel", std::nullopt}, "X86"},
-      {{"NSL", "U2"}, "NSLU2"},  // the one stands directly behind the other
+      {{"NSL", "U2"}, "NSLU2"},  // the one follows the other directly
       {{std::nullopt, "sun4i"}, "as before"},
       {{"", ""}, "as before"},
       {{"", "sun4i"}, "A10"},

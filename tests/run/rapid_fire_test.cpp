@@ -141,7 +141,7 @@ TEST(RapidFire, KeepsTheIntervalsForADay) {
       }
 }
 
-// The length of each sleep, the failure text that stands there, and an interval that was too short.
+// Prints the length of each sleep, the failure text at that time, and an interval that was too short.
 void tell_and_end_at_the_second(unsigned seconds) {
   static int sleeps = 0;
   std::fprintf(stderr, "%u<%s> %d ", seconds, error_text.c_str(),

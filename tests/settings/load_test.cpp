@@ -71,7 +71,7 @@ std::string in_other_order(std::string image) {
   return image;
 }
 
-// What becomes of a native file: zeros behind a short one, free entries in the last array, and for an
+// What becomes of a native file: zeros after a short one, free entries in the last array, and for an
 // unlisted size everything from 20580 on 4 bytes further up.
 std::string completed(std::string image, bool is_unlisted) {
   const bool is_short = image.size() < SETTINGS_SIZE;
