@@ -133,9 +133,10 @@ void add_failure(const char* what, int attempt, const char* host, const char* re
 
 // Returns nullptr, or why there is no connection.
 const char* connect_to(int connection, const char* host, std::uint32_t port) {
+  constexpr int SEE_ERRNO = -1;  // glibc's NETDB_INTERNAL; musl has neither the name nor the case
   sockaddr_in address{};
   if (resolve_host(address, host, port) != 0)
-    return h_errno == NETDB_INTERNAL ? std::strerror(errno) : hstrerror(h_errno);
+    return h_errno == SEE_ERRNO ? std::strerror(errno) : hstrerror(h_errno);
   if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
     return std::strerror(errno);
   return nullptr;
