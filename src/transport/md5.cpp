@@ -3,7 +3,13 @@
 
 #include "transport/md5.h"
 
+#include <openssl/crypto.h>
 #include <openssl/md5.h>
+#include <string.h>
+
+// What MD5 wipes its state with. libcrypto's own definition would bring the detection of the processor's
+// features along, and on some boards that wants more of the C library than the board has.
+extern "C" void OPENSSL_cleanse(void* place, std::size_t size) { explicit_bzero(place, size); }
 
 namespace skypost {
 
