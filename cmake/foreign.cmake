@@ -1,0 +1,28 @@
+# Toolchain: Debian's cross compiler and C library for the architecture BOARD_ARCH (as Debian names it). What
+# else of that architecture is needed, libcrypto for one, lies unpacked in the folder BOARD_FILES: scripts/foreign
+# puts it there.
+
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES BOARD_ARCH BOARD_FILES)
+
+#                  compiler's prefix      folder of libraries     musl's folder           emulator (armel: as ARMv5TE)
+set(board_amd64    x86_64-linux-gnu       x86_64-linux-gnu        x86_64-linux-musl       qemu-x86_64)
+set(board_i386     i686-linux-gnu         i386-linux-gnu          i386-linux-musl         qemu-i386)
+set(board_armel    arm-linux-gnueabi      arm-linux-gnueabi       arm-linux-musleabi      qemu-arm -cpu arm926)
+set(board_armhf    arm-linux-gnueabihf    arm-linux-gnueabihf     arm-linux-musleabihf    qemu-arm)
+set(board_arm64    aarch64-linux-gnu      aarch64-linux-gnu       aarch64-linux-musl      qemu-aarch64)
+if(NOT DEFINED board_${BOARD_ARCH})
+  message(FATAL_ERROR "BOARD_ARCH is \"${BOARD_ARCH}\"; known are amd64, i386, armel, armhf and arm64.")
+endif()
+list(GET board_${BOARD_ARCH} 0 prefix)
+list(GET board_${BOARD_ARCH} 1 libraries)
+list(GET board_${BOARD_ARCH} 2 musl)
+list(SUBLIST board_${BOARD_ARCH} 3 -1 emulator)
+
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR ${BOARD_ARCH})
+set(CMAKE_C_COMPILER ${prefix}-gcc)
+set(CMAKE_CXX_COMPILER ${prefix}-g++)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${emulator} -L /usr/${prefix})
+
+set(CRYPTO_INCLUDE_DIR ${BOARD_FILES}/usr/include ${BOARD_FILES}/usr/include/${libraries} CACHE STRING "")
+set(CRYPTO_LIBRARY ${BOARD_FILES}/usr/lib/${libraries}/libcrypto.a CACHE FILEPATH "")
