@@ -1,7 +1,7 @@
 // The preview against the real thing: put together again, the parts that it shows are what the real program
 // sends at the same moment, and the real tool prints them.
 
-#include "preview.h"
+#include "preview/preview.h"
 
 #include <httplib.h>
 
@@ -17,8 +17,8 @@
 #include "channels/channels.h"
 #include "end_to_end/program.h"
 #include "live/report_parser.h"
-#include "preview_html.h"
-#include "preview_text.h"
+#include "preview/html.h"
+#include "preview/text.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
 #include "sim/report.h"

@@ -1,6 +1,6 @@
 // The owner's tool beside the appliance's data server.
 
-#include "settings_tool.h"
+#include "settings_tool/settings_tool.h"
 
 #include <cstdlib>
 #include <sstream>

@@ -11,7 +11,7 @@
 #include <sstream>
 
 #include "live/report_parser.h"
-#include "preview_html.h"
+#include "preview/html.h"
 #include "settings/field_descriptions.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"

@@ -1,7 +1,7 @@
 // What is found wrong with a station: each fault, and nothing else. A good station, one change, and what each
 // line that this brings begins with.
 
-#include "checks.h"
+#include "settings_tool/checks.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -14,7 +14,7 @@
 
 #include "base/endpoints.h"
 #include "base/paths.h"
-#include "kept_text.h"
+#include "common/kept_text.h"
 #include "run/run_list.h"
 #include "settings/byte_order.h"
 #include "settings/field_descriptions.h"

@@ -1,7 +1,7 @@
 // The preview of what a run would send: secrets in none of it, the reasons for what is not sent and for what
 // is missing, and pages that hostile texts cannot change.
 
-#include "preview.h"
+#include "preview/preview.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +13,11 @@
 
 #include "base/paths.h"
 #include "base/process_state.h"
-#include "hidden_secrets.h"
 #include "live/report_parser.h"
-#include "preview_html.h"
-#include "preview_text.h"
-#include "preview_tool.h"
+#include "preview/hidden_secrets.h"
+#include "preview/html.h"
+#include "preview/preview_tool.h"
+#include "preview/text.h"
 #include "run/run_list.h"
 #include "settings/field_descriptions.h"
 #include "sim/report.h"

@@ -1,7 +1,7 @@
 // A command taken apart: what is in quotation marks stays together, what a network decodes is decoded, and a
 // hostile text does not become another part.
 
-#include "request_parts.h"
+#include "common/request_parts.h"
 
 #include <gtest/gtest.h>
 

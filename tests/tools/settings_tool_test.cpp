@@ -1,6 +1,6 @@
 // The owner's tool: what it prints, what it refuses, and that a refusal changes nothing.
 
-#include "settings_tool.h"
+#include "settings_tool/settings_tool.h"
 
 #include <gtest/gtest.h>
 

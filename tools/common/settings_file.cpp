@@ -1,0 +1,159 @@
+#include "common/settings_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "base/paths.h"
+#include "run/host_identity.h"
+#include "settings/load.h"
+
+namespace skypost {
+namespace {
+
+[[noreturn]] void fail(const std::string& path) { throw tool_error(path + ": " + std::strerror(errno)); }
+
+class descriptor {
+ public:
+  explicit descriptor(int number) : number_(number) {}
+  ~descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  descriptor(const descriptor&) = delete;
+  descriptor& operator=(const descriptor&) = delete;
+  int number() const { return number_; }
+  bool is_open() const { return number_ >= 0; }
+
+ private:
+  int number_;
+};
+
+// Removes a file that was begun and not finished.
+class unfinished_file {
+ public:
+  explicit unfinished_file(std::string path) : path_(std::move(path)) {}
+  ~unfinished_file() {
+    if (!path_.empty()) unlink(path_.c_str());
+  }
+  unfinished_file(const unfinished_file&) = delete;
+  unfinished_file& operator=(const unfinished_file&) = delete;
+  void keep() { path_.clear(); }
+
+ private:
+  std::string path_;
+};
+
+std::string resolved(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
+  if (real == nullptr) fail(path);
+  return real.get();
+}
+
+std::string folder_of(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+// Writes `count` bytes and waits until they are on the disk.
+bool write_through(int file, const unsigned char* bytes, std::size_t count) {
+  while (count > 0) {
+    const ssize_t written = write(file, bytes, count);
+    if (written < 0) {
+      if (errno == EINTR) continue;
+      return false;
+    }
+    bytes += written;
+    count -= static_cast<std::size_t>(written);
+  }
+  return fsync(file) == 0;
+}
+
+// A new name is on the disk when its folder is. The file is in place already: no failure.
+void flush_folder_of(const std::string& path) {
+  const descriptor folder(open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.is_open()) fsync(folder.number());
+}
+
+}  // namespace
+
+const char* platform() {
+  if (std::getenv("NIMBULOGHW") == nullptr) detect_platform();
+  return std::getenv("NIMBULOGHW");
+}
+
+std::string appliance_settings_path() {
+  path_text path;
+  append_appliance_path(path, SETTINGS_PATH);
+  return path.c_str();
+}
+
+settings_file read_settings_file(const std::string& path) {
+  settings_file result;
+  result.path = resolved(path);
+  // A pipe under that name would keep a plain open waiting.
+  const descriptor file(open(result.path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  struct stat status {};
+  if (!file.is_open() || fstat(file.number(), &status) != 0) fail(path);
+  if (!S_ISREG(status.st_mode)) throw tool_error(path + ": not a regular file");
+  if (status.st_size == 0) throw tool_error(path + ": empty");
+
+  result.size = status.st_size;
+  result.owner = status.st_uid;
+  result.group = status.st_gid;
+  result.mode = status.st_mode & 07777;
+  const ssize_t count = read(file.number(), result.image.bytes, SETTINGS_SIZE);
+  if (count < 0) fail(path);
+  if (count != std::min<std::int64_t>(result.size, SETTINGS_SIZE))
+    throw tool_error(path + ": changed while it was read");
+  return result;
+}
+
+std::string layout_of(const settings_file& file) {
+  std::string name = "current";
+  if (is_size_unlisted(file.size, platform()))
+    name = "unlisted size";
+  else if (file.size == OLDER_LAYOUT_SIZE)
+    name = "older";
+  else if (file.size == OLDER_PLUG_LAYOUT_SIZE)
+    name = "older PLUG";
+  return name + ", " + std::to_string(file.size) + " bytes";
+}
+
+settings_record as_loaded(const settings_file& file) {
+  settings_record record = file.image;
+  if (file.size < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(file.size));
+  adapt_image(record, is_size_unlisted(file.size, platform()), platform());
+  return record;
+}
+
+void create_settings_file(const std::string& path, const settings_record& record) {
+  const descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  if (!file.is_open()) fail(path);
+  unfinished_file unfinished(path);
+  if (!write_through(file.number(), record.bytes, SETTINGS_SIZE)) fail(path);
+  unfinished.keep();
+  flush_folder_of(path);
+}
+
+void replace_settings_file(const settings_file& file) {
+  std::string name = file.path + ".XXXXXX";
+  const descriptor replacement(mkostemp(name.data(), O_CLOEXEC));
+  if (!replacement.is_open()) fail(folder_of(file.path));
+  unfinished_file unfinished(name);
+  // The mode comes last: a change of owner takes bits of it away.
+  if (fchown(replacement.number(), file.owner, file.group) != 0 ||
+      fchmod(replacement.number(), file.mode) != 0 ||
+      !write_through(replacement.number(), file.image.bytes, static_cast<std::size_t>(file.size)) ||
+      rename(name.c_str(), file.path.c_str()) != 0)
+    fail(file.path);
+  unfinished.keep();
+  flush_folder_of(file.path);
+}
+
+}  // namespace skypost

@@ -1,0 +1,200 @@
+#include "preview/html.h"
+
+#include <ostream>
+
+#include "common/printable.h"
+
+namespace skypost {
+namespace {
+
+// What it may load is nothing: a text that slipped through would still run nowhere.
+constexpr char HEAD[] = R"(<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline'">
+<meta name="viewport" content="width=device-width, initial-scale=1">
+<meta name="color-scheme" content="light dark">
+<meta name="robots" content="noindex">
+<title>What skypost sends</title>
+<style>
+:root {
+  color-scheme: light dark;
+  --page: #f4f6f8; --card: #fff; --text: #1c2733; --quiet: #5a6876; --line: #dfe5ea;
+  --good: #1b6e3c; --bad: #a8261b; --link: #1a5fa8;
+}
+@media (prefers-color-scheme: dark) {
+  :root {
+    --page: #12181f; --card: #1b232c; --text: #e4eaf0; --quiet: #9aa8b5; --line: #2f3a46;
+    --good: #6fce93; --bad: #ff9d92; --link: #86bdf5;
+  }
+}
+* { box-sizing: border-box; }
+body {
+  margin: 0 auto; padding: 1rem; max-width: 60rem; background: var(--page); color: var(--text);
+  font: 1rem/1.5 system-ui, sans-serif; overflow-wrap: anywhere;
+}
+h1 { font-size: 1.5rem; margin: .5rem 0; }
+h2 { font-size: 1.15rem; margin: 0; }
+h2 small { font-weight: normal; color: var(--quiet); }
+h3 { font-size: .9rem; margin: 1rem 0 .25rem; color: var(--quiet); }
+p { margin: .25rem 0; }
+a { color: var(--link); }
+dl { display: grid; grid-template-columns: max-content 1fr; gap: 0 1rem; margin: .5rem 0 1rem; font-size: .875rem; }
+dt { color: var(--quiet); }
+dd { margin: 0; }
+nav ul { display: flex; flex-wrap: wrap; gap: .25rem 1rem; list-style: none; margin: 0; padding: 0; }
+section {
+  margin: 1rem 0; padding: 1rem; background: var(--card); border: 1px solid var(--line);
+  border-radius: .5rem;
+}
+table { width: 100%; border-collapse: collapse; margin: .75rem 0 0; }
+th, td { padding: .2rem .5rem .2rem 0; border-top: 1px solid var(--line); text-align: left; vertical-align: top; }
+th { width: 40%; font-size: .875rem; font-weight: normal; color: var(--quiet); }
+td, pre, .where { font-family: ui-monospace, monospace; font-size: .875rem; }
+pre {
+  margin: .75rem 0 0; padding-top: .5rem; border-top: 1px solid var(--line); white-space: pre-wrap;
+}
+.where { color: var(--quiet); }
+.good { color: var(--good); }
+.bad { color: var(--bad); }
+em { color: var(--quiet); }
+</style>
+</head>
+<body>
+)";
+
+std::string escaped(const std::string& text) {
+  std::string result;
+  for (const char character : text) {
+    switch (character) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '>':
+        result += "&gt;";
+        break;
+      case '"':
+        result += "&quot;";
+        break;
+      case '\'':
+        result += "&#39;";
+        break;
+      default:
+        result += character;
+    }
+  }
+  return result;
+}
+
+// Every text of the page but the page's own goes through here.
+std::string shown(const std::string& text) { return escaped(printable(text)); }
+
+// A name of words with "_" between them, which may be broken after each.
+std::string shown_name(const std::string& name) {
+  std::string result;
+  for (const char character : shown(name)) {
+    result += character;
+    if (character == '_') result += "<wbr>";
+  }
+  return result;
+}
+
+std::string shown_value(const std::string& text) { return text.empty() ? "<em>empty</em>" : shown(text); }
+
+void print_row(std::ostream& out, const std::string& name, const std::string& value) {
+  out << "<tr><th scope=\"row\">" << name << "</th><td>" << value << "</td></tr>\n";
+}
+
+void print_parameter(std::ostream& out, const request_parameter& parameter) {
+  if (!parameter.is_record()) {
+    print_row(out, shown(parameter.name), shown_value(parameter.value()));
+    return;
+  }
+  for (const field_run& run : runs_of(parameter)) {
+    std::string number = std::to_string(run.first);
+    if (run.last != run.first) number += "&ndash;" + std::to_string(run.last);
+    print_row(out, shown(parameter.name) + ' ' + number, shown_value(run.value));
+  }
+}
+
+void print_request(std::ostream& out, const request_parts& request) {
+  if (request.login.empty() && request.parameters.empty()) return;
+  out << "<table>\n";
+  for (const request_parameter& part : request.login)
+    print_row(out, "login: " + shown(part.name), shown_value(part.value()));
+  for (const request_parameter& parameter : request.parameters) print_parameter(out, parameter);
+  out << "</table>\n";
+}
+
+void print_lines(std::ostream& out, const std::string& text) {
+  if (text.empty()) return;
+  out << "<pre>\n";  // which is not part of the text
+  for (const std::string& line : printable_lines(text)) out << escaped(line) << '\n';
+  out << "</pre>\n";
+}
+
+void print_missing(std::ostream& out, const std::vector<missing_value>& missing) {
+  if (missing.empty()) return;
+  out << "<h3>Missing values</h3>\n<table>\n";
+  for (const missing_value& value : missing) print_row(out, shown_name(value.what), shown(value.reason));
+  out << "</table>\n";
+}
+
+void print_unset(std::ostream& out, const std::vector<std::string>& unset) {
+  if (unset.empty()) return;
+  out << "<h3>Settings that are not set</h3>\n<p>";
+  for (const std::string& name : unset) out << (&name == &unset.front() ? "" : ", ") << shown(name);
+  out << "</p>\n";
+}
+
+void print_reasons(std::ostream& out, const char* title, const std::vector<std::string>& reasons) {
+  for (const std::string& reason : reasons)
+    out << "<p class=\"bad\"><strong>" << title << ":</strong> " << shown(reason) << "</p>\n";
+}
+
+void print_state(std::ostream& out, const step_preview& step) {
+  if (step.obstacles.empty() && step.warnings.empty())
+    out << "<p class=\"good\"><strong>Would be sent</strong></p>\n";
+  print_reasons(out, "Not sent", step.obstacles);
+  print_reasons(out, "Warning", step.warnings);
+}
+
+void print_step(std::ostream& out, const step_preview& step) {
+  out << "<section id=\"" << shown(step.id) << "\">\n<h2>" << shown(step.network) << " <small>"
+      << shown(step.id) << "</small></h2>\n";
+  for (const std::string& place : step.where)
+    out << "<p class=\"where\">" << shown(step.how) << ' ' << shown(place) << "</p>\n";
+  print_state(out, step);
+  print_request(out, step.request);
+  print_lines(out, step.text);
+  print_missing(out, step.missing);
+  print_unset(out, step.unset);
+  out << "</section>\n";
+}
+
+void print_contents(std::ostream& out, const std::vector<step_preview>& steps) {
+  out << "<nav><ul>\n";
+  for (const step_preview& step : steps)
+    out << "<li><a href=\"#" << shown(step.id) << "\">" << shown(step.network) << "</a></li>\n";
+  out << "</ul></nav>\n";
+}
+
+}  // namespace
+
+void print_html(std::ostream& out, const preview_page& page) {
+  out << HEAD << "<header>\n<h1>What skypost sends</h1>\n<dl>\n"
+      << "<dt>Settings</dt><dd>" << shown(page.settings) << "</dd>\n"
+      << "<dt>Report</dt><dd>" << shown(page.report) << "</dd>\n"
+      << "<dt>Time</dt><dd>" << shown(page.time) << "</dd>\n</dl>\n";
+  if (page.steps.size() > 1) print_contents(out, page.steps);
+  out << "</header>\n<main>\n";
+  if (page.steps.empty()) out << "<p>No network is switched on.</p>\n";
+  for (const step_preview& step : page.steps) print_step(out, step);
+  out << "</main>\n</body>\n</html>\n";
+}
+
+}  // namespace skypost

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "preview/preview.h"
+
+namespace skypost {
+
+// Prints the page as HTML for a browser, complete in itself: it loads nothing and runs nothing.
+void print_html(std::ostream& out, const preview_page& page);
+
+}  // namespace skypost

@@ -1,0 +1,76 @@
+#include <ctime>
+#include <ostream>
+
+#include "base/endpoints.h"
+#include "common/kept_text.h"
+#include "common/report_source.h"
+#include "run/host_identity.h"
+#include "settings_tool/checks.h"
+#include "settings_tool/commands.h"
+#include "transport/command.h"
+
+namespace skypost {
+namespace {
+
+// What is there to be read, as the uploader reads it when it starts.
+checked_appliance read_appliance(const std::string& path) {
+  checked_appliance appliance{};
+  appliance.file = read_settings_file(path);
+  station_settings = as_loaded(appliance.file);
+
+  kept_text complaints;
+  load_endpoints(complaints.stream());
+  appliance.skipped_endpoints = complaints.text();
+
+  fixed_text<32> address;
+  kept_text ignored;
+  read_hardware_address(address, ignored.stream());
+  appliance.hardware_address = address.c_str();
+
+  const std::string_view wget = WGET_COMMAND;
+  appliance.wget = wget.substr(0, wget.find(' '));
+  appliance.now = std::time(nullptr);
+  appliance.built = SKYPOST_BUILD_DATE;
+  return appliance;
+}
+
+// Without a data server's report the check goes on; a file that is not there is the caller's mistake.
+void read_report_into(checked_appliance& appliance, const std::optional<std::string>& path, bool quiet) {
+  if (path) {
+    appliance.report = read_report(*path);
+    appliance.report_fault = *path + ": empty";
+    return;
+  }
+  try {
+    appliance.report = fetch_report(quiet);
+  } catch (const tool_error& fault) {
+    appliance.report_fault = fault.what();
+  }
+}
+
+}  // namespace
+
+int run_check(const words& all_arguments, std::ostream& out) {
+  words arguments = all_arguments;
+  const bool online = take_option(arguments, "--online");
+  const bool quiet = take_option(arguments, "--quiet");
+  const std::optional<std::string> report_path = take_option_value(arguments, "--report");
+  if (arguments.size() > 1) throw usage_error("check takes one FILE");
+  const std::string path = arguments.empty() ? appliance_settings_path() : as_path(arguments[0]);
+
+  checked_appliance appliance;
+  try {
+    appliance = read_appliance(path);
+    read_report_into(appliance, report_path, quiet);
+  } catch (const tool_error& fault) {
+    if (quiet) return 2;
+    throw unreadable_error(fault.what());
+  }
+  appliance.online = online;
+  const findings found = findings_of(appliance);
+  if (!quiet)
+    for (const std::string& finding : found) out << finding << '\n';
+  return found.empty() ? 0 : 1;
+}
+
+}  // namespace skypost

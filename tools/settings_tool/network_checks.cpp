@@ -1,0 +1,181 @@
+// The checks of the networks that are switched on.
+
+#include <netdb.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string_view>
+
+#include "run/rapid_fire.h"
+#include "settings_tool/check_list.h"
+#include "settings_tool/enabled_steps.h"
+#include "settings_tool/field_lookup.h"
+#include "settings_tool/meaning.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::int32_t NO_PASSCODE = -1;
+
+bool is_unset(const field_description& row) {
+  if (row.field.is_text()) return station_settings.text(row.as_text()).empty();
+  return row.field.kind == field_kind::secret_integer &&
+         station_settings.integer(row.as_integer()) == NO_PASSCODE;
+}
+
+settings_record settings_with(const field_description& row, bool other) {
+  settings_record settings = station_settings;
+  if (row.field.is_text())
+    settings.set_text(row.as_text(), other ? "1" : "2");
+  else
+    settings.set_integer(row.as_integer(), other ? 1 : 2);
+  return settings;
+}
+
+// True when another value of the setting makes another text, so that the network is told it. A hardware
+// address for MeteoNews is, for one, on some boards alone.
+bool is_told(const run_step& step, const field_description& row, const checked_appliance& appliance) {
+  const char* const hardware = appliance.hardware_address.c_str();
+  const std::vector<const outgoing*> all = handed_out_by(step);
+  return std::any_of(all.begin(), all.end(), [&](const outgoing* what) {
+    return composed(*what, settings_with(row, false), hardware) !=
+           composed(*what, settings_with(row, true), hardware);
+  });
+}
+
+bool is_hardware_address_told(const run_step& step) {
+  return composed(*step.what, station_settings, "1") != composed(*step.what, station_settings, "2");
+}
+
+// "station ID" of "station ID, as on the web page"
+std::string thing_of(const field_description& row) {
+  const std::string_view meaning = row.meaning;
+  return std::string(meaning.substr(0, meaning.find_first_of(",;")));
+}
+
+void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
+  const std::string network = network_of(step);
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (row.group != network || !is_unset(row)) continue;
+    const bool told = is_told(step, row, appliance);
+    // The name of the APRS server is no part of the packet.
+    if (!told && row.field.offset != aprs_host.offset) continue;
+    const bool is_call_sign = told && step.what->by == carrier::aprs && row.field.is_text();
+    found.push_back(std::string(row.name) + ": " + network + " is switched on without its " + thing_of(row) +
+                    (is_call_sign ? ", and an empty one is found in every answer: each upload counts as good,"
+                                    " whatever the server says"
+                                  : "") +
+                    ". Set it, or set " + switch_of(step) + " to 0.");
+  }
+  if (appliance.hardware_address.empty() && is_hardware_address_told(step))
+    found.push_back("eth0: ifconfig tells no hardware address, which " + network +
+                    " knows the station by. See to the interface, or set " + switch_of(step) + " to 0.");
+}
+
+// Why the name of a server does not resolve; empty when it does. APRS is spoken over IPv4 alone.
+std::string fault_of_name(const called_server& server) {
+  addrinfo hints{};
+  hints.ai_family = server.scheme.empty() ? AF_INET : AF_UNSPEC;
+  hints.ai_socktype = SOCK_STREAM;
+  addrinfo* addresses = nullptr;
+  const int fault = getaddrinfo(server.host.c_str(), nullptr, &hints, &addresses);
+  if (fault != 0) return gai_strerror(fault);
+  freeaddrinfo(addresses);
+  return {};
+}
+
+void check_server(const run_step& step, const called_server& server, bool online, findings& found) {
+  const std::string start = switch_of(step) + ": the server of " + network_of(step);
+  if (server.host.ends_with(".invalid")) {
+    found.push_back(start + " is not known, so nothing reaches it. Name it as " + server.named_by +
+                    ", or set " + switch_of(step) + " to 0.");
+  } else if (online) {
+    if (const std::string fault = fault_of_name(server); !fault.empty())
+      found.push_back(start + ", " + quoted(server.host) + ", is not found (" + fault +
+                      "). See to the appliance's name server, or name another as " + server.named_by + '.');
+  }
+}
+
+struct coordinate {
+  const char* name;
+  const integer_field& degrees;
+  const integer_field& minutes;
+  const integer_field& seconds;
+};
+
+constexpr coordinate POSITION[] = {
+    {"latitude", latitude_degrees, latitude_minutes, latitude_seconds},
+    {"longitude", longitude_degrees, longitude_minutes, longitude_seconds},
+};
+
+void check_coordinate(const coordinate& one, const std::string& networks, findings& found) {
+  constexpr std::int32_t UNSET = -1;
+  if (station_settings.integer(one.degrees) == UNSET) {
+    found.push_back(std::string(description_of(one.degrees).name) + ": the " + one.name +
+                    " is not set, so no valid position is sent to " + networks +
+                    ". Set it in degrees, minutes and seconds.");
+    return;
+  }
+  for (const integer_field* const part : {&one.degrees, &one.minutes, &one.seconds}) {
+    const meant_range range = meant_range_of(*part).value();
+    const std::int32_t value = station_settings.integer(*part);
+    if (value < range.least || value > range.most)
+      found.push_back(std::string(description_of(*part).name) + ": there is no " + one.name + " of " +
+                      std::to_string(value) + " here, so a wrong position is sent to " + networks +
+                      ". Set it to " + std::to_string(range.least) + " to " + std::to_string(range.most) +
+                      '.');
+  }
+}
+
+}  // namespace
+
+void check_accounts(const checked_appliance& appliance, findings& found) {
+  for (const run_step* const step : enabled_steps()) check_account(*step, appliance, found);
+}
+
+void check_servers(const checked_appliance& appliance, findings& found) {
+  for (const run_step* const step : enabled_steps())
+    for (const called_server& server : servers_of(*step))
+      check_server(*step, server, appliance.online, found);
+}
+
+void check_endpoint_lines(const checked_appliance& appliance, findings& found) {
+  constexpr std::string_view START = "Error: ";
+  std::istringstream lines(appliance.skipped_endpoints);
+  for (std::string line; std::getline(lines, line);)
+    found.push_back((line.starts_with(START) ? line.substr(START.size()) : line) +
+                    ". The line is skipped until that is corrected.");
+}
+
+void check_position(const checked_appliance&, findings& found) {
+  const std::string networks =
+      networks_where([](const run_step& step) { return step.what->by == carrier::aprs; });
+  if (networks.empty()) return;
+  for (const coordinate& one : POSITION) check_coordinate(one, networks, found);
+}
+
+void check_pushes(const checked_appliance&, findings& found) {
+  for (const run_step& step : run_list())
+    if (station_settings.is_on(*step.enabled) && !is_enabled(step, station_settings))
+      found.push_back(std::string(description_of(*step.user).name) +
+                      ": it has fewer than two characters, so nothing is pushed to " + network_of(step) +
+                      " and only its file is written. Set it to the user name.");
+}
+
+void check_rapid_fire(const checked_appliance&, findings& found) {
+  settings_record valid = station_settings;
+  make_intervals_valid(valid);
+  for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS) {
+    if (network.own_interval == nullptr || !station_settings.is_on(*network.enabled) ||
+        !station_settings.is_on(*network.rapid_enabled))
+      continue;
+    const std::int32_t interval = station_settings.integer(*network.own_interval);
+    const std::int32_t used = valid.integer(*network.own_interval);
+    if (interval != used)
+      found.push_back(std::string(description_of(*network.own_interval).name) + ": " +
+                      std::to_string(interval) + " seconds is no interval, and " + std::to_string(used) +
+                      " are taken instead. Set it to 1 or more.");
+  }
+}
+
+}  // namespace skypost

@@ -1,0 +1,78 @@
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+
+#include "common/report_source.h"
+#include "settings/record.h"
+#include "settings_tool/commands.h"
+#include "settings_tool/field_lookup.h"
+#include "settings_tool/present_values.h"
+
+namespace skypost {
+namespace {
+
+// A role that sensors are selected for, and what it takes of them.
+struct sensor_role {
+  const field_description& setting;
+  std::vector<const live_row*> values;
+
+  // True when any sensor is as good for the one as for the other.
+  bool takes_the_same_as(const sensor_role& other) const {
+    return std::equal(
+        values.begin(), values.end(), other.values.begin(), other.values.end(),
+        [](const live_row* one, const live_row* two) { return std::string_view(one->key) == two->key; });
+  }
+};
+
+std::vector<sensor_role> sensor_roles() {
+  std::vector<sensor_role> roles;
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (row.group == std::string_view("sensors")) roles.push_back({row, present_values_of(row.field)});
+  return roles;
+}
+
+// "temp_c" of the key "actual_th0_temp_c"
+std::string quantity_of(const std::string& key, const std::string& sensor) {
+  return key.substr(key.find(sensor) + sensor.size() + 1);
+}
+
+std::string without_quotes(const std::string& text) { return text.substr(1, text.size() - 2); }
+
+// One sensor with what the uploader would read if it were selected.
+void print_sensor(std::ostream& out, const sensor_role& role, const std::string& sensor,
+                  const std::string& report) {
+  constexpr std::size_t WIDTH = 8;  // of the longest name and a blank
+  station_settings.set_text(role.setting.as_text(), sensor);
+  out << "  " << sensor << std::string(WIDTH - sensor.size(), ' ');
+  const char* separator = "";
+  for (const live_row* const row : role.values) {
+    const std::optional<std::string> word = word_for(*row, report);
+    if (!word) continue;
+    out << separator << quantity_of(key_of(*row), sensor) << ' '
+        << (is_number(*row, *word) ? without_quotes(quoted(*word)) : quoted(*word) + " (not a number)");
+    separator = ", ";
+  }
+  out << '\n';
+}
+
+}  // namespace
+
+int run_sensors(const words& all_arguments, std::ostream& out) {
+  words arguments = all_arguments;
+  const std::optional<std::string> report_path = take_option_value(arguments, "--report");
+  if (!arguments.empty()) throw usage_error("sensors takes no " + quoted(arguments[0]));
+  const std::string report = report_path ? read_report(*report_path) : fetch_report();
+
+  const std::vector<sensor_role> roles = sensor_roles();
+  for (auto role = roles.begin(); role != roles.end(); ++role) {
+    out << role->setting.name << ": " << role->setting.meaning << '\n';
+    // Roles that take the same have one list after the last of them.
+    if (std::next(role) != roles.end() && role->takes_the_same_as(*std::next(role))) continue;
+    const std::vector<std::string> sensors = sensors_with_one_of(role->values, report);
+    if (sensors.empty()) out << "  none in this report\n";
+    for (const std::string& sensor : sensors) print_sensor(out, *role, sensor, report);
+  }
+  return 0;
+}
+
+}  // namespace skypost

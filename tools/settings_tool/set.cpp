@@ -1,0 +1,89 @@
+#include <charconv>
+#include <cstring>
+#include <limits>
+
+#include "settings/byte_order.h"
+#include "settings/load.h"
+#include "settings_tool/commands.h"
+#include "settings_tool/field_lookup.h"
+#include "settings_tool/meaning.h"
+
+namespace skypost {
+namespace {
+
+// The number in a text, within what its field can hold.
+std::int64_t number_for(const field_description& row, const std::string& text) {
+  using signed_limits = std::numeric_limits<std::int32_t>;
+  const bool is_unsigned = row.field.kind == field_kind::unsigned_integer;
+  const std::int64_t least = is_unsigned ? 0 : signed_limits::min();
+  const std::int64_t most = is_unsigned ? std::numeric_limits<std::uint32_t>::max() : signed_limits::max();
+
+  std::int64_t value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, fault] = std::from_chars(text.data(), end, value);
+  if (stop != end || fault == std::errc::invalid_argument)
+    throw tool_error(std::string(row.name) + " takes a whole number, not \"" + text + "\"");
+  if (fault != std::errc{} || value < least || value > most)
+    throw tool_error(std::string(row.name) + " takes a number from " + std::to_string(least) + " to " +
+                     std::to_string(most) + ", not " + text);
+  return value;
+}
+
+void refuse(const std::string& fault) {
+  if (!fault.empty()) throw tool_error(fault + "; --force stores it all the same");
+}
+
+void store_number(settings_record& record, const field_description& row, const std::string& text,
+                  bool force) {
+  const std::int64_t number = number_for(row, text);
+  if (!force) refuse(fault_of_number(row, number));
+  record.set_integer(row.as_integer(), static_cast<std::int32_t>(number));
+}
+
+void store_text(settings_record& record, const field_description& row, const std::string& text, bool force) {
+  const settings_field& field = row.field;
+  if (text.size() >= field.size)
+    throw tool_error(std::string(row.name) + " holds at most " + std::to_string(field.size - 1) +
+                     " bytes; this text has " + std::to_string(text.size()));
+  if (!force) refuse(fault_of_text(row, text));
+  // No rest of a longer password stays after the new one.
+  std::memset(record.bytes + field.offset, 0, field.size);
+  record.set_text(row.as_text(), text);
+}
+
+// Carries "name=value" out on the record of a file.
+void assign(const settings_file& file, settings_record& record, const std::string& assignment, bool force) {
+  const std::size_t equals = assignment.find('=');
+  if (equals == std::string::npos) throw usage_error("\"" + assignment + "\" is no NAME=VALUE");
+  const field_description& row = field_named(assignment.substr(0, equals));
+  if (row.field.offset == byte_order_marker.offset)
+    throw tool_error(std::string(row.name) + " tells the file's byte order and stays");
+  if (row.field.offset + row.field.size > file.size)
+    throw tool_error(std::string(row.name) + " lies beyond the end of this file's layout (" +
+                     layout_of(file) + ")");
+  const std::string value = assignment.substr(equals + 1);
+  if (row.field.is_text())
+    store_text(record, row, value, force);
+  else
+    store_number(record, row, value, force);
+}
+
+}  // namespace
+
+int run_set(const words& all_arguments, std::ostream&) {
+  words arguments = all_arguments;
+  const bool force = take_option(arguments, "--force");
+  if (arguments.size() < 2) throw usage_error("set takes a FILE and at least one NAME=VALUE");
+  settings_file file = read_settings_file(as_path(arguments[0]));
+  if (is_size_unlisted(file.size, platform()))
+    throw tool_error(arguments[0] + ": not changed, as its layout is unknown (" + layout_of(file) + ")");
+
+  const bool foreign = is_byte_order_foreign(file.image, platform());
+  if (foreign) convert_byte_order(file.image);
+  for (std::size_t i = 1; i < arguments.size(); ++i) assign(file, file.image, arguments[i], force);
+  if (foreign) convert_byte_order(file.image);
+  replace_settings_file(file);
+  return 0;
+}
+
+}  // namespace skypost

@@ -1,0 +1,85 @@
+#include "settings_tool/settings_tool.h"
+
+#include <ostream>
+#include <string_view>
+
+#include "settings_tool/commands.h"
+
+namespace skypost {
+namespace {
+
+struct command {
+  const char* name;
+  const char* arguments;
+  const char* what;  // lines of the help
+  int (*run)(const words& arguments, std::ostream& out);
+};
+
+constexpr command COMMANDS[] = {
+    {"new", "FILE", "      writes the default settings to a new file\n", run_new},
+    {"show", "[--secrets] [FILE] [NETWORK]",
+     "      prints every setting, group by group, or those of one NETWORK, with * for each password unless\n"
+     "      --secrets is given\n",
+     run_show},
+    {"names", "", "      prints the names of the settings, one a line\n", run_names},
+    {"set", "[--force] FILE NAME=VALUE...",
+     "      changes settings; when one of them is wrong, the file stays as it was. What fits but cannot be\n"
+     "      meant, such as a latitude of 91 degrees, is stored with --force alone\n",
+     run_set},
+    {"sensors", "[--report FILE]",
+     "      prints which sensors can be selected for what, with their present values\n", run_sensors},
+    {"check", "[--online] [--quiet] [--report FILE] [FILE]",
+     "      prints what keeps the uploads from arriving, one finding a line, the worst first. --online also\n"
+     "      resolves the names of the servers; --quiet prints nothing. Exit status: 0 nothing was found,\n"
+     "      1 something was, 2 the settings or the report cannot be read\n",
+     run_check},
+};
+
+constexpr char HINT[] = "Try 'skypost-settings --help'.\n";
+
+void print_help(std::ostream& out) {
+  out << "skypost-settings makes, shows, changes and checks the settings files of skypost.\n\n";
+  for (const command& row : COMMANDS)
+    out << "  skypost-settings " << row.name << (*row.arguments == '\0' ? "" : " ") << row.arguments << '\n'
+        << row.what;
+  out << "  skypost-settings --help | --version\n"
+         "\n"
+         "Without FILE, `show` and `check` take the appliance's own settings. Without --report, `sensors` "
+         "and\n"
+         "`check` ask the appliance's data server. The environment variable NIMBULOGHW, when set, names the\n"
+         "board that a file belongs to: NSLU2, PLUG, A10 or X86. Otherwise it is taken for this board's.\n";
+}
+
+int run_command(const words& arguments, std::ostream& out) {
+  if (arguments.empty()) throw usage_error("no command given");
+  for (const command& row : COMMANDS)
+    if (arguments[0] == row.name) return row.run({arguments.begin() + 1, arguments.end()}, out);
+  throw usage_error("no command \"" + arguments[0] + "\"");
+}
+
+}  // namespace
+
+int run_settings_tool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors) {
+  if (arguments == words{"--version"}) {
+    out << "skypost-settings " SKYPOST_VERSION "\n";
+    return 0;
+  }
+  if (!arguments.empty() && (arguments[0] == "--help" || arguments.back() == "--help")) {
+    print_help(out);
+    return 0;
+  }
+  try {
+    return run_command(arguments, out);
+  } catch (const usage_error& fault) {
+    errors << "Error: " << fault.what() << '\n' << HINT;
+    return 2;
+  } catch (const unreadable_error& fault) {
+    errors << "Error: " << fault.what() << '\n';
+    return 2;
+  } catch (const tool_error& fault) {
+    errors << "Error: " << fault.what() << '\n';
+    return 1;
+  }
+}
+
+}  // namespace skypost

@@ -1,0 +1,70 @@
+#include <ostream>
+
+#include "settings/load.h"
+#include "settings_tool/commands.h"
+#include "settings_tool/field_lookup.h"
+
+namespace skypost {
+namespace {
+
+std::string value_of(const settings_record& record, const field_description& row) {
+  if (row.field.is_text()) return quoted(record.text(row.as_text()));
+  if (row.field.kind == field_kind::unsigned_integer)
+    return std::to_string(record.unsigned_integer(row.as_integer()));
+  return std::to_string(record.integer(row.as_integer()));
+}
+
+// An empty password is no secret.
+bool is_hidden(const settings_record& record, const field_description& row) {
+  return row.field.is_secret() && !(row.field.is_text() && record.text(row.as_text()).empty());
+}
+
+// With an empty `wanted` all groups.
+void print_fields(std::ostream& out, const settings_record& record, std::string_view wanted,
+                  bool with_secrets) {
+  std::string_view group;
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (!wanted.empty() && wanted != row.group) continue;
+    if (group != row.group) out << "\n[" << (group = row.group) << "]\n";
+    const bool hide = !with_secrets && is_hidden(record, row);
+    out << row.name << " = " << (hide ? "*" : value_of(record, row)) << '\n';
+  }
+}
+
+// Takes the network, or another group of settings, out of the arguments. A file of that name is given as
+// ./name.
+std::string_view take_group(words& arguments) {
+  if (arguments.empty()) return {};
+  const std::string_view group = group_named(as_path(arguments.back()));
+  if (!group.empty()) arguments.pop_back();
+  return group;
+}
+
+}  // namespace
+
+int run_show(const words& all_arguments, std::ostream& out) {
+  words arguments = all_arguments;
+  const bool with_secrets = take_option(arguments, "--secrets");
+  const std::string_view group = take_group(arguments);
+  if (arguments.size() > 1) throw usage_error("show takes one FILE and one NETWORK");
+  const settings_file file =
+      read_settings_file(arguments.empty() ? appliance_settings_path() : as_path(arguments[0]));
+  out << "File:       " << file.path << '\n'
+      << "Layout:     " << layout_of(file) << '\n'
+      << "Byte order: "
+      << (is_byte_order_foreign(file.image, platform()) ? "foreign; the values are shown converted"
+                                                        : "native")
+      << '\n';
+  print_fields(out, as_loaded(file), group, with_secrets);
+  return 0;
+}
+
+// Those that `set` takes.
+int run_names(const words& arguments, std::ostream& out) {
+  if (!arguments.empty()) throw usage_error("names takes nothing after it");
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (row.field.offset != byte_order_marker.offset) out << row.name << '\n';
+  return 0;
+}
+
+}  // namespace skypost

@@ -1,0 +1,111 @@
+// The checks of the settings file, the report and the clock.
+
+#include <string_view>
+
+#include "settings/load.h"
+#include "settings_tool/check_list.h"
+#include "settings_tool/field_lookup.h"
+#include "settings_tool/present_values.h"
+
+namespace skypost {
+namespace {
+
+constexpr char LISTED[] = "\"skypost-settings sensors\" lists what there is.";
+
+// Those of the three sensors without which nothing is sent.
+bool is_outdoor(const settings_field& field) {
+  for (const settings_field* const sensor : {&sensor_temp, &sensor_hum, &sensor_dew})
+    if (field.offset == sensor->offset) return true;
+  return false;
+}
+
+// What is wrong with the values of one selected sensor. Of a sensor that gives several values, one in the
+// report is enough: not every station measures them all.
+findings faults_of_values(const field_description& setting, const std::string& report) {
+  findings faults;
+  std::string missing;
+  bool has_one = false;
+  for (const live_row* const row : present_values_of(setting.field)) {
+    const std::optional<std::string> word = word_for(*row, report);
+    if (!word && missing.empty()) missing = key_of(*row);
+    if (!word) continue;
+    has_one = true;
+    if (!is_number(*row, *word))
+      faults.push_back("the report's " + key_of(*row) + " is " + quoted(*word) + ", which is no number");
+  }
+  if (!has_one) faults.push_back("there is no " + quoted(missing) + " in the report");
+  return faults;
+}
+
+void check_values(const checked_appliance& appliance, bool outdoor, findings& found) {
+  if (appliance.report.empty()) return;
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (row.group != std::string_view("sensors") || is_outdoor(row.field) != outdoor ||
+        station_settings.text(row.as_text()).empty())
+      continue;
+    for (const std::string& fault : faults_of_values(row, appliance.report))
+      found.push_back(std::string(row.name) + ": " + fault +
+                      (outdoor ? ", so nothing at all is sent." : ", so it is not sent.") +
+                      " See to the sensor or select another: " + LISTED);
+  }
+}
+
+std::string date_of(std::time_t time) {
+  std::tm utc{};
+  char date[40];
+  gmtime_r(&time, &utc);
+  return {date, std::strftime(date, sizeof date, "%Y-%m-%d %H:%M UTC", &utc)};
+}
+
+}  // namespace
+
+void check_layout(const checked_appliance& appliance, findings& found) {
+  const settings_file& file = appliance.file;
+  if (is_size_unlisted(file.size, platform()))
+    found.push_back(file.path + ": no known layout has its size of " + std::to_string(file.size) +
+                    " bytes, so the settings may be read wrongly, and each run copies the file to its name"
+                    " with \".old\" added. Have the web pages write the settings again.");
+  if (is_byte_order_foreign(file.image, platform()))
+    found.push_back(file.path + ": its numbers are in the byte order of another kind of board and are" +
+                    " converted by each run. When \"skypost-settings show\" shows numbers that are wrong," +
+                    " have the web pages write the settings again.");
+}
+
+void check_outdoor_selection(const checked_appliance&, findings& found) {
+  for (const text_field* const sensor : {&sensor_temp, &sensor_hum, &sensor_dew})
+    if (station_settings.text(*sensor).empty())
+      found.push_back(std::string(description_of(*sensor).name) +
+                      ": no sensor is selected, so nothing at all is sent. Select one: " + LISTED);
+}
+
+void check_data_server(const checked_appliance& appliance, findings& found) {
+  if (appliance.report.empty())
+    found.push_back(appliance.report_fault +
+                    ", so nothing at all is sent. See to it that the appliance's data server runs.");
+}
+
+void check_outdoor_values(const checked_appliance& appliance, findings& found) {
+  check_values(appliance, true, found);
+}
+
+void check_other_values(const checked_appliance& appliance, findings& found) {
+  check_values(appliance, false, found);
+}
+
+void check_clock(const checked_appliance& appliance, findings& found) {
+  if (appliance.now < appliance.built)
+    found.push_back("clock: it says " + date_of(appliance.now) + ", but this program is of " +
+                    date_of(appliance.built) +
+                    ", so every network is told a wrong time and https servers are not trusted."
+                    " Set it, and have it set at each start of a board without a battery.");
+}
+
+void check_file_mode(const checked_appliance& appliance, findings& found) {
+  constexpr mode_t OTHERS = 077;
+  if ((appliance.file.mode & OTHERS) != 0)
+    found.push_back(appliance.file.path +
+                    ": others than its owner have access to it, and to the passwords in it. Take it away: "
+                    "chmod 600.");
+}
+
+}  // namespace skypost
