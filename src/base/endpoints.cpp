@@ -139,6 +139,8 @@ const char* endpoint_value(endpoint row) {
   return own[0] != '\0' ? own : ENDPOINTS[static_cast<std::size_t>(row)].value;
 }
 
+const char* endpoint_name(endpoint row) { return ENDPOINTS[static_cast<std::size_t>(row)].name; }
+
 void reset_endpoints() { std::memset(overrides, 0, sizeof overrides); }
 
 void read_endpoints(std::FILE* file, const char* path, std::FILE* complaints) {

@@ -19,6 +19,9 @@ inline constexpr std::size_t ENDPOINT_CAPACITY = 127;
 // the row. It holds no character that means something to the shell or in a URL.
 const char* endpoint_value(endpoint row);
 
+// The name of the row in the override file.
+const char* endpoint_name(endpoint row);
+
 // Returns every row to its default.
 void reset_endpoints();
 

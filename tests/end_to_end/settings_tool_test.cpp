@@ -19,7 +19,7 @@ class settings_tool_at_the_data_server : public program {
     std::ostringstream out_stream;
     std::ostringstream error_stream;
     ::testing::internal::CaptureStderr();
-    const int status = run_settings_tool(arguments, out_stream, error_stream);
+    const int status = run_tool(SETTINGS_TOOL, arguments, out_stream, error_stream);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
     out = out_stream.str();
     errors = error_stream.str();

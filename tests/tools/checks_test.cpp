@@ -356,14 +356,10 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
 TEST(Checks, ResolveNamesOnlyWhenTheyMay) {
   good_station station;
   for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {
-    constexpr std::pair<const char*, const char*> NAMES[] = {
-#define ENDPOINT(name, kind, value) {#name, #kind},
-#include "base/endpoints.def"
-    };
-    const auto& [name, kind] = NAMES[row];
-    if (kind != std::string("address"))
-      station.endpoints +=
-          std::string(name) + (kind == std::string("url") ? " = https://" : " = ") + "127.0.0.1\n";
+    const std::string server = endpoint_value(endpoint{row});
+    if (server.find('@') == std::string::npos)
+      station.endpoints += std::string(endpoint_name(endpoint{row})) + " = " +
+                           (server.starts_with("http") ? "https://" : "") + "127.0.0.1\n";
   }
   const std::string unknown = std::string(70, 'a') + ".example";
   station.endpoints += "wedaal = http://" + unknown + ":8080\n";

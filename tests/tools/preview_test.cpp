@@ -13,6 +13,7 @@
 
 #include "base/paths.h"
 #include "base/process_state.h"
+#include "common/errors.h"
 #include "live/report_parser.h"
 #include "preview/hidden_secrets.h"
 #include "preview/html.h"
@@ -241,7 +242,9 @@ TEST_F(Preview, ShowsWhatIsOnOrNamed) {
   EXPECT_EQ(ids({"weatherflow-rapid"}), texts{"weatherflow_rapid"});
   EXPECT_EQ(ids({"AWEKAS", "SH-Netz"}), (texts{"awekas_pull", "awekas_push", "shnetz"}));
   EXPECT_EQ(ids({"awekas-push"}), texts{"awekas_push"});
-  EXPECT_EQ(ids({"HAMweather/weather4u"}), texts{"pwsweather"});
+  // Its failures, its switch and its settings have three different names.
+  for (const char* const name : {"HAMweather/weather4u", "hamweather", "PWSweather"})
+    EXPECT_EQ(ids({name}), texts{"pwsweather"}) << name;
   for (const char* const nothing : {"", "weather", "awekas_pushy"})
     EXPECT_THROW(ids({nothing}), usage_error) << nothing;
 }
@@ -462,7 +465,7 @@ struct tool_run {
 tool_run run(const texts& arguments) {
   std::ostringstream out;
   std::ostringstream errors;
-  const int status = run_preview_tool(arguments, out, errors);
+  const int status = run_tool(PREVIEW_TOOL, arguments, out, errors);
   return {status, out.str(), errors.str()};
 }
 
@@ -513,6 +516,7 @@ TEST_F(PreviewTool, PreparesTheSettingsAndLooksAtTheLastRunAsARunDoes) {
 }
 
 TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
+  const std::string hint = "\nTry 'skypost-preview --help'.";
   const struct {
     texts arguments;
     int status;
@@ -520,9 +524,12 @@ TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
   } CASES[] = {
       {{"--report", report + "x"}, 1, report + "x: No such file or directory"},
       {{"--report", report, "--settings", "/nowhere"}, 1, "/nowhere: No such file or directory"},
-      {{"--report"}, 2, "--report takes a FILE (see skypost-preview --help)"},
-      {{"--settings"}, 2, "--settings takes a FILE (see skypost-preview --help)"},
-      {{"-x"}, 2, "no option -x (see skypost-preview --help)"},
+      {{"--report"}, 2, "--report takes a FILE" + hint},
+      {{"--settings"}, 2, "--settings takes a FILE" + hint},
+      {{"-x"}, 2, "unknown option -x" + hint},
+      {{"idokep", "--names"}, 2, "unknown option --names" + hint},
+      // Before it asks the data server.
+      {{"nowhere"}, 2, "no network \"nowhere\"; --names lists what there is" + hint},
   };
   for (const auto& row : CASES) {
     const tool_run shown = run(row.arguments);
@@ -530,12 +537,15 @@ TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
     EXPECT_EQ(shown.errors, "Error: " + row.error + '\n');
     EXPECT_EQ(shown.out, "");
   }
-  // Before it asks the data server.
-  const tool_run unknown = run({"nowhere"});
-  EXPECT_EQ(unknown.status, 2);
-  EXPECT_TRUE(contains(unknown.errors, "no network \"nowhere\"; there are awekas_pull, "));
-  EXPECT_EQ(run({"idokep", "--help"}).status, 0);
-  EXPECT_TRUE(run({"--version"}).out.starts_with("skypost-preview "));
+  EXPECT_TRUE(run({"idokep", "--help"}).out.starts_with("skypost-preview shows "));
+  EXPECT_EQ(run({"--version"}).out, "skypost-preview " SKYPOST_VERSION "\n");
+}
+
+TEST_F(PreviewTool, NamesWhateverItCanShow) {
+  std::istringstream names(run({"--names"}).out);
+  texts ids;
+  for (std::string name; std::getline(names, name);) ids.push_back(name);
+  EXPECT_EQ(ids, all_ids());
 }
 
 }  // namespace

@@ -23,6 +23,11 @@ TEST(Printable, LeavesNothingThatATerminalObeysOrABrowserGuesses) {
   for (const auto& [text, expected] : CASES) EXPECT_EQ(printable(text), expected);
 }
 
+TEST(Printable, KeepsAQuotedTextInItsQuotationMarks) {
+  EXPECT_EQ(quoted(""), "\"\"");
+  EXPECT_EQ(quoted("a \"b\" \\x \xc3\xbc \xfc\n"), "\"a \\\"b\\\" \\\\x \xc3\xbc \\xfc\\x0a\"");
+}
+
 TEST(Printable, KnowsTheEndOfALine) {
   const std::vector<std::string> expected = {"a", "", "b\\x0dc", "d\\x0d"};
   EXPECT_EQ(printable_lines("a\r\n\nb\rc\nd\r"), expected);

@@ -38,7 +38,7 @@ class SettingsTool : public ::testing::Test {
   int run(const std::vector<std::string>& arguments) {
     std::ostringstream out_stream;
     std::ostringstream error_stream;
-    const int status = run_settings_tool(arguments, out_stream, error_stream);
+    const int status = run_tool(SETTINGS_TOOL, arguments, out_stream, error_stream);
     out = out_stream.str();
     errors = error_stream.str();
     return status;
@@ -415,7 +415,7 @@ TEST_F(SettingsTool, TellsHowItIsUsed) {
       {{"set", file}, "set takes a FILE and at least one NAME=VALUE"},
       {{"set", file, "cwop_enabled"}, "\"cwop_enabled\" is no NAME=VALUE"},
       {{"sensors", "th0"}, "sensors takes no \"th0\""},
-      {{"sensors", "--report"}, "--report takes a value after it"},
+      {{"sensors", "--report"}, "--report takes a FILE"},
       {{"check", "a", "b"}, "check takes one FILE"},
       {{"check", "--offline"}, "unknown option --offline"},
   };

@@ -50,6 +50,15 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+std::string quoted(std::string_view text) {
+  std::string escaped;
+  for (const char character : text) {
+    if (character == '"' || character == '\\') escaped += '\\';
+    escaped += character;
+  }
+  return '"' + printable(escaped) + '"';
+}
+
 std::vector<std::string> printable_lines(std::string_view text) {
   std::vector<std::string> lines;
   while (!text.empty()) {

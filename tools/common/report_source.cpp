@@ -8,8 +8,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "common/errors.h"
 #include "common/kept_text.h"
-#include "common/settings_file.h"
 #include "live/data_server.h"
 
 namespace skypost {

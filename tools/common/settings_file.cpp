@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "base/paths.h"
+#include "common/errors.h"
 #include "run/host_identity.h"
 #include "settings/load.h"
 
@@ -87,11 +88,13 @@ const char* platform() {
   return std::getenv("NIMBULOGHW");
 }
 
-std::string appliance_settings_path() {
-  path_text path;
-  append_appliance_path(path, SETTINGS_PATH);
-  return path.c_str();
+std::string appliance_path(const char* path) {
+  path_text text;
+  append_appliance_path(text, path);
+  return text.c_str();
 }
+
+std::string appliance_settings_path() { return appliance_path(SETTINGS_PATH); }
 
 settings_file read_settings_file(const std::string& path) {
   settings_file result;

@@ -3,21 +3,18 @@
 #include <sys/types.h>
 
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 
 #include "settings/record.h"
 
 namespace skypost {
 
-// Why a tool cannot do what it was told to; the text is one line for its user.
-struct tool_error : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
 // The board that files are taken to belong to, as in NIMBULOGHW: the one that is named there, or else this
 // one. nullptr when it is unknown.
 const char* platform();
+
+// Where a file of the appliance is.
+std::string appliance_path(const char* path);
 
 // The appliance's own settings file.
 std::string appliance_settings_path();

@@ -1,12 +1,13 @@
 #include "preview/hidden_secrets.h"
 
+#include "common/composing.h"
+
 namespace skypost {
 namespace {
 
 // Short enough for every slot, with neither blanks nor separators.
 constexpr const char* WORDS[] = {"AAAAAAAA", "bbbbbbbb"};
 constexpr std::int32_t NUMBERS[] = {11'111, 22'222};
-constexpr std::int32_t NO_PASSCODE = -1;
 
 constexpr std::string_view BLANKS = " \r\n";
 
@@ -20,15 +21,10 @@ std::string_view take_run(std::string_view& text, bool of_blanks) {
 
 }  // namespace
 
-bool is_secret_unset(const settings_record& settings, const settings_field& secret) {
-  if (secret.is_text()) return settings.text(static_cast<const text_field&>(secret)).empty();
-  return settings.integer(static_cast<const integer_field&>(secret)) == NO_PASSCODE;
-}
-
 settings_record with_secrets_replaced(const settings_record& settings, bool by_second_word) {
   settings_record result = settings;
   for (const settings_field& field : SETTINGS_FIELDS) {
-    if (!field.is_secret() || is_secret_unset(settings, field)) continue;
+    if (!field.is_secret() || is_unset(settings, field)) continue;
     if (field.is_text())
       result.set_text(static_cast<const text_field&>(field), WORDS[by_second_word]);
     else

@@ -18,9 +18,6 @@ inline constexpr char HIDDEN[] = "***";
 // that is not set stays as it is.
 settings_record with_secrets_replaced(const settings_record& settings, bool by_second_word);
 
-// True when nobody has entered this secret: an empty text, or the passcode of those who have none.
-bool is_secret_unset(const settings_record& settings, const settings_field& secret);
-
 // Each takes what was composed with the one and with the other word in it and returns it with HIDDEN in place
 // of each word of a text, or each field of a parameter, in which the two differ.
 std::string with_differences_hidden(std::string_view one, std::string_view other);

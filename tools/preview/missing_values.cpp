@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "live/live_table.h"
-#include "live/report_parser.h"
+#include "common/composing.h"
+#include "common/printable.h"
+#include "common/report_values.h"
 #include "settings/field_descriptions.h"
 
 namespace skypost {
@@ -31,21 +32,11 @@ void empty(const live_row& row, LiveRecord& live) {
   if (row.text != nullptr) put(live.*row.text, row.absent_text);
 }
 
-// The key with the sensor in it, without the blank that ends some patterns.
-std::string key_of(const live_row& row) {
-  fixed_text<63> key;
-  key.append_pattern(row.key,
-                     row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
-  return std::string(key.view().substr(0, key.view().find(' ')));
-}
-
 missing_value explained(const live_row& row, const char* report) {
   if (row.sensor != nullptr && station_settings.text(*row.sensor).empty())
     return {description_of(*row.sensor).name, "no sensor selected"};
-  const char* const value = find_value(report, row);
-  if (value == nullptr) return {key_of(row), "not in the report"};
-  const std::string word(value, std::strcspn(value, " \t\r\n"));
-  return {key_of(row), "\"" + word + "\" in the report"};
+  const std::optional<std::string> word = word_for(row, report);
+  return {key_of(row), word ? quoted(*word) + " in the report" : "not in the report"};
 }
 
 // Rows with one unselected sensor have one explanation.
@@ -54,12 +45,6 @@ void add(std::vector<missing_value>& list, missing_value value) {
 }
 
 }  // namespace
-
-std::string text_of(const outgoing& what, const station& from) {
-  outgoing_text text;
-  what.compose(text, from);
-  return std::string(text.view());
-}
 
 std::vector<missing_value> missing_values(const outgoing& what, const station& from, const char* report) {
   LiveRecord complete = from.live;

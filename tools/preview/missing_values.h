@@ -23,7 +23,4 @@ std::vector<missing_value> missing_values(const outgoing& what, const station& f
 // Those of the three outdoor values without which nothing is sent that `live` lacks.
 std::vector<missing_value> missing_outdoor_values(const LiveRecord& live, const char* report);
 
-// What `what` hands out.
-std::string text_of(const outgoing& what, const station& from);
-
 }  // namespace skypost

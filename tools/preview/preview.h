@@ -4,16 +4,10 @@
 #include <vector>
 
 #include "common/request_parts.h"
-#include "common/settings_file.h"
 #include "compose/station.h"
 #include "preview/missing_values.h"
 
 namespace skypost {
-
-// A command line that asks for what there is not.
-struct usage_error : tool_error {
-  using tool_error::tool_error;
-};
 
 // What one step would hand out now, as its owner reads it. Of `request` and `text` one is filled.
 struct step_preview {
@@ -46,13 +40,11 @@ struct preview_source {
 };
 
 // A preview of every step that is switched on, in the order of a run, each with its rapid-fire form after it
-// where that is on as well. With `networks`, of those instead, on or off. One is named by its id, by the name
-// that its failures are reported under or by its group of settings; case, blanks and hyphens do not matter.
-// Throws usage_error when there is none of that name.
-std::vector<step_preview> make_previews(const preview_source& source,
-                                        const std::vector<std::string>& networks);
+// where that is on as well. With `names`, of what they name instead, on or off: each is an id or the name of a
+// network. Throws usage_error when there is nothing of that name.
+std::vector<step_preview> make_previews(const preview_source& source, const std::vector<std::string>& names);
 
 // Throws as make_previews does, without making any.
-void check_networks(const std::vector<std::string>& networks);
+void check_networks(const std::vector<std::string>& names);
 
 }  // namespace skypost

@@ -1,6 +1,5 @@
 #include "preview/preview_tool.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <optional>
@@ -8,6 +7,7 @@
 
 #include "base/process_state.h"
 #include "common/report_source.h"
+#include "common/settings_file.h"
 #include "live/data_server.h"
 #include "live/report_parser.h"
 #include "preview/html.h"
@@ -15,6 +15,7 @@
 #include "run/host_identity.h"
 #include "run/last_run.h"
 #include "run/rapid_fire.h"
+#include "run/run_list.h"
 
 namespace skypost {
 namespace {
@@ -32,38 +33,29 @@ constexpr char HELP[] =
     "  --settings FILE  a settings file; without it, the appliance's own\n"
     "  --secrets        passwords are shown, too; without it, they are ***\n"
     "  --html           one page for a browser\n"
-    "  --help, --version\n"
+    "\n"
+    "  skypost-preview --names             prints every NETWORK, one a line\n"
+    "  skypost-preview --help | --version\n"
     "\n"
     "Exit status: 0; 1 when settings or report cannot be read; 2 for a bad command line.\n";
 
 struct command_line {
+  bool with_secrets;
+  bool as_html;
   std::optional<std::string> report;
   std::optional<std::string> settings;
-  bool with_secrets = false;
-  bool as_html = false;
-  std::vector<std::string> networks;
+  words networks;
 };
 
-command_line read_command_line(const std::vector<std::string>& arguments) {
-  command_line result;
-  for (auto word = arguments.begin(); word != arguments.end(); ++word) {
-    const auto take_file = [&] {
-      if (word + 1 == arguments.end()) throw usage_error(*word + " takes a FILE");
-      return *++word;
-    };
-    if (*word == "--report")
-      result.report = take_file();
-    else if (*word == "--settings")
-      result.settings = take_file();
-    else if (*word == "--secrets")
-      result.with_secrets = true;
-    else if (*word == "--html")
-      result.as_html = true;
-    else if (word->starts_with('-'))
-      throw usage_error("no option " + *word);
-    else
-      result.networks.push_back(*word);
-  }
+command_line read_command_line(words arguments) {
+  command_line result{
+      .with_secrets = take_option(arguments, "--secrets"),
+      .as_html = take_option(arguments, "--html"),
+      .report = take_file_option(arguments, "--report"),
+      .settings = take_file_option(arguments, "--settings"),
+      .networks = {},
+  };
+  for (const std::string& word : arguments) result.networks.push_back(as_operand(word));
   check_networks(result.networks);
   return result;
 }
@@ -110,30 +102,18 @@ void show(const command_line& wanted, std::ostream& out) {
     print_text(out, page);
 }
 
+int run(const words& arguments, std::ostream& out) {
+  if (arguments == words{"--names"})
+    for_each_outgoing([&](const outgoing& what) { out << what.id << '\n'; });
+  else
+    show(read_command_line(arguments), out);
+  return 0;
+}
+
+void print_help(std::ostream& out) { out << HELP; }
+
 }  // namespace
 
-int run_preview_tool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors) {
-  const auto is_given = [&](const char* option) {
-    return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
-  };
-  if (is_given("--help")) {
-    out << HELP;
-    return 0;
-  }
-  if (is_given("--version")) {
-    out << "skypost-preview " SKYPOST_VERSION "\n";
-    return 0;
-  }
-  try {
-    show(read_command_line(arguments), out);
-    return 0;
-  } catch (const usage_error& fault) {
-    errors << "Error: " << fault.what() << " (see skypost-preview --help)\n";
-    return 2;
-  } catch (const tool_error& fault) {
-    errors << "Error: " << fault.what() << '\n';
-    return 1;
-  }
-}
+const tool PREVIEW_TOOL = {"skypost-preview", print_help, run};
 
 }  // namespace skypost

@@ -2,7 +2,9 @@
 #include <ostream>
 
 #include "base/endpoints.h"
+#include "common/errors.h"
 #include "common/kept_text.h"
+
 #include "common/report_source.h"
 #include "run/host_identity.h"
 #include "settings_tool/checks.h"
@@ -54,9 +56,9 @@ int run_check(const words& all_arguments, std::ostream& out) {
   words arguments = all_arguments;
   const bool online = take_option(arguments, "--online");
   const bool quiet = take_option(arguments, "--quiet");
-  const std::optional<std::string> report_path = take_option_value(arguments, "--report");
+  const std::optional<std::string> report_path = take_file_option(arguments, "--report");
   if (arguments.size() > 1) throw usage_error("check takes one FILE");
-  const std::string path = arguments.empty() ? appliance_settings_path() : as_path(arguments[0]);
+  const std::string path = arguments.empty() ? appliance_settings_path() : as_operand(arguments[0]);
 
   checked_appliance appliance;
   try {
@@ -64,7 +66,7 @@ int run_check(const words& all_arguments, std::ostream& out) {
     read_report_into(appliance, report_path, quiet);
   } catch (const tool_error& fault) {
     if (quiet) return 2;
-    throw unreadable_error(fault.what());
+    throw tool_error(fault.what(), 2);
   }
   appliance.online = online;
   const findings found = findings_of(appliance);

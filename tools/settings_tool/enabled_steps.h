@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "run/run_list.h"
+#include "common/networks.h"
 
 // What the run list does with the process's settings.
 namespace skypost {
@@ -13,10 +13,6 @@ std::vector<const run_step*> enabled_steps();
 
 // What such a step hands out: in rapid fire as well, when that is on.
 std::vector<const outgoing*> handed_out_by(const run_step& step);
-
-// The name of its network, as in "Weather Underground", and the setting that switches it on.
-std::string network_of(const run_step& step);
-std::string switch_of(const run_step& step);
 
 // The networks among the steps that are taken for which `has` is true, each once: "AWEKAS, Wedaal". Empty when
 // there is none.
@@ -38,7 +34,7 @@ struct called_server {
 // None for a step that calls none, or whose server is not set.
 std::vector<called_server> servers_of(const run_step& step);
 
-// What is handed out with these settings when every value of the report is missing.
-std::string composed(const outgoing& what, const settings_record& settings, const char* hardware_address);
+// This station with these settings when every value of the report is missing.
+station station_without_values(const settings_record& settings, const char* hardware_address);
 
 }  // namespace skypost

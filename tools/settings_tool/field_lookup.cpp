@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cctype>
-#include <iomanip>
 #include <iterator>
 #include <numeric>
-#include <sstream>
 #include <vector>
 
-#include "common/settings_file.h"
+#include "common/errors.h"
+#include "common/networks.h"
+#include "common/printable.h"
 
 namespace skypost {
 namespace {
@@ -33,14 +33,6 @@ std::size_t distance(std::string_view one, std::string_view other) {
   return row.back();
 }
 
-// A word in lower case, without what may or may not be between its parts.
-std::string letters_of(std::string_view word) {
-  std::string letters;
-  for (const char character : word)
-    if (character != ' ' && character != '-' && character != '_') letters += to_lower(character);
-  return letters;
-}
-
 }  // namespace
 
 const field_description& field_named(const std::string& name) {
@@ -50,37 +42,16 @@ const field_description& field_named(const std::string& name) {
                           return distance(name, one.name) < distance(name, other.name);
                         });
   if (name != nearest.name)
-    throw tool_error("no setting \"" + name + "\"; did you mean " + nearest.name + "?");
+    throw tool_error("no setting " + quoted(name) + "; did you mean " + nearest.name + "?");
   return nearest;
 }
 
-std::string_view group_named(std::string_view word) {
-  constexpr std::string_view SWITCH = "_enabled";
-  const std::string wanted = letters_of(word);
-  for (const field_description& row : FIELD_DESCRIPTIONS) {
-    const std::string_view name = row.name;
-    const bool is_switch = name.ends_with(SWITCH);
-    if (wanted == letters_of(row.group) ||
-        (is_switch && wanted == letters_of(name.substr(0, name.size() - SWITCH.size()))))
-      return row.group;
-  }
+std::string_view group_named(std::string_view name) {
+  for (const run_step& step : run_list())
+    if (is_network_name(name, step)) return description_of(*step.enabled).group;
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (is_same_name(name, row.group)) return row.group;
   return {};
-}
-
-std::string quoted(std::string_view text) {
-  std::ostringstream result;
-  result << '"' << std::hex << std::setfill('0');
-  for (const char character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < ' ' || byte == 0x7f)
-      result << "\\x" << std::setw(2) << int{byte};
-    else if (character == '"' || character == '\\')
-      result << '\\' << character;
-    else
-      result << character;
-  }
-  result << '"';
-  return result.str();
 }
 
 }  // namespace skypost

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "common/printable.h"
+
 namespace skypost {
 namespace {
 
@@ -75,7 +77,7 @@ std::string fault_of_text(const field_description& row, std::string_view text) {
   std::string classes;
   for (const char* const name : SENSOR_CLASSES) (classes += name) += ", ";
   return std::string(row.name) + " takes a class of sensors (" + classes.substr(0, classes.size() - 2) +
-         ") and a number, or nothing (" + row.meaning + "), not \"" + std::string(text) + "\"";
+         ") and a number, or nothing (" + row.meaning + "), not " + quoted(text);
 }
 
 }  // namespace skypost

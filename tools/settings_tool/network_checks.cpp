@@ -6,45 +6,30 @@
 #include <sstream>
 #include <string_view>
 
+#include "common/composing.h"
+#include "common/printable.h"
 #include "run/rapid_fire.h"
 #include "settings_tool/check_list.h"
 #include "settings_tool/enabled_steps.h"
-#include "settings_tool/field_lookup.h"
 #include "settings_tool/meaning.h"
 
 namespace skypost {
 namespace {
 
-constexpr std::int32_t NO_PASSCODE = -1;
-
-bool is_unset(const field_description& row) {
-  if (row.field.is_text()) return station_settings.text(row.as_text()).empty();
-  return row.field.kind == field_kind::secret_integer &&
-         station_settings.integer(row.as_integer()) == NO_PASSCODE;
-}
-
-settings_record settings_with(const field_description& row, bool other) {
-  settings_record settings = station_settings;
-  if (row.field.is_text())
-    settings.set_text(row.as_text(), other ? "1" : "2");
-  else
-    settings.set_integer(row.as_integer(), other ? 1 : 2);
-  return settings;
-}
-
-// True when another value of the setting makes another text, so that the network is told it. A hardware
-// address for MeteoNews is, for one, on some boards alone.
-bool is_told(const run_step& step, const field_description& row, const checked_appliance& appliance) {
-  const char* const hardware = appliance.hardware_address.c_str();
+// True when the network is not told a setting that it would be told. A hardware address for MeteoNews is, for
+// one, on some boards alone.
+bool is_lacking(const run_step& step, const field_description& row, const checked_appliance& appliance) {
+  const station from = station_without_values(station_settings, appliance.hardware_address.c_str());
   const std::vector<const outgoing*> all = handed_out_by(step);
-  return std::any_of(all.begin(), all.end(), [&](const outgoing* what) {
-    return composed(*what, settings_with(row, false), hardware) !=
-           composed(*what, settings_with(row, true), hardware);
-  });
+  return std::any_of(all.begin(), all.end(),
+                     [&](const outgoing* what) { return is_text_lacking(*what, from, row); });
 }
 
 bool is_hardware_address_told(const run_step& step) {
-  return composed(*step.what, station_settings, "1") != composed(*step.what, station_settings, "2");
+  const auto text_with = [&](const char* hardware_address) {
+    return text_of(*step.what, station_without_values(station_settings, hardware_address));
+  };
+  return text_with("1") != text_with("2");
 }
 
 // "station ID" of "station ID, as on the web page"
@@ -56,11 +41,11 @@ std::string thing_of(const field_description& row) {
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
   for (const field_description& row : FIELD_DESCRIPTIONS) {
-    if (row.group != network || !is_unset(row)) continue;
-    const bool told = is_told(step, row, appliance);
+    if (row.group != network || !is_unset(station_settings, row.field)) continue;
+    const bool is_told = is_lacking(step, row, appliance);
     // The name of the APRS server is no part of the packet.
-    if (!told && row.field.offset != aprs_host.offset) continue;
-    const bool is_call_sign = told && step.what->by == carrier::aprs && row.field.is_text();
+    if (!is_told && row.field.offset != aprs_host.offset) continue;
+    const bool is_call_sign = is_told && step.what->by == carrier::aprs && row.field.is_text();
     found.push_back(std::string(row.name) + ": " + network + " is switched on without its " + thing_of(row) +
                     (is_call_sign ? ", and an empty one is found in every answer: each upload counts as good,"
                                     " whatever the server says"

@@ -1,4 +1,6 @@
 #include "base/endpoints.h"
+#include "common/errors.h"
+#include "common/settings_file.h"
 #include "settings/defaults.h"
 #include "settings_tool/commands.h"
 
@@ -9,7 +11,7 @@ int run_new(const words& arguments, std::ostream&) {
   load_endpoints();
   settings_record record{};
   set_default_settings(record);
-  create_settings_file(as_path(arguments[0]), record);
+  create_settings_file(as_operand(arguments[0]), record);
   return 0;
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "base/text.h"
 #include "live/report_parser.h"
 #include "settings/record.h"
 #include "settings_tool/meaning.h"
@@ -34,19 +33,6 @@ std::vector<const live_row*> present_values_of(const settings_field& setting) {
         std::string_view(row.key).starts_with(NOW))
       rows.push_back(&row);
   return rows;
-}
-
-std::string key_of(const live_row& row) {
-  fixed_text<63> key;
-  key.append_pattern(row.key,
-                     row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
-  return std::string(key.view().substr(0, key.view().find(' ')));
-}
-
-std::optional<std::string> word_for(const live_row& row, const std::string& report) {
-  const char* const value = find_value(report.c_str(), row);
-  if (value == nullptr) return std::nullopt;
-  return std::string(value, std::strcspn(value, BLANKS));
 }
 
 bool is_number(const live_row& row, const std::string& word) {

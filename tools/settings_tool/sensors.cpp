@@ -2,10 +2,12 @@
 #include <iterator>
 #include <ostream>
 
+#include "common/errors.h"
+#include "common/printable.h"
 #include "common/report_source.h"
+#include "settings/field_descriptions.h"
 #include "settings/record.h"
 #include "settings_tool/commands.h"
-#include "settings_tool/field_lookup.h"
 #include "settings_tool/present_values.h"
 
 namespace skypost {
@@ -36,8 +38,6 @@ std::string quantity_of(const std::string& key, const std::string& sensor) {
   return key.substr(key.find(sensor) + sensor.size() + 1);
 }
 
-std::string without_quotes(const std::string& text) { return text.substr(1, text.size() - 2); }
-
 // One sensor with what the uploader would read if it were selected.
 void print_sensor(std::ostream& out, const sensor_role& role, const std::string& sensor,
                   const std::string& report) {
@@ -46,10 +46,10 @@ void print_sensor(std::ostream& out, const sensor_role& role, const std::string&
   out << "  " << sensor << std::string(WIDTH - sensor.size(), ' ');
   const char* separator = "";
   for (const live_row* const row : role.values) {
-    const std::optional<std::string> word = word_for(*row, report);
+    const std::optional<std::string> word = word_for(*row, report.c_str());
     if (!word) continue;
     out << separator << quantity_of(key_of(*row), sensor) << ' '
-        << (is_number(*row, *word) ? without_quotes(quoted(*word)) : quoted(*word) + " (not a number)");
+        << (is_number(*row, *word) ? printable(*word) : quoted(*word) + " (not a number)");
     separator = ", ";
   }
   out << '\n';
@@ -59,7 +59,7 @@ void print_sensor(std::ostream& out, const sensor_role& role, const std::string&
 
 int run_sensors(const words& all_arguments, std::ostream& out) {
   words arguments = all_arguments;
-  const std::optional<std::string> report_path = take_option_value(arguments, "--report");
+  const std::optional<std::string> report_path = take_file_option(arguments, "--report");
   if (!arguments.empty()) throw usage_error("sensors takes no " + quoted(arguments[0]));
   const std::string report = report_path ? read_report(*report_path) : fetch_report();
 

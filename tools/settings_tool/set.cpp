@@ -2,6 +2,9 @@
 #include <cstring>
 #include <limits>
 
+#include "common/errors.h"
+#include "common/printable.h"
+#include "common/settings_file.h"
 #include "settings/byte_order.h"
 #include "settings/load.h"
 #include "settings_tool/commands.h"
@@ -22,7 +25,7 @@ std::int64_t number_for(const field_description& row, const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto [stop, fault] = std::from_chars(text.data(), end, value);
   if (stop != end || fault == std::errc::invalid_argument)
-    throw tool_error(std::string(row.name) + " takes a whole number, not \"" + text + "\"");
+    throw tool_error(std::string(row.name) + " takes a whole number, not " + quoted(text));
   if (fault != std::errc{} || value < least || value > most)
     throw tool_error(std::string(row.name) + " takes a number from " + std::to_string(least) + " to " +
                      std::to_string(most) + ", not " + text);
@@ -54,7 +57,7 @@ void store_text(settings_record& record, const field_description& row, const std
 // Carries "name=value" out on the record of a file.
 void assign(const settings_file& file, settings_record& record, const std::string& assignment, bool force) {
   const std::size_t equals = assignment.find('=');
-  if (equals == std::string::npos) throw usage_error("\"" + assignment + "\" is no NAME=VALUE");
+  if (equals == std::string::npos) throw usage_error(quoted(assignment) + " is no NAME=VALUE");
   const field_description& row = field_named(assignment.substr(0, equals));
   if (row.field.offset == byte_order_marker.offset)
     throw tool_error(std::string(row.name) + " tells the file's byte order and stays");
@@ -74,7 +77,7 @@ int run_set(const words& all_arguments, std::ostream&) {
   words arguments = all_arguments;
   const bool force = take_option(arguments, "--force");
   if (arguments.size() < 2) throw usage_error("set takes a FILE and at least one NAME=VALUE");
-  settings_file file = read_settings_file(as_path(arguments[0]));
+  settings_file file = read_settings_file(as_operand(arguments[0]));
   if (is_size_unlisted(file.size, platform()))
     throw tool_error(arguments[0] + ": not changed, as its layout is unknown (" + layout_of(file) + ")");
 

@@ -1,8 +1,9 @@
 #include "settings_tool/settings_tool.h"
 
 #include <ostream>
-#include <string_view>
 
+#include "common/errors.h"
+#include "common/printable.h"
 #include "settings_tool/commands.h"
 
 namespace skypost {
@@ -35,8 +36,6 @@ constexpr command COMMANDS[] = {
      run_check},
 };
 
-constexpr char HINT[] = "Try 'skypost-settings --help'.\n";
-
 void print_help(std::ostream& out) {
   out << "skypost-settings makes, shows, changes and checks the settings files of skypost.\n\n";
   for (const command& row : COMMANDS)
@@ -54,32 +53,11 @@ int run_command(const words& arguments, std::ostream& out) {
   if (arguments.empty()) throw usage_error("no command given");
   for (const command& row : COMMANDS)
     if (arguments[0] == row.name) return row.run({arguments.begin() + 1, arguments.end()}, out);
-  throw usage_error("no command \"" + arguments[0] + "\"");
+  throw usage_error("no command " + quoted(arguments[0]));
 }
 
 }  // namespace
 
-int run_settings_tool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors) {
-  if (arguments == words{"--version"}) {
-    out << "skypost-settings " SKYPOST_VERSION "\n";
-    return 0;
-  }
-  if (!arguments.empty() && (arguments[0] == "--help" || arguments.back() == "--help")) {
-    print_help(out);
-    return 0;
-  }
-  try {
-    return run_command(arguments, out);
-  } catch (const usage_error& fault) {
-    errors << "Error: " << fault.what() << '\n' << HINT;
-    return 2;
-  } catch (const unreadable_error& fault) {
-    errors << "Error: " << fault.what() << '\n';
-    return 2;
-  } catch (const tool_error& fault) {
-    errors << "Error: " << fault.what() << '\n';
-    return 1;
-  }
-}
+const tool SETTINGS_TOOL = {"skypost-settings", print_help, run_command};
 
 }  // namespace skypost

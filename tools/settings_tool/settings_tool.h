@@ -1,14 +1,12 @@
 #pragma once
 
-#include <iosfwd>
-#include <string>
-#include <vector>
+#include "common/tool.h"
 
 namespace skypost {
 
-// The program `skypost-settings`, which makes, shows, changes and checks settings files. Takes its arguments
-// without its own name; writes what was asked for to `out` and what was wrong to `errors`. Returns the exit
-// status: 0, 1 when it failed (no file was changed) or a check found something, 2 for a bad command line.
-int run_settings_tool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors);
+// The program `skypost-settings`, which makes, shows, changes and checks settings files. Its exit status is 0, 1
+// when it failed (no file was changed) or a check found something, 2 for a bad command line or when there is
+// nothing that a check could read.
+extern const tool SETTINGS_TOOL;
 
 }  // namespace skypost

@@ -1,5 +1,8 @@
 #include <ostream>
 
+#include "common/errors.h"
+#include "common/printable.h"
+#include "common/settings_file.h"
 #include "settings/load.h"
 #include "settings_tool/commands.h"
 #include "settings_tool/field_lookup.h"
@@ -35,7 +38,7 @@ void print_fields(std::ostream& out, const settings_record& record, std::string_
 // ./name.
 std::string_view take_group(words& arguments) {
   if (arguments.empty()) return {};
-  const std::string_view group = group_named(as_path(arguments.back()));
+  const std::string_view group = group_named(as_operand(arguments.back()));
   if (!group.empty()) arguments.pop_back();
   return group;
 }
@@ -48,7 +51,7 @@ int run_show(const words& all_arguments, std::ostream& out) {
   const std::string_view group = take_group(arguments);
   if (arguments.size() > 1) throw usage_error("show takes one FILE and one NETWORK");
   const settings_file file =
-      read_settings_file(arguments.empty() ? appliance_settings_path() : as_path(arguments[0]));
+      read_settings_file(arguments.empty() ? appliance_settings_path() : as_operand(arguments[0]));
   out << "File:       " << file.path << '\n'
       << "Layout:     " << layout_of(file) << '\n'
       << "Byte order: "

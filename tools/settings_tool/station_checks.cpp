@@ -2,9 +2,10 @@
 
 #include <string_view>
 
+#include "common/printable.h"
+#include "settings/field_descriptions.h"
 #include "settings/load.h"
 #include "settings_tool/check_list.h"
-#include "settings_tool/field_lookup.h"
 #include "settings_tool/present_values.h"
 
 namespace skypost {
@@ -26,7 +27,7 @@ findings faults_of_values(const field_description& setting, const std::string& r
   std::string missing;
   bool has_one = false;
   for (const live_row* const row : present_values_of(setting.field)) {
-    const std::optional<std::string> word = word_for(*row, report);
+    const std::optional<std::string> word = word_for(*row, report.c_str());
     if (!word && missing.empty()) missing = key_of(*row);
     if (!word) continue;
     has_one = true;

@@ -15,12 +15,6 @@
 namespace skypost {
 namespace {
 
-std::string appliance_path(const char* path) {
-  path_text text;
-  append_appliance_path(text, path);
-  return text.c_str();
-}
-
 std::string networks_by(carrier by) {
   return networks_where([by](const run_step& step) { return step.what->by == by; });
 }

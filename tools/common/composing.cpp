@@ -1,0 +1,27 @@
+#include "common/composing.h"
+
+namespace skypost {
+
+std::string text_of(const outgoing& what, const station& from) {
+  outgoing_text text;
+  what.compose(text, from);
+  return std::string(text.view());
+}
+
+bool is_unset(const settings_record& settings, const settings_field& field) {
+  constexpr std::int32_t NO_PASSCODE = -1;
+  if (field.is_text()) return settings.text(static_cast<const text_field&>(field)).empty();
+  return field.is_secret() && settings.integer(static_cast<const integer_field&>(field)) == NO_PASSCODE;
+}
+
+bool is_text_lacking(const outgoing& what, const station& from, const field_description& row) {
+  if (!is_unset(from.settings, row.field)) return false;
+  settings_record changed = from.settings;
+  if (row.field.is_text())
+    changed.set_text(row.as_text(), "x");
+  else
+    changed.set_integer(row.as_integer(), 1);
+  return text_of(what, {changed, from.live, from.now, from.host}) != text_of(what, from);
+}
+
+}  // namespace skypost

@@ -1,0 +1,64 @@
+#include "common/networks.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "base/endpoints.h"
+#include "settings/field_descriptions.h"
+
+namespace skypost {
+namespace {
+
+// In lower case, without what may or may not be between the parts of a name.
+std::string simplified(std::string_view name) {
+  std::string result;
+  for (const char character : name)
+    if (character != ' ' && character != '-' && character != '_')
+      result += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+  return result;
+}
+
+const rapid_fire_network* rapid_fire_of(const run_step& step) {
+  return std::find_if(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),
+                      [&](const rapid_fire_network& network) { return network.enabled == step.enabled; });
+}
+
+}  // namespace
+
+std::string network_of(const run_step& step) { return description_of(*step.enabled).group; }
+
+std::string switch_of(const run_step& step) { return description_of(*step.enabled).name; }
+
+bool is_same_name(std::string_view one, std::string_view other) {
+  return simplified(one) == simplified(other);
+}
+
+bool is_network_name(std::string_view name, const run_step& step) {
+  const std::string enabled = switch_of(step);
+  return is_same_name(name, network_of(step)) || is_same_name(name, step.name.text) ||
+         is_same_name(name, step.what->id) || is_same_name(name, enabled.substr(0, enabled.rfind('_')));
+}
+
+bool handed_out::is_on(const settings_record& settings) const {
+  return settings.is_on(*step.enabled) && (rapid == nullptr || settings.is_on(*rapid->rapid_enabled));
+}
+
+std::vector<handed_out> all_handed_out() {
+  std::vector<handed_out> all;
+  for (const run_step& step : run_list()) {
+    all.push_back({step, *step.what, nullptr});
+    const http_network* const network = as_http_network(*step.what);
+    if (network != nullptr && network->rapid_form != nullptr)
+      all.push_back({step, *network->rapid_form, rapid_fire_of(step)});
+  }
+  return all;
+}
+
+std::string endpoint_named_by(std::string_view server) {
+  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i)
+    if (const auto row = static_cast<endpoint>(i); server.ends_with(endpoint_value(row)))
+      return endpoint_name(row);
+  return {};
+}
+
+}  // namespace skypost

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "run/rapid_fire.h"
+#include "run/run_list.h"
+
+// The run list as its owner speaks of it.
+namespace skypost {
+
+// The group of settings of a step's network, as "Weather Underground", and the setting that switches it on.
+std::string network_of(const run_step& step);
+std::string switch_of(const run_step& step);
+
+// True when two names differ in nothing but letter case, blanks, hyphens and underscores.
+bool is_same_name(std::string_view one, std::string_view other);
+
+// True when an owner may mean the step's network by `name`: its group of settings, its switch without "_enabled",
+// what its failures are reported under, or the step's own id.
+bool is_network_name(std::string_view name, const run_step& step);
+
+// One thing that the run list can hand out: a step's own, or its network's rapid-fire form.
+struct handed_out {
+  const run_step& step;
+  const outgoing& what;
+  const rapid_fire_network* rapid;  // nullptr: the step's own
+
+  bool is_on(const settings_record& settings) const;
+};
+
+// All of them, in the order of a run, a rapid-fire form after its step's own.
+std::vector<handed_out> all_handed_out();
+
+// The name that the endpoint file has for the server in effect that `server` ends in; empty when it is in none.
+std::string endpoint_named_by(std::string_view server);
+
+}  // namespace skypost
