@@ -36,14 +36,7 @@ struct good_station {
     for (const run_step& step : run_list()) settings.set_integer(*step.enabled, 1);
     settings.set_integer(wunderground_rapid_enabled, 1);
     settings.set_integer(weatherflow_rapid_enabled, 1);
-    constexpr std::pair<const text_field&, const char*> SENSORS[] = {
-        {sensor_temp, "th0"},       {sensor_hum, "th0"},        {sensor_dew, "th0"},
-        {sensor_press, "thb0"},     {sensor_rain, "rain0"},     {sensor_wind, "wind0"},
-        {sensor_uv, "uv0"},         {sensor_solar, "sol0"},     {sensor_indoor, "thb0"},
-        {sensor_extra_temp0, "t0"}, {sensor_extra_temp5, "t5"},
-    };
-    for (const auto& [field, text] : SENSORS) settings.set_text(field, text);
-
+    select_sensors(settings);
     for (const char* const directory : PULL_DIRECTORIES) folder.path(std::string(directory) + "file");
     for (const char* const program : {ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH, WGET})
       write_program(program, "#!/bin/sh\necho '-cares +https +ipv6'\n");
@@ -69,7 +62,7 @@ struct good_station {
 
   void remove(const std::string& path) const { fs::remove_all(folder.path(path)); }
 
-  // The value behind a key of the report.
+  // The value after a key of the report.
   void report_instead(const std::string& key, const std::string& value) {
     const std::size_t place = appliance.report.find(key + ' ') + key.size() + 1;
     appliance.report.replace(place, appliance.report.find('\n', place) - place, value);
@@ -199,10 +192,10 @@ TEST(Checks, FindSensorsThatAreNotThere) {
        {}},
       {"humidity that is no number",
        [](good_station& station) { station.report_instead("actual_th0_hum_rel", "low\x1b[2J"); },
-       {"sensor_hum: the report's actual_th0_hum_rel is \"low\\x1b[2J\", which is no number, so nothing"}},
+       {"sensor_hum: the report's actual_th0_hum_rel is \"low\\x1b[2J\", which is not a number, so nothing"}},
       {"one value of several that is no number",
        [](good_station& station) { station.report_instead("actual_wind0_chill_c", "nan"); },
-       {"sensor_wind: the report's actual_wind0_chill_c is \"nan\", which is no number"}},
+       {"sensor_wind: the report's actual_wind0_chill_c is \"nan\", which is not a number"}},
       {"no report",
        [](good_station& station) {
          station.appliance.report = "";
@@ -216,7 +209,7 @@ TEST(Checks, FindWhatIsWrongWithTheBoard) {
   expect_each({
       {"clock",
        [](good_station& station) { station.appliance.now = station.appliance.built - 1; },
-       {"clock: it says 2012-05-06 09:59 UTC, but this program is of 2012-05-06 09:59 UTC"}},
+       {"clock: it says 2012-05-06 09:59 UTC, but this program was built after 2012-05-06 09:59 UTC"}},
       {"no wget",
        [](good_station& station) { station.remove(good_station::WGET); },
        {"/usr/bin/wget: it cannot be run (No such file or directory), so nothing is sent to AWEKAS, Wedaal, "
@@ -307,7 +300,7 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
        },
        {"windit_enabled: the server of WindIt is not known, so nothing reaches it. Name it as \"windit\" in "
         "/etc/skypost/endpoints"}},
-      {"one behind a login in the URL",
+      {"one after a login in the URL",
        [](good_station& station) {
          setenv("NIMBULOGHW", "NSLU2", 1);
          station.endpoints += "meteonews = other.invalid:80\n";
@@ -404,7 +397,7 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
         "meteonews_enabled to 0."}},
       {"no hardware address",
        [](good_station& station) { station.appliance.hardware_address = ""; },
-       {"eth0: ifconfig tells no hardware address, which MeteoNews knows the station by"}},
+       {"eth0: ifconfig shows no hardware address, by which MeteoNews knows the station"}},
       {"no hardware address and no need of it",
        [](good_station& station) {
          station.appliance.hardware_address = "";
@@ -439,8 +432,8 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
          station.settings.set_integer(longitude_minutes, -2);
          station.settings.set_integer(longitude_seconds, 60);
        },
-       {"latitude_degrees: there is no latitude of 91 here",
-        "latitude_minutes: ", "latitude_seconds: ", "longitude_degrees: there is no longitude of 181 here",
+       {"latitude_degrees: 91 is out of range, so a wrong position is sent to CWOP, APRS",
+        "latitude_minutes: ", "latitude_seconds: ", "longitude_degrees: 181 is out of range",
         "longitude_minutes: ", "longitude_seconds: "}},
       {"position at its ends",
        [](good_station& station) {
@@ -455,8 +448,8 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
          station.settings.set_integer(wunderground_rapid_interval, 0);
          station.settings.set_integer(weatherflow_rapid_interval, -5);
        },
-       {"wunderground_rapid_interval: 0 seconds is no interval, and 30 are taken",
-        "weatherflow_rapid_interval: -5 seconds is no interval, and 30 are taken"}},
+       {"wunderground_rapid_interval: 0 seconds is too short, so 30 are used",
+        "weatherflow_rapid_interval: -5 seconds is too short, so 30 are used"}},
       {"intervals without rapid fire",
        [](good_station& station) {
          station.settings.set_integer(wunderground_rapid_interval, 0);

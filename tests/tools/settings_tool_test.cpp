@@ -177,7 +177,7 @@ TEST_F(SettingsTool, KeepsAnOlderLayout) {
   EXPECT_EQ(read_whole_file(file), expected);
 
   expect_refused({"set", file, "cwop_enabled=0", "windit_id=x"},
-                 "windit_id lies beyond the end of this file's layout (older, 38264 bytes)");
+                 "windit_id is beyond the end of this file's layout (older, 38264 bytes)");
   EXPECT_EQ(read_whole_file(file), expected);
 }
 
@@ -197,7 +197,7 @@ TEST_F(SettingsTool, RefusesWhatIsWrongAndWritesNothing) {
       {"aprs_port=-1", "aprs_port takes a number from 0 to 4294967295, not -1"},
       {"aprs_port=99999999999999999999",
        "aprs_port takes a number from 0 to 4294967295, not 99999999999999999999"},
-      {"byte_order_marker=1", "byte_order_marker tells the file's byte order and stays"},
+      {"byte_order_marker=1", "byte_order_marker is the mark of the file's byte order and cannot be set"},
   };
   write(filled_record());
   const std::string before = read_whole_file(file);
@@ -221,7 +221,7 @@ TEST_F(SettingsTool, RefusesFilesThatItCannotJudge) {
   expect_refused({"show", file + ".missing"}, file + ".missing: No such file or directory");
 }
 
-TEST_F(SettingsTool, ReplacesTheFileBehindALinkInOneStep) {
+TEST_F(SettingsTool, ReplacesTheFileThatALinkNamesInOneStep) {
   write(filled_record());
   fs::permissions(file, fs::perms::owner_read | fs::perms::group_read);
   const std::string link = appliance.path("/home/link.conf");
@@ -285,7 +285,7 @@ TEST_F(SettingsTool, RefusesWhatCannotBeMeantUnlessForced) {
       const std::string before = read_whole_file(file);
       EXPECT_EQ(run({"set", file, "cwop_id=CHANGED", assignment}), 1);
       EXPECT_TRUE(errors.starts_with(std::string("Error: ") + row.setting + row.said)) << errors;
-      EXPECT_TRUE(errors.ends_with("; --force stores it all the same\n")) << errors;
+      EXPECT_TRUE(errors.ends_with("; --force stores it anyway\n")) << errors;
       EXPECT_EQ(errors.find("secret"), std::string::npos);
       EXPECT_EQ(read_whole_file(file), before);
       run_well({"set", file, assignment, "--force"});
@@ -409,14 +409,14 @@ TEST_F(SettingsTool, TellsHowItIsUsed) {
       {{"frobnicate"}, "no command \"frobnicate\""},
       {{"new"}, "new takes one FILE"},
       {{"new", "--force"}, "unknown option --force"},
-      {{"show", "a", "b"}, "show takes one FILE and one NETWORK"},
+      {{"show", "a", "b"}, "show takes at most one FILE and one NETWORK"},
       {{"show", "--all"}, "unknown option --all"},
-      {{"names", file}, "names takes nothing after it"},
+      {{"names", file}, "names takes no arguments"},
       {{"set", file}, "set takes a FILE and at least one NAME=VALUE"},
-      {{"set", file, "cwop_enabled"}, "\"cwop_enabled\" is no NAME=VALUE"},
+      {{"set", file, "cwop_enabled"}, "\"cwop_enabled\" is not NAME=VALUE"},
       {{"sensors", "th0"}, "sensors takes no \"th0\""},
       {{"sensors", "--report"}, "--report takes a FILE"},
-      {{"check", "a", "b"}, "check takes one FILE"},
+      {{"check", "a", "b"}, "check takes at most one FILE"},
       {{"check", "--offline"}, "unknown option --offline"},
   };
   for (const auto& [arguments, error] : command_lines) {

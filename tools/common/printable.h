@@ -6,7 +6,7 @@
 
 namespace skypost {
 
-// `text` without anything that a terminal would obey and without bytes that are no UTF-8: each such byte
+// `text` without anything that a terminal would obey and without bytes that are not UTF-8: each such byte
 // becomes "\x" and its two hexadecimal digits. A line break is such a byte too.
 std::string printable(std::string_view text);
 

@@ -33,7 +33,7 @@ std::string_view cut_at(std::string_view& text, std::string_view marks) {
   return head;
 }
 
-// "%41" is an A; what is no such escape is itself.
+// "%41" is an A; what is not an escape stays as it is.
 std::string percent_decoded(std::string_view text) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {

@@ -9,7 +9,7 @@ namespace skypost {
 // A parameter of a request. A record, many values with a separator between them, is taken apart further.
 struct request_parameter {
   std::string name;
-  std::vector<std::string> fields;  // decoded; a value that is no record is one field
+  std::vector<std::string> fields;  // decoded; a value that is not a record is one field
   char separator = '\0';            // of a record
 
   bool is_record() const { return separator != '\0'; }
@@ -23,7 +23,7 @@ struct field_run {
   std::string value;
 };
 
-// The fields of a record. What is after a separator that ends the record is none.
+// The fields of a record. An empty end after the last separator is not a field.
 std::vector<field_run> runs_of(const request_parameter& record);
 
 // A request taken apart. Texts are as the network reads them, decoded.

@@ -29,7 +29,7 @@ struct settings_file {
   settings_record image{};  // as much of it as a record holds; zeros after its end
 };
 
-// Reads a file. Throws tool_error when it is no file with at least one byte.
+// Reads a file. Throws tool_error when it is not a file with at least one byte.
 settings_file read_settings_file(const std::string& path);
 
 // What kind of file it is, for a person: "current, 65536 bytes".

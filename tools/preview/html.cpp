@@ -7,7 +7,7 @@
 namespace skypost {
 namespace {
 
-// What it may load is nothing: a text that slipped through would still run nowhere.
+// It may load nothing: even a text that slipped through would run nowhere.
 constexpr char HEAD[] = R"(<!DOCTYPE html>
 <html lang="en">
 <head>

@@ -31,7 +31,7 @@ constexpr char HELP[] =
     "\n"
     "  --report FILE    a report of the data server; without it, the data server is asked\n"
     "  --settings FILE  a settings file; without it, the appliance's own\n"
-    "  --secrets        passwords are shown, too; without it, they are ***\n"
+    "  --secrets        passwords too; without it, they are ***\n"
     "  --html           one page for a browser\n"
     "\n"
     "  skypost-preview --names             prints every NETWORK, one a line\n"

@@ -57,7 +57,7 @@ int run_check(const words& all_arguments, std::ostream& out) {
   const bool online = take_option(arguments, "--online");
   const bool quiet = take_option(arguments, "--quiet");
   const std::optional<std::string> report_path = take_file_option(arguments, "--report");
-  if (arguments.size() > 1) throw usage_error("check takes one FILE");
+  if (arguments.size() > 1) throw usage_error("check takes at most one FILE");
   const std::string path = arguments.empty() ? appliance_settings_path() : as_operand(arguments[0]);
 
   checked_appliance appliance;

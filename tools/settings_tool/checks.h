@@ -9,7 +9,7 @@
 // What keeps a station's uploads from arriving, in sentences for its owner. No password is in any of them.
 namespace skypost {
 
-// All that the checks look at, beside the appliance's own files. The process's settings are the file's, as the
+// All that the checks look at besides the appliance's own files. The process's settings are the file's, as the
 // uploader loads them, and its endpoints those of the appliance.
 struct checked_appliance {
   settings_file file;

@@ -53,8 +53,8 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
   if (appliance.hardware_address.empty() && is_hardware_address_told(step))
-    found.push_back("eth0: ifconfig tells no hardware address, which " + network +
-                    " knows the station by. See to the interface, or set " + switch_of(step) + " to 0.");
+    found.push_back("eth0: ifconfig shows no hardware address, by which " + network +
+                    " knows the station. Check the interface, or set " + switch_of(step) + " to 0.");
 }
 
 // Why the name of a server does not resolve; empty when it does. APRS is spoken over IPv4 alone.
@@ -77,7 +77,7 @@ void check_server(const run_step& step, const called_server& server, bool online
   } else if (online) {
     if (const std::string fault = fault_of_name(server); !fault.empty())
       found.push_back(start + ", " + quoted(server.host) + ", is not found (" + fault +
-                      "). See to the appliance's name server, or name another as " + server.named_by + '.');
+                      "). Check the appliance's name server, or name another as " + server.named_by + '.');
   }
 }
 
@@ -105,10 +105,9 @@ void check_coordinate(const coordinate& one, const std::string& networks, findin
     const meant_range range = meant_range_of(*part).value();
     const std::int32_t value = station_settings.integer(*part);
     if (value < range.least || value > range.most)
-      found.push_back(std::string(description_of(*part).name) + ": there is no " + one.name + " of " +
-                      std::to_string(value) + " here, so a wrong position is sent to " + networks +
-                      ". Set it to " + std::to_string(range.least) + " to " + std::to_string(range.most) +
-                      '.');
+      found.push_back(std::string(description_of(*part).name) + ": " + std::to_string(value) +
+                      " is out of range, so a wrong position is sent to " + networks + ". Set it to " +
+                      std::to_string(range.least) + " to " + std::to_string(range.most) + '.');
   }
 }
 
@@ -158,8 +157,8 @@ void check_rapid_fire(const checked_appliance&, findings& found) {
     const std::int32_t used = valid.integer(*network.own_interval);
     if (interval != used)
       found.push_back(std::string(description_of(*network.own_interval).name) + ": " +
-                      std::to_string(interval) + " seconds is no interval, and " + std::to_string(used) +
-                      " are taken instead. Set it to 1 or more.");
+                      std::to_string(interval) + " seconds is too short, so " + std::to_string(used) +
+                      " are used instead. Set it to 1 or more.");
   }
 }
 

@@ -33,7 +33,7 @@ std::int64_t number_for(const field_description& row, const std::string& text) {
 }
 
 void refuse(const std::string& fault) {
-  if (!fault.empty()) throw tool_error(fault + "; --force stores it all the same");
+  if (!fault.empty()) throw tool_error(fault + "; --force stores it anyway");
 }
 
 void store_number(settings_record& record, const field_description& row, const std::string& text,
@@ -57,13 +57,13 @@ void store_text(settings_record& record, const field_description& row, const std
 // Carries "name=value" out on the record of a file.
 void assign(const settings_file& file, settings_record& record, const std::string& assignment, bool force) {
   const std::size_t equals = assignment.find('=');
-  if (equals == std::string::npos) throw usage_error(quoted(assignment) + " is no NAME=VALUE");
+  if (equals == std::string::npos) throw usage_error(quoted(assignment) + " is not NAME=VALUE");
   const field_description& row = field_named(assignment.substr(0, equals));
   if (row.field.offset == byte_order_marker.offset)
-    throw tool_error(std::string(row.name) + " tells the file's byte order and stays");
+    throw tool_error(std::string(row.name) + " is the mark of the file's byte order and cannot be set");
   if (row.field.offset + row.field.size > file.size)
-    throw tool_error(std::string(row.name) + " lies beyond the end of this file's layout (" +
-                     layout_of(file) + ")");
+    throw tool_error(std::string(row.name) + " is beyond the end of this file's layout (" + layout_of(file) +
+                     ")");
   const std::string value = assignment.substr(equals + 1);
   if (row.field.is_text())
     store_text(record, row, value, force);

@@ -25,7 +25,7 @@ constexpr command COMMANDS[] = {
     {"names", "", "      prints the names of the settings, one a line\n", run_names},
     {"set", "[--force] FILE NAME=VALUE...",
      "      changes settings; when one of them is wrong, the file stays as it was. What fits but cannot be\n"
-     "      meant, such as a latitude of 91 degrees, is stored with --force alone\n",
+     "      meant, such as a latitude of 91 degrees, is stored only with --force\n",
      run_set},
     {"sensors", "[--report FILE]",
      "      prints which sensors can be selected for what, with their present values\n", run_sensors},

@@ -49,7 +49,7 @@ int run_show(const words& all_arguments, std::ostream& out) {
   words arguments = all_arguments;
   const bool with_secrets = take_option(arguments, "--secrets");
   const std::string_view group = take_group(arguments);
-  if (arguments.size() > 1) throw usage_error("show takes one FILE and one NETWORK");
+  if (arguments.size() > 1) throw usage_error("show takes at most one FILE and one NETWORK");
   const settings_file file =
       read_settings_file(arguments.empty() ? appliance_settings_path() : as_operand(arguments[0]));
   out << "File:       " << file.path << '\n'
@@ -64,7 +64,7 @@ int run_show(const words& all_arguments, std::ostream& out) {
 
 // Those that `set` takes.
 int run_names(const words& arguments, std::ostream& out) {
-  if (!arguments.empty()) throw usage_error("names takes nothing after it");
+  if (!arguments.empty()) throw usage_error("names takes no arguments");
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (row.field.offset != byte_order_marker.offset) out << row.name << '\n';
   return 0;

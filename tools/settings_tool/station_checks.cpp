@@ -32,7 +32,7 @@ findings faults_of_values(const field_description& setting, const std::string& r
     if (!word) continue;
     has_one = true;
     if (!is_number(*row, *word))
-      faults.push_back("the report's " + key_of(*row) + " is " + quoted(*word) + ", which is no number");
+      faults.push_back("the report's " + key_of(*row) + " is " + quoted(*word) + ", which is not a number");
   }
   if (!has_one) faults.push_back("there is no " + quoted(missing) + " in the report");
   return faults;
@@ -47,7 +47,7 @@ void check_values(const checked_appliance& appliance, bool outdoor, findings& fo
     for (const std::string& fault : faults_of_values(row, appliance.report))
       found.push_back(std::string(row.name) + ": " + fault +
                       (outdoor ? ", so nothing at all is sent." : ", so it is not sent.") +
-                      " See to the sensor or select another: " + LISTED);
+                      " Check the sensor or select another: " + LISTED);
   }
 }
 
@@ -82,7 +82,7 @@ void check_outdoor_selection(const checked_appliance&, findings& found) {
 void check_data_server(const checked_appliance& appliance, findings& found) {
   if (appliance.report.empty())
     found.push_back(appliance.report_fault +
-                    ", so nothing at all is sent. See to it that the appliance's data server runs.");
+                    ", so nothing at all is sent. Make sure that the appliance's data server is running.");
 }
 
 void check_outdoor_values(const checked_appliance& appliance, findings& found) {
@@ -95,7 +95,7 @@ void check_other_values(const checked_appliance& appliance, findings& found) {
 
 void check_clock(const checked_appliance& appliance, findings& found) {
   if (appliance.now < appliance.built)
-    found.push_back("clock: it says " + date_of(appliance.now) + ", but this program is of " +
+    found.push_back("clock: it says " + date_of(appliance.now) + ", but this program was built after " +
                     date_of(appliance.built) +
                     ", so every network is told a wrong time and https servers are not trusted."
                     " Set it, and have it set at each start of a board without a battery.");
@@ -105,7 +105,7 @@ void check_file_mode(const checked_appliance& appliance, findings& found) {
   constexpr mode_t OTHERS = 077;
   if ((appliance.file.mode & OTHERS) != 0)
     found.push_back(appliance.file.path +
-                    ": others than its owner have access to it, and to the passwords in it. Take it away: "
+                    ": others than its owner have access to it, and to the passwords in it. Set its mode: "
                     "chmod 600.");
 }
 
