@@ -445,11 +445,11 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
        {}},
       {"intervals that are replaced",
        [](good_station& station) {
-         station.settings.set_integer(wunderground_rapid_interval, 0);
-         station.settings.set_integer(weatherflow_rapid_interval, -5);
+         station.settings.set_integer(wunderground_rapid_interval, -1);
+         station.settings.set_integer(weatherflow_rapid_interval, 0);
        },
-       {"wunderground_rapid_interval: 0 seconds is too short, so 30 are used",
-        "weatherflow_rapid_interval: -5 seconds is too short, so 30 are used"}},
+       {"wunderground_rapid_interval: -1 seconds is too short, so 30 are used",
+        "weatherflow_rapid_interval: 0 seconds is too short, so 30 are used"}},
       {"intervals without rapid fire",
        [](good_station& station) {
          station.settings.set_integer(wunderground_rapid_interval, 0);

@@ -6,7 +6,6 @@
 #include "common/request_parts.h"
 #include "common/settings_file.h"
 #include "live/report_parser.h"
-#include "settings/field_descriptions.h"
 
 namespace skypost {
 namespace {
@@ -15,12 +14,8 @@ std::string in_endpoint_file(const std::string& name) { return '"' + name + "\" 
 
 constexpr std::string_view SCHEME_END = "://";
 
-// The server of a request. It is composed without the owner's texts, so that none of them is taken for it.
 called_server server_of(const outgoing& what) {
-  settings_record settings = station_settings;
-  for (const field_description& row : FIELD_DESCRIPTIONS)
-    if (row.field.is_text()) settings.bytes[row.field.offset] = 0;
-  const std::string server = take_apart(text_of(what, station_without_values(settings, ""))).server;
+  const std::string server = take_apart(text_of(what, station_without_values(station_settings, ""))).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
   const std::string host = server.substr(scheme_end + SCHEME_END.size());
   return {server.substr(0, scheme_end), host.substr(0, host.find(':')),
