@@ -17,7 +17,7 @@ namespace {
 constexpr std::uint32_t READ_BUDGET = 499'999;
 constexpr std::uint32_t CHUNK_SIZE = 32'768;
 constexpr timeval LIMIT = {.tv_sec = 5, .tv_usec = 0};  // of connecting, and of each receiving
-constexpr useconds_t PAUSE_AFTER_CHUNK = 100;  // microseconds
+constexpr useconds_t PAUSE_AFTER_CHUNK = 100;           // microseconds
 
 // Fills the report from a connected socket; returns how many bytes came.
 std::uint32_t read_report(int connection, report_buffer& report) {
