@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "live/live_record.h"
 
@@ -9,8 +10,8 @@ namespace skypost {
 struct live_row;
 
 // The text in `report` after the key of a row of the live table, as the station's settings complete it;
-// nullptr when the report lacks the key.
-const char* find_value(const char* report, const live_row& row);
+// nullptr when the report lacks the key. A NUL follows the report.
+const char* find_value(std::string_view report, const live_row& row);
 
 // Resets every field of the live record to its not-reported value.
 void reset_live_record();
