@@ -1,0 +1,126 @@
+#include "measured_run.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/ptrace.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <ctime>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+namespace skypost {
+namespace {
+
+[[noreturn]] void fail(const std::string& what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+std::vector<char*> pointers_to(words& command) {
+  std::vector<char*> pointers;
+  for (std::string& word : command) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+// Starts a program that nobody listens to.
+pid_t start(words command) {
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+    posix_spawn_file_actions_addopen(&actions, descriptor, "/dev/null", O_RDWR, 0);
+  pid_t process = 0;
+  errno = posix_spawn(&process, command[0].c_str(), &actions, nullptr, pointers_to(command).data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  if (errno != 0) fail(command[0]);
+  return process;
+}
+
+// The same, stopped before its first instruction, with this process as its tracer.
+pid_t start_traced(words command) {
+  const std::vector<char*> arguments = pointers_to(command);
+  const pid_t process = fork();
+  if (process < 0) fail("fork");
+  if (process == 0) {
+    const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, descriptor);
+    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    execv(arguments[0], arguments.data());
+    _exit(127);
+  }
+  int status = 0;
+  if (waitpid(process, &status, 0) != process || !WIFSTOPPED(status)) fail(command[0]);
+  return process;
+}
+
+double microseconds(const timeval& time) {
+  return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_usec);
+}
+
+// The most memory that a process has had so far.
+long peak_so_far(pid_t process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/status");
+  for (std::string word; status >> word;) {
+    long kibibytes = 0;
+    if (word == "VmHWM:" && status >> kibibytes) return kibibytes;
+  }
+  throw std::runtime_error("no VmHWM");
+}
+
+}  // namespace
+
+traced_run trace(const words& command) {
+  const pid_t process = start_traced(command);
+  constexpr long OPTIONS = PTRACE_O_EXITKILL | PTRACE_O_TRACEEXIT | PTRACE_O_TRACEFORK | PTRACE_O_TRACEVFORK;
+  if (ptrace(PTRACE_SETOPTIONS, process, nullptr, OPTIONS) != 0) fail("ptrace");
+  ptrace(PTRACE_CONT, process, nullptr, nullptr);
+
+  traced_run run;
+  int status = 0;
+  for (pid_t one; (one = waitpid(-1, &status, __WALL)) > 0;) {
+    if (!WIFSTOPPED(status)) continue;
+    const int event = status >> 16;
+    // At its last moment: what the kernel tells about an ended process counts its wget as well.
+    if (event == PTRACE_EVENT_EXIT && one == process) run.peak = peak_so_far(process);
+    if (event == PTRACE_EVENT_FORK || event == PTRACE_EVENT_VFORK) ++run.processes;
+    // These two tell the tracer of a new program and a new process; others are the program's own.
+    const int signal = WSTOPSIG(status);
+    const long passed_on = signal == SIGTRAP || signal == SIGSTOP || event != 0 ? 0 : signal;
+    ptrace(PTRACE_CONT, one, nullptr, passed_on);
+  }
+  return run;
+}
+
+cpu_time cpu_time_of(const words& command) {
+  const pid_t process = start(command);
+  // Its own clock can be read for as long as it is not waited for.
+  siginfo_t ended{};
+  clockid_t clock{};
+  timespec own{};
+  if (waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOWAIT) != 0 ||
+      clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &own) != 0)
+    fail(command[0]);
+  rusage usage{};
+  if (wait4(process, nullptr, 0, &usage) != process) fail(command[0]);
+  return {static_cast<double>(own.tv_sec) * 1e6 + static_cast<double>(own.tv_nsec) / 1e3,
+          microseconds(usage.ru_utime) + microseconds(usage.ru_stime)};
+}
+
+long long instructions_of(const std::string& log, const words& command) {
+  words all = {"/usr/bin/valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+               "--log-file=" + log};
+  all.insert(all.end(), command.begin(), command.end());
+  waitpid(start(all), nullptr, 0);
+  std::ifstream lines(log);
+  for (std::string word; lines >> word;) {
+    long long count = 0;
+    if (word == "Collected" && lines >> word >> count) return count;
+  }
+  throw std::runtime_error("valgrind counted nothing");
+}
+
+}  // namespace skypost
