@@ -32,7 +32,7 @@ class settings_tool_at_the_data_server : public program {
 
 TEST_F(settings_tool_at_the_data_server, lists_its_sensors) {
   EXPECT_EQ(run({"sensors"}), 0);
-  EXPECT_NE(out.find("sensor_uv: UV sensor, as uv0\n  uv0     index "), std::string::npos) << out;
+  EXPECT_NE(out.find("sensor_uv: UV sensor, such as uv0\n  uv0     index "), std::string::npos) << out;
 }
 
 TEST_F(settings_tool_at_the_data_server, says_when_it_does_not_answer) {

@@ -393,7 +393,7 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
          station.appliance.hardware_address = "0E:AD:00:00:00:03";
          station.settings.set_text(meteonews_mac, "");
        },
-       {"meteonews_mac: MeteoNews is switched on without its hardware address to log in with. Set it, or set "
+       {"meteonews_mac: MeteoNews is switched on without its hardware address. Set it, or set "
         "meteonews_enabled to 0."}},
       {"no hardware address",
        [](good_station& station) { station.appliance.hardware_address = ""; },

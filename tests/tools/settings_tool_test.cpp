@@ -267,7 +267,7 @@ TEST_F(SettingsTool, RefusesWhatCannotBeMeantUnlessForced) {
        {"", "t0", "th12", "thb1", "wind0", "rain0", "uv0", "sol0", "data99"},
        {"t", "0", "th0 ", " th0", "TH0", "thx0", "th0a", "th-1", "th0th1"},
        " takes a class of sensors (t, th, thb, wind, rain, uv, sol, data) and a number, or nothing (outdoor "
-       "temperature sensor, as th0), not "},
+       "temperature sensor, such as th0), not "},
       {"sensor_extra_temp5", {"t5"}, {"t"}, " takes a class of sensors"},
       {"windfinder_name",
        {"", "a b", "\xe9t\xe9", "\"';&$`"},
@@ -346,24 +346,24 @@ TEST_F(SettingsTool, ListsTheSensorsThatARoleCanHave) {
   const std::string temperatures =
       "  th0     temp_c 21.5\n  th10    temp_c -0.5\n  th1     temp_c \"n/a\\x1b\" (not a number)\n"
       "  t0      temp_c 3\\x1b[2J\n  data1   temp_c 4\n";
-  EXPECT_EQ(out,
-            "sensor_temp: outdoor temperature sensor, as th0\n" + temperatures +
-                "sensor_hum: outdoor humidity sensor, as th0\n  th0     hum_rel 57\n"
-                "sensor_dew: dew point sensor, as th0\n  none in this report\n"
-                "sensor_press: pressure sensor, as thb0\n  thb0    press_hpa 987.4, sealevel_hpa 1013.2\n"
-                "sensor_rain: rain sensor, as rain0\n  none in this report\n"
-                "sensor_wind: wind sensor, as wind0\n  none in this report\n"
-                "sensor_uv: UV sensor, as uv0\n  uv1     index 2\n"
-                "sensor_indoor: indoor temperature and humidity sensor, as thb0\n"
-                "  th0     temp_c 21.5, hum_rel 57\n" +
-                temperatures.substr(temperatures.find("  th10")) +
-                "sensor_extra_temp0: extra temperature sensor 1, as t0\n"
-                "sensor_extra_temp1: extra temperature sensor 2, as t1\n"
-                "sensor_extra_temp2: extra temperature sensor 3, as t2\n"
-                "sensor_extra_temp3: extra temperature sensor 4, as t3\n"
-                "sensor_extra_temp4: extra temperature sensor 5, as t4\n"
-                "sensor_extra_temp5: extra temperature sensor 6, as t5\n" +
-                temperatures + "sensor_solar: solar radiation sensor, as sol0\n  none in this report\n");
+  EXPECT_EQ(
+      out, "sensor_temp: outdoor temperature sensor, such as th0\n" + temperatures +
+               "sensor_hum: outdoor humidity sensor, such as th0\n  th0     hum_rel 57\n"
+               "sensor_dew: dew point sensor, such as th0\n  none in this report\n"
+               "sensor_press: pressure sensor, such as thb0\n  thb0    press_hpa 987.4, sealevel_hpa 1013.2\n"
+               "sensor_rain: rain sensor, such as rain0\n  none in this report\n"
+               "sensor_wind: wind sensor, such as wind0\n  none in this report\n"
+               "sensor_uv: UV sensor, such as uv0\n  uv1     index 2\n"
+               "sensor_indoor: indoor temperature and humidity sensor, such as thb0\n"
+               "  th0     temp_c 21.5, hum_rel 57\n" +
+               temperatures.substr(temperatures.find("  th10")) +
+               "sensor_extra_temp0: extra temperature sensor 1, such as t0\n"
+               "sensor_extra_temp1: extra temperature sensor 2, such as t1\n"
+               "sensor_extra_temp2: extra temperature sensor 3, such as t2\n"
+               "sensor_extra_temp3: extra temperature sensor 4, such as t3\n"
+               "sensor_extra_temp4: extra temperature sensor 5, such as t4\n"
+               "sensor_extra_temp5: extra temperature sensor 6, such as t5\n" +
+               temperatures + "sensor_solar: solar radiation sensor, such as sol0\n  none in this report\n");
   expect_refused({"sensors", "--report", report + "s"}, report + "s: No such file or directory");
 }
 
