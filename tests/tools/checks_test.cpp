@@ -134,10 +134,11 @@ void expect_each(const std::vector<fault_case>& cases) {
 TEST(Checks, FindNothingWrongWithAGoodStation) {
   expect_each({
       {"all networks", [](good_station&) {}, {}},
-      {"no network",
+      {"one network",
        [](good_station& station) {
          for (const carrier by : {carrier::http, carrier::file, carrier::aprs, carrier::mail})
            station.switch_off(by);
+         station.settings.set_integer(wetterpage24_enabled, 1);
        },
        {}},
   });
@@ -207,6 +208,14 @@ TEST(Checks, FindSensorsThatAreNotThere) {
 
 TEST(Checks, FindWhatIsWrongWithTheBoard) {
   expect_each({
+      {"no network",
+       [](good_station& station) {
+         for (const carrier by : {carrier::http, carrier::file, carrier::aprs, carrier::mail})
+           station.switch_off(by);
+         station.settings.set_text(sensor_dew, "");
+         station.appliance.report = "";
+       },
+       {"sensor_dew: ", "no network is switched on, so nothing is sent. Set one's NAME_enabled to 1.", ""}},
       {"clock",
        [](good_station& station) { station.appliance.now = station.appliance.built - 1; },
        {"clock: it says 2012-05-06 09:59 UTC, but this program was built after 2012-05-06 09:59 UTC"}},
@@ -251,7 +260,9 @@ TEST(Checks, FindWhatIsWrongWithTheBoard) {
        {}},
       {"no mail program",
        [](good_station& station) { station.remove(MAIL_PROGRAM_PATH); },
-       {"/opt/sbin/sendmail: it cannot be run (No such file or directory), so no mail is sent"}},
+       {"/opt/sbin/sendmail: it cannot be run (No such file or directory), so no mail is sent to "
+        "borgervejr. Install a mail program, such as esmtp, and link it there: ln -s /usr/bin/esmtp "
+        "/opt/sbin/sendmail."}},
       {"no mail program and no need of it",
        [](good_station& station) {
          station.remove(MAIL_PROGRAM_PATH);
@@ -298,8 +309,8 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
        [](good_station& station) {
          station.endpoints.erase(station.endpoints.find("windit"), std::strlen("windit = http://127.0.0.1"));
        },
-       {"windit_enabled: the server of WindIt is not known, so nothing reaches it. Name it as \"windit\" in "
-        "/etc/skypost/endpoints"}},
+       {"windit_enabled: the server of WindIt is not known, so nothing reaches it. Set windit in "
+        "/etc/skypost/endpoints to the network's server, or set windit_enabled to 0."}},
       {"one after a login in the URL",
        [](good_station& station) {
          setenv("NIMBULOGHW", "NSLU2", 1);
@@ -311,15 +322,18 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
          station.settings.set_integer(idokep_enabled, 2);
          station.endpoints += "idokep_pro = http://idokep.invalid\n";
        },
-       {"idokep_enabled: the server of Idokep is not known, so nothing reaches it. Name it as "
-        "\"idokep_pro\""}},
+       {"idokep_enabled: the server of Idokep is not known, so nothing reaches it. Set idokep_pro in "}},
       {"the pro service of Idokep, which is off",
        [](good_station& station) { station.endpoints += "idokep_pro = http://idokep.invalid\n"; },
        {}},
       {"the rapid-fire server",
        [](good_station& station) { station.endpoints += "wunderground_rapid = http://rapid.invalid\n"; },
-       {"wunderground_enabled: the server of Weather Underground is not known, so nothing reaches it. Name "
-        "it as \"wunderground_rapid\""}},
+       {"wunderground_rapid_enabled: the rapid-fire server of Weather Underground is not known, so only the "
+        "regular uploads are sent there. Set wunderground_rapid in /etc/skypost/endpoints to the network's "
+        "server, or set wunderground_rapid_enabled to 0."}},
+      {"one server for both forms",
+       [](good_station& station) { station.endpoints += "weatherflow = http://weatherflow.invalid\n"; },
+       {"weatherflow_enabled: the server of WeatherFlow is not known, so nothing reaches it."}},
       {"the rapid-fire server without rapid fire",
        [](good_station& station) {
          station.settings.set_integer(wunderground_rapid_enabled, 0);
@@ -328,10 +342,22 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
        {}},
       {"the second of CWOP",
        [](good_station& station) { station.endpoints += "cwop_second = cwop.invalid\n"; },
-       {"cwop_enabled: the server of CWOP is not known, so nothing reaches it. Name it as \"cwop_second\""}},
+       {"cwop_enabled: the second server of CWOP is not known, so only the other is tried. Set "
+        "cwop_second "}},
+      {"the first of CWOP",
+       [](good_station& station) { station.endpoints += "cwop_first = cwop.invalid\n"; },
+       {"cwop_enabled: the first server of CWOP is not known, so only the other is tried. Set cwop_first "
+        "in"}},
+      {"both of CWOP",
+       [](good_station& station) {
+         station.endpoints += "cwop_first = cwop.invalid\ncwop_second = cwop.invalid\n";
+       },
+       {"cwop_enabled: the first server of CWOP is not known, so nothing reaches it. ",
+        "cwop_enabled: the second server of CWOP is not known, so nothing reaches it. "}},
       {"that of APRS",
        [](good_station& station) { station.settings.set_text(aprs_host, "aprs.invalid"); },
-       {"aprs_enabled: the server of APRS is not known, so nothing reaches it. Name it as aprs_host"}},
+       {"aprs_enabled: the server of APRS is not known, so nothing reaches it. Set aprs_host to the "
+        "network's server"}},
       {"an account that looks like a URL",
        [](good_station& station) {
          station.settings.set_text(anythingweather_user, "http://a.invalid/");
@@ -427,7 +453,7 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
        [](good_station& station) {
          station.settings.set_integer(latitude_degrees, 91);
          station.settings.set_integer(latitude_minutes, 60);
-         station.settings.set_integer(latitude_seconds, -1);
+         station.settings.set_integer(latitude_seconds, -2);
          station.settings.set_integer(longitude_degrees, 181);
          station.settings.set_integer(longitude_minutes, -2);
          station.settings.set_integer(longitude_seconds, 60);
@@ -439,10 +465,30 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
        [](good_station& station) {
          station.settings.set_integer(latitude_degrees, 90);
          station.settings.set_integer(latitude_minutes, 0);
-         station.settings.set_integer(longitude_degrees, 180);
+         station.settings.set_integer(latitude_seconds, 0);
+         station.settings.set_integer(longitude_degrees, 179);
+         station.settings.set_integer(longitude_minutes, 59);
          station.settings.set_integer(longitude_seconds, 59);
        },
        {}},
+      {"position a little beyond its ends",
+       [](good_station& station) {
+         station.settings.set_integer(latitude_degrees, 90);
+         station.settings.set_integer(latitude_minutes, 59);
+         station.settings.set_integer(latitude_seconds, 0);
+         station.settings.set_integer(longitude_degrees, 180);
+         station.settings.set_integer(longitude_minutes, 0);
+         station.settings.set_integer(longitude_seconds, 1);
+       },
+       {"latitude_degrees: a latitude of 90 degrees 59 minutes is more than 90 degrees, so a wrong position",
+        "longitude_degrees: a longitude of 180 degrees 1 seconds is more than 180 degrees, so a wrong"}},
+      {"parts of a position that are not set",
+       [](good_station& station) {
+         station.settings.set_integer(latitude_seconds, -1);
+         station.settings.set_integer(longitude_minutes, -1);
+       },
+       {"latitude_seconds: it is not set, so a wrong position is sent to CWOP, APRS. Set it to 0 to 59.",
+        "longitude_minutes: it is not set"}},
       {"intervals that are replaced",
        [](good_station& station) {
          station.settings.set_integer(wunderground_rapid_interval, -1);

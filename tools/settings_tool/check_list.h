@@ -23,6 +23,7 @@ void check_alarm_script(const checked_appliance& appliance, findings& found);
 // Of the networks that are switched on.
 void check_accounts(const checked_appliance& appliance, findings& found);
 void check_servers(const checked_appliance& appliance, findings& found);
+void check_any_network(const checked_appliance& appliance, findings& found);
 void check_endpoint_lines(const checked_appliance& appliance, findings& found);
 void check_position(const checked_appliance& appliance, findings& found);
 void check_pushes(const checked_appliance& appliance, findings& found);

@@ -12,6 +12,7 @@ constexpr check CHECKS[] = {
     // clang-format off
     check_layout,
     check_outdoor_selection,
+    check_any_network,
     check_data_server,
     check_outdoor_values,
     check_clock,

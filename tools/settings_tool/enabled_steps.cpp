@@ -10,7 +10,7 @@
 namespace skypost {
 namespace {
 
-std::string in_endpoint_file(const std::string& name) { return '"' + name + "\" in /etc/skypost/endpoints"; }
+std::string in_endpoint_file(const std::string& name) { return name + " in /etc/skypost/endpoints"; }
 
 constexpr std::string_view SCHEME_END = "://";
 
@@ -18,8 +18,43 @@ called_server server_of(const outgoing& what) {
   const std::string server = take_apart(text_of(what, station_without_values(station_settings, ""))).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
   const std::string host = server.substr(scheme_end + SCHEME_END.size());
-  return {server.substr(0, scheme_end), host.substr(0, host.find(':')),
-          in_endpoint_file(endpoint_named_by(server))};
+  return {.scheme = server.substr(0, scheme_end),
+          .host = host.substr(0, host.find(':')),
+          .named_by = in_endpoint_file(endpoint_named_by(server))};
+}
+
+// The step's own server, and that of its rapid-fire form when it is another.
+std::vector<called_server> http_servers_of(const run_step& step) {
+  std::vector<called_server> servers;
+  for (const handed_out& one : all_handed_out()) {
+    if (&one.step != &step || !one.is_on(station_settings) || one.what.by != carrier::http) continue;
+    called_server server = server_of(one.what);
+    server.switched_by = switch_of(step);
+    if (one.rapid != nullptr) {
+      if (server.named_by == servers.front().named_by) continue;
+      server.title = "rapid-fire server";
+      server.switched_by = description_of(*one.rapid->rapid_enabled).name;
+      server.loss = "only the regular uploads are sent there";
+    }
+    servers.push_back(server);
+  }
+  return servers;
+}
+
+// The second is tried when the first does not take the packet.
+std::vector<called_server> cwop_servers() {
+  const auto server_at = [](endpoint row, endpoint other, const char* title) {
+    called_server server{.scheme = "",
+                         .host = endpoint_value(row),
+                         .named_by = in_endpoint_file(endpoint_name(row)),
+                         .title = title,
+                         .switched_by = description_of(cwop_enabled).name};
+    if (!std::string_view(endpoint_value(other)).ends_with(".invalid"))
+      server.loss = "only the other is tried";
+    return server;
+  };
+  return {server_at(endpoint::cwop_first, endpoint::cwop_second, "first server"),
+          server_at(endpoint::cwop_second, endpoint::cwop_first, "second server")};
 }
 
 }  // namespace
@@ -44,15 +79,13 @@ std::vector<const outgoing*> handed_out_by(const run_step& step) {
 }
 
 std::vector<called_server> servers_of(const run_step& step) {
-  std::vector<called_server> servers;
-  for (const outgoing* const what : handed_out_by(step))
-    if (what->by == carrier::http) servers.push_back(server_of(*what));
-  if (step.what == &CWOP)
-    for (const endpoint row : {endpoint::cwop_first, endpoint::cwop_second})
-      servers.push_back({"", endpoint_value(row), in_endpoint_file(endpoint_name(row))});
+  if (step.what == &CWOP) return cwop_servers();
   if (step.what == &APRS && !station_settings.text(aprs_host).empty())
-    servers.push_back({"", std::string(station_settings.text(aprs_host)), "aprs_host"});
-  return servers;
+    return {{.scheme = "",
+             .host = std::string(station_settings.text(aprs_host)),
+             .named_by = description_of(aprs_host).name,
+             .switched_by = switch_of(step)}};
+  return http_servers_of(step);
 }
 
 }  // namespace skypost

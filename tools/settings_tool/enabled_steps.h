@@ -28,7 +28,10 @@ std::string networks_where(condition has) {
 struct called_server {
   std::string scheme;    // "http", "https"; empty: it speaks another protocol
   std::string host;      // without a port
-  std::string named_by;  // where its owner can name another
+  std::string named_by;  // the setting for another: "windit in /etc/skypost/endpoints"
+  std::string title = "server";
+  std::string switched_by{};                // the setting that has it called
+  std::string loss = "nothing reaches it";  // what follows for the network when it cannot be called
 };
 
 // None for a step that calls none, or whose server is not set.

@@ -53,6 +53,17 @@ std::optional<meant_range> meant_range_of(const settings_field& field) {
   return std::nullopt;
 }
 
+std::string fault_of_whole(const coordinate& one, const settings_record& settings) {
+  const std::int32_t most = meant_range_of(one.degrees).value().most;
+  const std::int32_t minutes = settings.integer(one.minutes);
+  const std::int32_t seconds = settings.integer(one.seconds);
+  const std::string beyond = (minutes > 0 ? ' ' + std::to_string(minutes) + " minutes" : "") +
+                             (seconds > 0 ? ' ' + std::to_string(seconds) + " seconds" : "");
+  if (settings.integer(one.degrees) != most || beyond.empty()) return {};
+  const std::string end = std::to_string(most) + " degrees";
+  return std::string("a ") + one.name + " of " + end + beyond + " is more than " + end;
+}
+
 bool is_sensor_identifier(std::string_view text) {
   const std::string_view number = text.substr(std::min(text.find_first_of("0123456789"), text.size()));
   const std::string_view name = text.substr(0, text.size() - number.size());

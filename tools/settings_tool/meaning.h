@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "settings/field_descriptions.h"
+#include "settings/record.h"
 
 // Which of the values that a setting can hold can also be meant.
 namespace skypost {
@@ -19,6 +20,23 @@ struct meant_range {
 
 // The numbers that can be meant for a setting; nothing when all of them can.
 std::optional<meant_range> meant_range_of(const settings_field& field);
+
+// A half of the position. Each part can be meant alone; a whole beyond 90 or 180 degrees cannot.
+struct coordinate {
+  const char* name;
+  const integer_field& degrees;
+  const integer_field& minutes;
+  const integer_field& seconds;
+};
+
+inline constexpr coordinate POSITION[] = {
+    {"latitude", latitude_degrees, latitude_minutes, latitude_seconds},
+    {"longitude", longitude_degrees, longitude_minutes, longitude_seconds},
+};
+
+// What is wrong with a whole of which each part can be meant: "a latitude of 90 degrees 59 minutes
+// is more than 90 degrees". Empty when nothing is.
+std::string fault_of_whole(const coordinate& one, const settings_record& settings);
 
 // True for a class of sensors and a number, as the report names its sensors: "th0".
 bool is_sensor_identifier(std::string_view text);

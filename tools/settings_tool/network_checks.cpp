@@ -16,6 +16,8 @@
 namespace skypost {
 namespace {
 
+constexpr std::int32_t UNSET = -1;
+
 // True when the network is not told a setting that it would be told. A hardware address for MeteoNews is, for
 // one, on some boards alone.
 bool is_lacking(const run_step& step, const field_description& row, const checked_appliance& appliance) {
@@ -70,48 +72,50 @@ std::string fault_of_name(const called_server& server) {
 }
 
 void check_server(const run_step& step, const called_server& server, bool online, findings& found) {
-  const std::string start = switch_of(step) + ": the server of " + network_of(step);
+  const std::string start = server.switched_by + ": the " + server.title + " of " + network_of(step);
   if (server.host.ends_with(".invalid")) {
-    found.push_back(start + " is not known, so nothing reaches it. Name it as " + server.named_by +
-                    ", or set " + switch_of(step) + " to 0.");
+    found.push_back(start + " is not known, so " + server.loss + ". Set " + server.named_by +
+                    " to the network's server, or set " + server.switched_by + " to 0.");
   } else if (online) {
     if (const std::string fault = fault_of_name(server); !fault.empty())
       found.push_back(start + ", " + quoted(server.host) + ", is not found (" + fault +
-                      "). Check the appliance's name server, or name another as " + server.named_by + '.');
+                      "). Check the appliance's name server, or set " + server.named_by + " to another.");
   }
 }
 
-struct coordinate {
-  const char* name;
-  const integer_field& degrees;
-  const integer_field& minutes;
-  const integer_field& seconds;
-};
-
-constexpr coordinate POSITION[] = {
-    {"latitude", latitude_degrees, latitude_minutes, latitude_seconds},
-    {"longitude", longitude_degrees, longitude_minutes, longitude_seconds},
-};
+// What is wrong with one part of a coordinate that is set, and what to do; empty when nothing is.
+std::string finding_of_part(const integer_field& part, const std::string& consequence) {
+  const meant_range range = meant_range_of(part).value();
+  const std::int32_t value = station_settings.integer(part);
+  if (value >= range.least && value <= range.most) return {};
+  const std::string fault = value == UNSET ? "it is not set" : std::to_string(value) + " is out of range";
+  return std::string(description_of(part).name) + ": " + fault + consequence + "Set it to " +
+         std::to_string(range.least) + " to " + std::to_string(range.most) + '.';
+}
 
 void check_coordinate(const coordinate& one, const std::string& networks, findings& found) {
-  constexpr std::int32_t UNSET = -1;
+  const std::string degrees = description_of(one.degrees).name;
   if (station_settings.integer(one.degrees) == UNSET) {
-    found.push_back(std::string(description_of(one.degrees).name) + ": the " + one.name +
-                    " is not set, so no valid position is sent to " + networks +
-                    ". Set it in degrees, minutes and seconds.");
+    found.push_back(degrees + ": the " + one.name + " is not set, so no valid position is sent to " +
+                    networks + ". Set it in degrees, minutes and seconds.");
     return;
   }
-  for (const integer_field* const part : {&one.degrees, &one.minutes, &one.seconds}) {
-    const meant_range range = meant_range_of(*part).value();
-    const std::int32_t value = station_settings.integer(*part);
-    if (value < range.least || value > range.most)
-      found.push_back(std::string(description_of(*part).name) + ": " + std::to_string(value) +
-                      " is out of range, so a wrong position is sent to " + networks + ". Set it to " +
-                      std::to_string(range.least) + " to " + std::to_string(range.most) + '.');
-  }
+  const std::string consequence = ", so a wrong position is sent to " + networks + ". ";
+  const std::size_t found_before = found.size();
+  for (const integer_field* const part : {&one.degrees, &one.minutes, &one.seconds})
+    if (const std::string finding = finding_of_part(*part, consequence); !finding.empty())
+      found.push_back(finding);
+  if (found.size() != found_before) return;
+  if (const std::string fault = fault_of_whole(one, station_settings); !fault.empty())
+    found.push_back(degrees + ": " + fault + consequence + "Correct it.");
 }
 
 }  // namespace
+
+void check_any_network(const checked_appliance&, findings& found) {
+  if (!is_any_network_enabled(station_settings))
+    found.push_back("no network is switched on, so nothing is sent. Set one's NAME_enabled to 1.");
+}
 
 void check_accounts(const checked_appliance& appliance, findings& found) {
   for (const run_step* const step : enabled_steps()) check_account(*step, appliance, found);

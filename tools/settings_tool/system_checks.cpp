@@ -90,9 +90,13 @@ void check_pull_directories(const checked_appliance&, findings& found) {
 
 void check_mail_program(const checked_appliance&, findings& found) {
   const std::string networks = networks_by(carrier::mail);
+  const std::string path = appliance_path(MAIL_PROGRAM_PATH);
   if (!networks.empty())
-    check_program(appliance_path(MAIL_PROGRAM_PATH),
-                  "no mail is sent to " + networks + ". Install a mail program there.", found);
+    check_program(path,
+                  "no mail is sent to " + networks +
+                      ". Install a mail program, such as esmtp, and link it there: ln -s /usr/bin/esmtp " +
+                      path + '.',
+                  found);
 }
 
 void check_alarm_script(const checked_appliance&, findings& found) {
