@@ -17,6 +17,7 @@
 #include "settings/defaults.h"
 #include "settings/field_descriptions.h"
 #include "settings/load.h"
+#include "settings_tool/meaning.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
@@ -275,7 +276,12 @@ TEST_F(SettingsTool, RefusesWhatCannotBeMeantUnlessForced) {
        " takes no line breaks or other control characters"},
       {"windfinder_password", {"a b"}, {"secret\r"}, " takes no line breaks or other control characters;"},
   };
-  write(filled_record());
+  settings_record record = filled_record();
+  for (const coordinate& one : POSITION) {
+    record.set_integer(one.minutes, 0);
+    record.set_integer(one.seconds, 0);
+  }
+  write(record);
   for (const value_case& row : cases) {
     const std::string assign = std::string(row.setting) + '=';
     for (const std::string value : row.meant) run_well({"set", file, assign + value});
@@ -296,6 +302,56 @@ TEST_F(SettingsTool, RefusesWhatCannotBeMeantUnlessForced) {
                  "sensor_temp holds at most 7 bytes; this text has 8");
 }
 
+TEST_F(SettingsTool, RefusesACoordinateThatGoesBeyondItsEnd) {
+  write(filled_record());
+  run_well({"set", file, "latitude_degrees=90", "latitude_minutes=0", "latitude_seconds=0"});
+  constexpr char FAULT[] = "a latitude of 90 degrees 59 minutes is more than 90 degrees";
+  expect_refused({"set", file, "latitude_minutes=59"}, std::string(FAULT) + "; --force stores it anyway");
+  EXPECT_EQ(loaded().integer(latitude_minutes), 0);
+  run_well({"set", "--force", file, "latitude_minutes=59"});
+  EXPECT_EQ(loaded().integer(latitude_minutes), 59);
+  // What was stored by force hinders no other change.
+  run_well({"set", file, "cwop_enabled=1"});
+}
+
+// A slip must not bring a password to the screen.
+TEST_F(SettingsTool, RepeatsNoWordThatMayBeAPassword) {
+  write(filled_record());
+  const struct {
+    std::vector<std::string> arguments;
+    const char* error;
+    bool is_usage = true;
+  } cases[] = {
+      {{"set", "windfinder_password=topsecret", "windfinder_enabled=1"},
+       "set takes a FILE before NAME=VALUE"},
+      {{"set", "--windfinder_password=topsecret", "x=1"}, "set takes a FILE before NAME=VALUE"},
+      {{"set", "windfinder_password=topsecret"}, "set takes a FILE and at least one NAME=VALUE"},
+      {{"set", file, "windfinder_password topsecret"}, "windfinder_password is not followed by =VALUE"},
+      {{"set", file, "windfinder_password topsecret=1"}, "windfinder_password is not followed by =VALUE"},
+      {{"set", file, "windfinder_password:topsecret"}, "windfinder_password is not followed by =VALUE"},
+      {{"set", file, "windfinder_password=", "topsecret"}, "a word after FILE is not followed by =VALUE"},
+      {{"set", file, "windfinder_passwort=topsecret"},
+       "no setting \"windfinder_passwort\"; did you mean windfinder_password?",
+       false},
+      {{"set", file, "aprs_passcode=topsecret"}, "aprs_passcode takes a whole number", false},
+      {{"set", file, "aprs_passcode=55555555555555"},
+       "aprs_passcode takes a number from -2147483648 to 2147483647",
+       false},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(run(row.arguments), row.is_usage ? 2 : 1);
+    EXPECT_EQ(errors, std::string("Error: ") + row.error +
+                          (row.is_usage ? "\nTry 'skypost-settings --help'.\n" : "\n"));
+    for (const char* const secret : {"topsecret", "55555555555555"})
+      EXPECT_EQ((out + errors).find(secret), std::string::npos) << errors;
+  }
+
+  // A file may have such a name.
+  const std::string odd = appliance.path("/home/a=b").string();
+  fs::copy_file(file, odd);
+  run_well({"set", odd, "windfinder_password=topsecret"});
+}
+
 TEST_F(SettingsTool, ShowsOneNetworkAlone) {
   write(filled_record());
   const std::string shown =
@@ -312,7 +368,12 @@ TEST_F(SettingsTool, ShowsOneNetworkAlone) {
   EXPECT_TRUE(out.ends_with("sensor_solar = \"\"\n")) << out;
   // These are files.
   expect_refused({"show", "./idokep"}, "./idokep: No such file or directory");
-  expect_refused({"show", "idokep_id"}, "idokep_id: No such file or directory");
+  expect_refused({"show", "windfindr"},
+                 "\"windfindr\" is neither a file nor a network; did you mean windfinder?");
+  expect_refused(
+      {"show", "Weather Undergruond"},
+      "\"Weather Undergruond\" is neither a file nor a network; did you mean Weather Underground?");
+  expect_refused({"show", "other.conf"}, "\"other.conf\" is neither a file nor a network");
 }
 
 TEST_F(SettingsTool, NamesEverySettingThatItSets) {
@@ -378,6 +439,8 @@ TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
   write(record);
   fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
   run_well({"check", "--report", report});
+  EXPECT_EQ(out, "Nothing found.\n");
+  run_well({"check", "--quiet", "--report", report});
   EXPECT_EQ(out, "");
 
   appliance.write(ENDPOINTS_PATH, "windit = http://windit.example/\n");
@@ -400,6 +463,19 @@ TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
   EXPECT_EQ(run({"check", "--report", report + "s"}), 2);
   EXPECT_EQ(errors, "Error: " + report + "s: No such file or directory\n");
   EXPECT_EQ(out, "");
+  appliance.write("/report", "");
+  EXPECT_EQ(run({"check", "--report", report}), 2);
+  EXPECT_EQ(errors, "Error: " + report + ": empty\n");
+  EXPECT_EQ(out, "");
+}
+
+TEST_F(SettingsTool, SaysHowToMakeTheAppliancesFile) {
+  const std::string fault = file + ": No such file or directory; make one with: skypost-settings new " + file;
+  expect_refused({"show"}, fault);
+  EXPECT_EQ(run({"check"}), 2);
+  EXPECT_EQ(errors, "Error: " + fault + "\n");
+  appliance.write(SETTINGS_PATH, "");
+  expect_refused({"show"}, file + ": empty");
 }
 
 TEST_F(SettingsTool, TellsHowItIsUsed) {
@@ -409,11 +485,15 @@ TEST_F(SettingsTool, TellsHowItIsUsed) {
       {{"frobnicate"}, "no command \"frobnicate\""},
       {{"new"}, "new takes one FILE"},
       {{"new", "--force"}, "unknown option --force"},
-      {{"show", "a", "b"}, "show takes at most one FILE and one NETWORK"},
+      {{"chekc"}, "no command \"chekc\"; did you mean check?"},
+      {{"Show"}, "no command \"Show\"; did you mean show?"},
+      {{"show", "a", "b", "c"}, "show takes at most one FILE and one NETWORK"},
+      {{"show", file, "sensor"}, "no network \"sensor\"; did you mean sensors?"},
+      {{"show", file, "nothing.like.it"}, "no network \"nothing.like.it\""},
       {{"show", "--all"}, "unknown option --all"},
       {{"names", file}, "names takes no arguments"},
       {{"set", file}, "set takes a FILE and at least one NAME=VALUE"},
-      {{"set", file, "cwop_enabled"}, "\"cwop_enabled\" is not NAME=VALUE"},
+      {{"set", file, "cwop_enabled"}, "cwop_enabled is not followed by =VALUE"},
       {{"sensors", "th0"}, "sensors takes no \"th0\""},
       {{"sensors", "--report"}, "--report takes a FILE"},
       {{"check", "a", "b"}, "check takes at most one FILE"},

@@ -4,10 +4,10 @@
 #include "base/endpoints.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
-
 #include "common/report_source.h"
 #include "run/host_identity.h"
 #include "settings_tool/checks.h"
+#include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
 #include "transport/command.h"
 
@@ -15,9 +15,9 @@ namespace skypost {
 namespace {
 
 // What is there to be read, as the uploader reads it when it starts.
-checked_appliance read_appliance(const std::string& path) {
+checked_appliance read_appliance(const words& arguments) {
   checked_appliance appliance{};
-  appliance.file = read_settings_file(path);
+  appliance.file = read_chosen_file(arguments);
   station_settings = as_loaded(appliance.file);
 
   kept_text complaints;
@@ -40,7 +40,7 @@ checked_appliance read_appliance(const std::string& path) {
 void read_report_into(checked_appliance& appliance, const std::optional<std::string>& path, bool quiet) {
   if (path) {
     appliance.report = read_report(*path);
-    appliance.report_fault = *path + ": empty";
+    if (appliance.report.empty()) throw tool_error(*path + ": empty");
     return;
   }
   try {
@@ -58,20 +58,23 @@ int run_check(const words& all_arguments, std::ostream& out) {
   const bool quiet = take_option(arguments, "--quiet");
   const std::optional<std::string> report_path = take_file_option(arguments, "--report");
   if (arguments.size() > 1) throw usage_error("check takes at most one FILE");
-  const std::string path = arguments.empty() ? appliance_settings_path() : as_operand(arguments[0]);
 
   checked_appliance appliance;
   try {
-    appliance = read_appliance(path);
+    appliance = read_appliance(arguments);
     read_report_into(appliance, report_path, quiet);
+  } catch (const usage_error&) {
+    throw;
   } catch (const tool_error& fault) {
     if (quiet) return 2;
     throw tool_error(fault.what(), 2);
   }
   appliance.online = online;
   const findings found = findings_of(appliance);
-  if (!quiet)
+  if (!quiet) {
     for (const std::string& finding : found) out << finding << '\n';
+    if (found.empty()) out << "Nothing found.\n";
+  }
   return found.empty() ? 0 : 1;
 }
 

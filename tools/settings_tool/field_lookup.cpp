@@ -1,49 +1,25 @@
 #include "settings_tool/field_lookup.h"
 
-#include <algorithm>
-#include <cctype>
-#include <iterator>
-#include <numeric>
 #include <vector>
 
 #include "common/errors.h"
 #include "common/networks.h"
 #include "common/printable.h"
+#include "settings_tool/similar_name.h"
 
 namespace skypost {
-namespace {
 
-char to_lower(char character) {
-  return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+const field_description* find_field(std::string_view name) {
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (name == row.name) return &row;
+  return nullptr;
 }
-
-// How many letters must be put in, left out or changed to make one word of the other; case does not matter.
-std::size_t distance(std::string_view one, std::string_view other) {
-  std::vector<std::size_t> row(other.size() + 1);
-  std::iota(row.begin(), row.end(), std::size_t{0});
-  for (std::size_t i = 0; i < one.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i + 1;
-    for (std::size_t j = 0; j < other.size(); ++j) {
-      const std::size_t changed = diagonal + (to_lower(one[i]) == to_lower(other[j]) ? 0 : 1);
-      diagonal = row[j + 1];
-      row[j + 1] = std::min({changed, row[j] + 1, diagonal + 1});
-    }
-  }
-  return row.back();
-}
-
-}  // namespace
 
 const field_description& field_named(const std::string& name) {
-  const field_description& nearest =
-      *std::min_element(std::begin(FIELD_DESCRIPTIONS), std::end(FIELD_DESCRIPTIONS),
-                        [&](const field_description& one, const field_description& other) {
-                          return distance(name, one.name) < distance(name, other.name);
-                        });
-  if (name != nearest.name)
-    throw tool_error("no setting " + quoted(name) + "; did you mean " + nearest.name + "?");
-  return nearest;
+  if (const field_description* const row = find_field(name)) return *row;
+  std::vector<std::string> names;
+  for (const field_description& row : FIELD_DESCRIPTIONS) names.emplace_back(row.name);
+  throw tool_error("no setting " + quoted(name) + "; did you mean " + nearest_name(name, names) + "?");
 }
 
 std::string_view group_named(std::string_view name) {
@@ -52,6 +28,16 @@ std::string_view group_named(std::string_view name) {
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (is_same_name(name, row.group)) return row.group;
   return {};
+}
+
+std::string suggested_group(const std::string& name) {
+  std::vector<std::string> names;
+  for (const run_step& step : run_list()) {
+    const std::string enabled = switch_of(step);
+    names.push_back(enabled.substr(0, enabled.rfind('_')));
+  }
+  for (const field_description& row : FIELD_DESCRIPTIONS) names.emplace_back(row.group);
+  return suggestion_for(name, names);
 }
 
 }  // namespace skypost

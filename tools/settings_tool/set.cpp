@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cstring>
 #include <limits>
@@ -7,6 +9,7 @@
 #include "common/settings_file.h"
 #include "settings/byte_order.h"
 #include "settings/load.h"
+#include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
 #include "settings_tool/field_lookup.h"
 #include "settings_tool/meaning.h"
@@ -25,10 +28,11 @@ std::int64_t number_for(const field_description& row, const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto [stop, fault] = std::from_chars(text.data(), end, value);
   if (stop != end || fault == std::errc::invalid_argument)
-    throw tool_error(std::string(row.name) + " takes a whole number, not " + quoted(text));
+    throw tool_error(std::string(row.name) + " takes a whole number" +
+                     (row.field.is_secret() ? "" : ", not " + quoted(text)));
   if (fault != std::errc{} || value < least || value > most)
     throw tool_error(std::string(row.name) + " takes a number from " + std::to_string(least) + " to " +
-                     std::to_string(most) + ", not " + text);
+                     std::to_string(most) + (row.field.is_secret() ? "" : ", not " + text));
   return value;
 }
 
@@ -54,17 +58,33 @@ void store_text(settings_record& record, const field_description& row, const std
   record.set_text(row.as_text(), text);
 }
 
+// The name of "name=value". A word that is something else may have a password in it, so no more of it than the
+// name of a setting is shown.
+std::string name_in(const std::string& assignment) {
+  const auto is_in_name = [](unsigned char letter) { return std::isalnum(letter) != 0 || letter == '_'; };
+  const auto end = std::find_if_not(assignment.begin(), assignment.end(), is_in_name);
+  std::string name(assignment.begin(), end);
+  if (end != assignment.end() && *end == '=') return name;
+  throw usage_error((find_field(name) != nullptr ? name : std::string("a word after FILE")) +
+                    " is not followed by =VALUE");
+}
+
+// Refuses what makes a coordinate that was possible impossible as a whole.
+void refuse_impossible_whole(const settings_record& before, const settings_record& after) {
+  for (const coordinate& one : POSITION)
+    if (fault_of_whole(one, before).empty()) refuse(fault_of_whole(one, after));
+}
+
 // Carries "name=value" out on the record of a file.
 void assign(const settings_file& file, settings_record& record, const std::string& assignment, bool force) {
-  const std::size_t equals = assignment.find('=');
-  if (equals == std::string::npos) throw usage_error(quoted(assignment) + " is not NAME=VALUE");
-  const field_description& row = field_named(assignment.substr(0, equals));
+  const std::string name = name_in(assignment);
+  const field_description& row = field_named(name);
   if (row.field.offset == byte_order_marker.offset)
     throw tool_error(std::string(row.name) + " is the mark of the file's byte order and cannot be set");
   if (row.field.offset + row.field.size > file.size)
     throw tool_error(std::string(row.name) + " is beyond the end of this file's layout (" + layout_of(file) +
                      ")");
-  const std::string value = assignment.substr(equals + 1);
+  const std::string value = assignment.substr(name.size() + 1);
   if (row.field.is_text())
     store_text(record, row, value, force);
   else
@@ -77,13 +97,17 @@ int run_set(const words& all_arguments, std::ostream&) {
   words arguments = all_arguments;
   const bool force = take_option(arguments, "--force");
   if (arguments.size() < 2) throw usage_error("set takes a FILE and at least one NAME=VALUE");
+  if (arguments[0].find('=') != std::string::npos && !is_there(arguments[0]))
+    throw usage_error("set takes a FILE before NAME=VALUE");  // no word more: it may be a password
   settings_file file = read_settings_file(as_operand(arguments[0]));
   if (is_size_unlisted(file.size, platform()))
     throw tool_error(arguments[0] + ": not changed, as its layout is unknown (" + layout_of(file) + ")");
 
   const bool foreign = is_byte_order_foreign(file.image, platform());
   if (foreign) convert_byte_order(file.image);
+  const settings_record before = file.image;
   for (std::size_t i = 1; i < arguments.size(); ++i) assign(file, file.image, arguments[i], force);
+  if (!force) refuse_impossible_whole(before, file.image);
   if (foreign) convert_byte_order(file.image);
   replace_settings_file(file);
   return 0;

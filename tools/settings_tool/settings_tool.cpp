@@ -5,6 +5,7 @@
 #include "common/errors.h"
 #include "common/printable.h"
 #include "settings_tool/commands.h"
+#include "settings_tool/similar_name.h"
 
 namespace skypost {
 namespace {
@@ -53,7 +54,9 @@ int run_command(const words& arguments, std::ostream& out) {
   if (arguments.empty()) throw usage_error("no command given");
   for (const command& row : COMMANDS)
     if (arguments[0] == row.name) return row.run({arguments.begin() + 1, arguments.end()}, out);
-  throw usage_error("no command " + quoted(arguments[0]));
+  std::vector<std::string> names;
+  for (const command& row : COMMANDS) names.emplace_back(row.name);
+  throw usage_error("no command " + quoted(arguments[0]) + suggestion_for(arguments[0], names));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "common/printable.h"
 #include "common/settings_file.h"
 #include "settings/load.h"
+#include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
 #include "settings_tool/field_lookup.h"
 
@@ -43,15 +44,25 @@ std::string_view take_group(words& arguments) {
   return group;
 }
 
+// What is left must be a file. A word without a slash that is none may be a network with a slip of the pen.
+void check_file(const words& arguments) {
+  if (arguments.size() > 2) throw usage_error("show takes at most one FILE and one NETWORK");
+  if (arguments.size() == 2)
+    throw usage_error("no network " + quoted(arguments[1]) + suggested_group(arguments[1]));
+  if (arguments.empty() || as_operand(arguments[0]).find('/') != std::string::npos) return;
+  if (!is_there(arguments[0]))
+    throw tool_error(quoted(arguments[0]) + " is neither a file nor a network" +
+                     suggested_group(arguments[0]));
+}
+
 }  // namespace
 
 int run_show(const words& all_arguments, std::ostream& out) {
   words arguments = all_arguments;
   const bool with_secrets = take_option(arguments, "--secrets");
   const std::string_view group = take_group(arguments);
-  if (arguments.size() > 1) throw usage_error("show takes at most one FILE and one NETWORK");
-  const settings_file file =
-      read_settings_file(arguments.empty() ? appliance_settings_path() : as_operand(arguments[0]));
+  check_file(arguments);
+  const settings_file file = read_chosen_file(arguments);
   out << "File:       " << file.path << '\n'
       << "Layout:     " << layout_of(file) << '\n'
       << "Byte order: "
