@@ -111,7 +111,8 @@ void record(world& all, std::size_t run, const std::string& command, const recor
   const std::string errors = all.board.path("/standard_error");
   const int status = std::system((command + " </dev/null 2>'" + errors + '\'').c_str());
   const std::string said = all.board.read("/standard_error");
-  if (status != 0) throw std::runtime_error("it ended with status " + std::to_string(WEXITSTATUS(status)) + ": " + said);
+  if (status != 0)
+    throw std::runtime_error("it ended with status " + std::to_string(WEXITSTATUS(status)) + ": " + said);
 
   folder.write("standard_error", masked(said));
   folder.write("requests", requests_of(all.peers));

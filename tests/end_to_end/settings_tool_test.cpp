@@ -44,18 +44,19 @@ TEST_F(settings_tool_at_the_data_server, says_when_it_does_not_answer) {
 
   const auto expect_no_report = [&](const std::string& reason) {
     EXPECT_EQ(run({"check"}), 1);
-    EXPECT_TRUE(out.starts_with("data server: no report: " + reason + ", so nothing at all is sent. "))
+    EXPECT_TRUE(
+        out.starts_with("the data server at 127.0.0.1:5558 " + reason + ", so nothing at all is sent. "))
         << out;
     EXPECT_EQ(out.find("sensor_uv: "), std::string::npos) << out;
     EXPECT_EQ(run({"sensors"}), 1);
-    EXPECT_EQ(errors, "Error: data server: no report: " + reason + "\n");
+    EXPECT_EQ(errors, "Error: the data server at 127.0.0.1:5558 " + reason + "\n");
     EXPECT_EQ(run({"check", "--quiet"}), 1);
     EXPECT_EQ(out + errors, "");
   };
   all.data->set_behaviour(sim::data_server::behaviour::nothing);
-  expect_no_report("error read socket: Success");
+  expect_no_report("closed the connection without a report");
   all.data.reset();
-  expect_no_report("error connect socket 127.0.0.1:5558 :Connection refused");
+  expect_no_report("does not answer (connect: Connection refused)");
 }
 
 }  // namespace

@@ -42,7 +42,10 @@ preview_page difficult_page() {
   station_settings.set_text(wedaal_user, "w");
   const std::string report = sim::lifelike_report(spring_morning().seconds);
   load_live_record(report.c_str());
-  return {"/home/nimbulog/nimbulog.conf", "the data server, 127.0.0.1:5558", "2012-05-06 07:08:09 CEST",
+  return {"/home/nimbulog/nimbulog.conf",
+          "the data server, 127.0.0.1:5558",
+          "2012-05-06 07:08:09 CEST",
+          {},
           make_previews({.from = {station_settings, live_record, spring_morning(), ORDINARY_BOARD},
                          .report = report.c_str(),
                          .last_run_age = 300,
@@ -109,8 +112,9 @@ TEST_F(page_in_a_browser, is_all_there_and_fits_a_phone_and_a_desk) {
   EXPECT_EQ(seen.find("wide: "), std::string::npos) << seen.substr(seen.find("wide: "), 500);
   for (const char* const part :
        {"Settings\n/home/nimbulog/nimbulog.conf\n", "Weather Underground, rapid fire", "PASSWORD\t***\n",
-        "file \"\\n11.2\\n\"\n", "Not sent: wedaal_user needs two characters or more\n", "PASSWORD\tempty\n",
-        "weatherbug_password\n", "Not sent: its last turn was 300 seconds ago; the next comes after 960\n",
+        "file \"\\n11.2\\n\"\n", "Not sent: wedaal_user needs two characters or more\n",
+        "PASSWORD\t(empty)\n", "weatherbug_password\n",
+        "Not sent: its last turn was 300 seconds ago; the next comes after 960\n",
         "sensor_wind\tno sensor selected\n", "last15m_rain9_total_mm\tnot in the report\n",
         "name\t&lt;/table&gt;&lt;script&gt;document.title='hostile'&lt;/script&gt;&amp;lt;\n",
         "user\tid\xc3\xb3k\xc3\xa9p \\xb0 \\x1b[2J\n", "User DL1ABC-13 pass *** vers nimbulog\n"})

@@ -4,8 +4,10 @@
 #include "preview/preview.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <ctime>
 #include <regex>
@@ -51,7 +53,10 @@ class Preview : public ::testing::Test {
   preview_page page(const texts& networks = {}) {
     reset_live_record();
     parse_live_reply(report.c_str());
-    return {"nimbulog.conf", "report", "noon",
+    return {"nimbulog.conf",
+            "report",
+            "noon",
+            {},
             make_previews({.from = {station_settings, live_record, spring_morning(), host},
                            .report = report.c_str(),
                            .last_run_age = last_run_age,
@@ -323,19 +328,116 @@ TEST_F(Preview, TellsWhereItGoes) {
   EXPECT_EQ(one("windit").where, texts{"http://windit.example.org:8080/nimbulog/nimbulogload"});
   EXPECT_EQ(one("windit").warnings, texts{});
   reset_endpoints();
-  EXPECT_EQ(one("wetterring").warnings,
-            texts{"the network's server is not known; " + folder.path("/etc/skypost/endpoints").string() +
-                  " can name it as wetterring"});
-  EXPECT_EQ(one("meteonews").warnings.size(), 1U);
-  EXPECT_TRUE(contains(as_text(page({"wetterring"})), "\n  WARNING: the network's server is not known; "));
-  EXPECT_TRUE(
-      contains(as_html(page({"wetterring"})), "Warning:</strong> the network&#39;s server is not known; "));
+  EXPECT_EQ(one("windit").warnings.size(), 1U);
+}
+
+TEST_F(Preview, WarnsOfAServerThatIsNotKnown) {
+  const appliance_folder folder;
+  const std::string in_file = " in " + folder.path("/etc/skypost/endpoints").string();
+  const auto unknown = [](const std::string& where_to_set) {
+    return "the network's server is not known: set " + where_to_set;
+  };
+  const struct {
+    const char* endpoints;
+    const char* network;
+    texts warnings;
+  } CASES[] = {
+      {"", "wetterring", {unknown("wetterring" + in_file)}},
+      {"", "meteonews", {unknown("meteonews" + in_file)}},
+      {"", "cwop", {}},
+      {"windit = https://windit.invalid:8080", "windit", {unknown("windit" + in_file)}},
+      {"windit = http://windit.invalid.example.org", "windit", {}},
+      {"cwop_first = cwop.invalid", "cwop", {unknown("cwop_first" + in_file)}},
+      {"cwop_first = cwop.invalid\ncwop_second = cwop.invalid",
+       "cwop",
+       {unknown("cwop_first" + in_file), unknown("cwop_second" + in_file)}},
+  };
+  for (const auto& row : CASES) {
+    folder.write("/etc/skypost/endpoints", row.endpoints);
+    load_endpoints();
+    EXPECT_EQ(one(row.network).warnings, row.warnings) << row.network << ", " << row.endpoints;
+  }
+  reset_endpoints();
+  set(aprs_host, "aprs.invalid");
+  EXPECT_EQ(one("aprs").warnings, texts{unknown("aprs_host")});
+  set(aprs_host, "");
+  EXPECT_EQ(one("aprs").warnings, texts{"aprs_host is empty"});
+}
+
+TEST_F(Preview, WarnsOfAStationThatIsNotFoundByItsHardwareAddress) {
+  const appliance_folder folder;
+  folder.write("/etc/skypost/endpoints", "meteonews = meteonews.example.org\n");
+  load_endpoints();
+  EXPECT_EQ(one("meteonews").warnings, texts{});
+  for (const char* const platform : {"X86", "NSLU2"}) {
+    host = {platform, ""};
+    texts warned;
+    for (const step_preview& step : page().steps)
+      for (const std::string& warning : step.warnings)
+        if (contains(warning, "hardware address")) warned.push_back(step.id + ": " + warning);
+    EXPECT_EQ(warned, texts{"meteonews: ifconfig shows no hardware address of eth0, by which MeteoNews knows "
+                            "the station"});
+  }
+}
+
+TEST_F(Preview, WarnsOfAPositionThatIsWrong) {
+  for (const char* const network : {"cwop", "aprs"}) EXPECT_EQ(one(network).warnings, texts{}) << network;
+  set(latitude_degrees, -1);
+  set(longitude_minutes, 60);
+  EXPECT_EQ(
+      one("cwop").warnings,
+      (texts{"latitude_degrees: the latitude is not set, so no valid position is sent to CWOP. Set it in "
+             "degrees, minutes and seconds.",
+             "longitude_minutes: 60 is out of range, so a wrong position is sent to CWOP. Set it to 0 to "
+             "59."}));
+  EXPECT_EQ(one("aprs").warnings.size(), 2U);
+  EXPECT_EQ(one("windfinder").warnings, texts{});
 }
 
 TEST_F(Preview, SaysSoWhenNothingIsOn) {
   for (const run_step& step : run_list()) set(*step.enabled, 0);
   EXPECT_TRUE(contains(as_text(page()), "No network is switched on.\n"));
   EXPECT_TRUE(contains(as_html(page()), "<p>No network is switched on.</p>"));
+}
+
+// The words of a text, in lower case and without what is between them.
+texts words_of(const std::string& text) {
+  texts result;
+  const std::regex word("[A-Za-z0-9_]+");
+  for (std::sregex_iterator found(text.begin(), text.end(), word), end; found != end; ++found) {
+    result.push_back(found->str());
+    for (char& character : result.back())
+      character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+  }
+  return result;
+}
+
+// What a browser shows of the page below its title and its table of contents.
+std::string text_of_page(std::string html) {
+  html.erase(0, html.find("<dl>"));
+  html.erase(html.find("<nav>"), html.find("</nav>") - html.find("<nav>"));
+  const struct {
+    const char* pattern;
+    const char* replacement;
+  } REPLACEMENTS[] = {{"<wbr>", ""}, {"<[^>]*>", " "}, {"&(ndash|#39|quot);", " "},
+                      {"&lt;", "<"}, {"&gt;", ">"},    {"&amp;", "&"}};
+  for (const auto& row : REPLACEMENTS)
+    html = std::regex_replace(html, std::regex(row.pattern), row.replacement);
+  return html;
+}
+
+TEST_F(Preview, SaysTheSameToATerminalAndToABrowser) {
+  set(windfinder_name, "");
+  set(windfinder_password, "");
+  set(sensor_rain, "");
+  set(latitude_degrees, -1);
+  set(idokep_enabled, 0);
+  preview_page whole = page(all_ids());
+  whole.warnings = {"endpoints line 3: no such name. The line is skipped."};
+  const texts text = words_of(as_text(whole));
+  const texts html = words_of(text_of_page(as_html(whole)));
+  ASSERT_GT(text.size(), 500U);
+  EXPECT_EQ(text, html);
 }
 
 // The page's elements, without the texts between them.
@@ -387,8 +489,10 @@ TEST_F(Preview, IsAPageThatLoadsNothing) {
 // The text in full.
 TEST_F(Preview, IsReadByAPerson) {
   set(windfinder_name, "");
+  set(windfinder_password, "");
   set(sensor_rain, "");
   set(awekas_enabled, 0);
+  set(aprs_host, "aprs.invalid");
   replace_in_report("last15m_[^\n]*\n", "");
   EXPECT_EQ(as_text(page({"awekas_push", "windfinder", "aprs"})),
             R"(Settings: nimbulog.conf
@@ -421,8 +525,9 @@ AWEKAS (awekas_push)
 
 Windfinder (windfinder)
   GET http://www.windfinder.com/wind-cgi/nimbulogload.pl
+  Would be sent
     name      (empty)
-    password  ***
+    password  (empty)
     date      06.05.2012
     time      07:08
   Missing values:
@@ -432,10 +537,11 @@ Windfinder (windfinder)
     last15m_wind0_gustspeedmax_ms  not in the report
     last15m_wind0_speed_ms         not in the report
     last15m_wind0_maindir_deg      not in the report
-  Not set: windfinder_name
+  Not set: windfinder_name, windfinder_password
 
 APRS (aprs)
-  APRS packet 127.0.0.1:14580
+  APRS packet aprs.invalid:14580
+  WARNING: the network's server is not known: set aprs_host
     User DL1ABC-13 pass *** vers nimbulog
     DL1ABC-13>APRS,TCPXX*:@060508z4703.50N/00818.00E_225/007g...t052r...p...P...b10147h76eNB49
   Missing values:
@@ -507,19 +613,35 @@ TEST_F(PreviewTool, PreparesTheSettingsAndLooksAtTheLastRunAsARunDoes) {
 
 TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
   const std::string hint = "\nTry 'skypost-preview --help'.";
+  const std::string folder = appliance.path("/report").parent_path();
+  const std::string pipe = appliance.path("/pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  appliance.write("/empty", "");
+  const std::string empty = appliance.path("/empty");
+  appliance.write("/long", std::string(500'000, 'x'));
+  const std::string too_long = appliance.path("/long");
   const struct {
     texts arguments;
     int status;
     std::string error;
   } CASES[] = {
       {{"--report", report + "x"}, 1, report + "x: No such file or directory"},
+      {{"--report", folder}, 1, folder + ": not a regular file"},
+      {{"--report", pipe}, 1, pipe + ": not a regular file"},
+      {{"--report", "/dev/zero"}, 1, "/dev/zero: not a regular file"},
+      {{"--report", empty}, 1, empty + ": empty"},
+      {{"--report", too_long}, 1, too_long + ": too long for a report"},
       {{"--report", report, "--settings", "/nowhere"}, 1, "/nowhere: No such file or directory"},
       {{"--report"}, 2, "--report takes a FILE" + hint},
       {{"--settings"}, 2, "--settings takes a FILE" + hint},
       {{"-x"}, 2, "unknown option -x" + hint},
       {{"idokep", "--names"}, 2, "unknown option --names" + hint},
       // Before it asks the data server.
-      {{"nowhere"}, 2, "no network \"nowhere\"; --names lists what there is" + hint},
+      {{"windfindr"}, 2, "no network \"windfindr\"; did you mean windfinder? --names lists all" + hint},
+      {{"Aweka"}, 2, "no network \"Aweka\"; did you mean awekas? --names lists all" + hint},
+      {{"wunderground_rapidd"},
+       2,
+       "no network \"wunderground_rapidd\"; did you mean wunderground_rapid? --names lists all" + hint},
   };
   for (const auto& row : CASES) {
     const tool_run shown = run(row.arguments);
@@ -529,6 +651,22 @@ TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
   }
   EXPECT_TRUE(run({"idokep", "--help"}).out.starts_with("skypost-preview shows "));
   EXPECT_EQ(run({"--version"}).out, "skypost-preview " SKYPOST_VERSION "\n");
+}
+
+TEST_F(PreviewTool, TellsWhichLinesOfTheEndpointFileAreSkipped) {
+  const std::string path = appliance.path("/etc/skypost/endpoints");
+  const auto expect_warning = [&](const std::string& warning) {
+    const tool_run text = run({"--report", report, "idokep"});
+    EXPECT_EQ(text.errors, "");
+    EXPECT_TRUE(contains(text.out, "\nWARNING:  " + path + warning + "\n")) << text.out;
+    EXPECT_TRUE(contains(run({"--report", report, "--html", "idokep"}).out,
+                         "Warning:</strong> " + path + warning + "</p>"));
+  };
+  appliance.write("/etc/skypost/endpoints", "windit = http://windit.example.org\nnothing = here\n");
+  expect_warning(" line 2: no such name. The line is skipped.");
+  std::filesystem::remove(path);
+  std::filesystem::create_directory(path);
+  expect_warning(": Is a directory. The file is skipped.");
 }
 
 TEST_F(PreviewTool, NamesWhateverItCanShow) {

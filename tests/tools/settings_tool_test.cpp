@@ -13,11 +13,11 @@
 
 #include "base/endpoints.h"
 #include "base/paths.h"
+#include "common/meaning.h"
 #include "settings/byte_order.h"
 #include "settings/defaults.h"
 #include "settings/field_descriptions.h"
 #include "settings/load.h"
-#include "settings_tool/meaning.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"

@@ -24,4 +24,11 @@ bool is_text_lacking(const outgoing& what, const station& from, const field_desc
   return text_of(what, {changed, from.live, from.now, from.host}) != text_of(what, from);
 }
 
+bool is_hardware_address_told(const outgoing& what, const station& from) {
+  const auto text_with = [&](const char* hardware_address) {
+    return text_of(what, {from.settings, from.live, from.now, {from.host.platform, hardware_address}});
+  };
+  return text_with("1") != text_with("2");
+}
+
 }  // namespace skypost

@@ -17,4 +17,7 @@ bool is_unset(const settings_record& settings, const settings_field& field);
 // True when the text would be another one with a value in a setting that is not set.
 bool is_text_lacking(const outgoing& what, const station& from, const field_description& row);
 
+// True when the text tells the network the board's hardware address.
+bool is_hardware_address_told(const outgoing& what, const station& from);
+
 }  // namespace skypost

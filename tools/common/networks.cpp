@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "base/endpoints.h"
+#include "common/similar_name.h"
 #include "settings/field_descriptions.h"
 
 namespace skypost {
@@ -16,6 +17,12 @@ std::string simplified(std::string_view name) {
     if (character != ' ' && character != '-' && character != '_')
       result += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
   return result;
+}
+
+// The switch without its "_enabled".
+std::string switch_name(const run_step& step) {
+  const std::string name = switch_of(step);
+  return name.substr(0, name.rfind('_'));
 }
 
 const rapid_fire_network* rapid_fire_of(const run_step& step) {
@@ -34,9 +41,8 @@ bool is_same_name(std::string_view one, std::string_view other) {
 }
 
 bool is_network_name(std::string_view name, const run_step& step) {
-  const std::string enabled = switch_of(step);
   return is_same_name(name, network_of(step)) || is_same_name(name, step.name.text) ||
-         is_same_name(name, step.what->id) || is_same_name(name, enabled.substr(0, enabled.rfind('_')));
+         is_same_name(name, step.what->id) || is_same_name(name, switch_name(step));
 }
 
 bool handed_out::is_on(const settings_record& settings) const {
@@ -59,6 +65,23 @@ std::string endpoint_named_by(std::string_view server) {
     if (const auto row = static_cast<endpoint>(i); server.ends_with(endpoint_value(row)))
       return endpoint_name(row);
   return {};
+}
+
+bool is_unknown_server(std::string_view server) {
+  constexpr std::string_view SCHEME_END = "://";
+  if (const std::size_t end = server.find(SCHEME_END); end != std::string_view::npos)
+    server.remove_prefix(end + SCHEME_END.size());
+  return server.substr(0, server.find(':')).ends_with(".invalid");
+}
+
+std::string nearest_network_name(const std::string& name) {
+  std::vector<std::string> names;
+  for (const handed_out& one : all_handed_out()) {
+    names.emplace_back(one.what.id);
+    names.push_back(switch_name(one.step));
+    names.push_back(network_of(one.step));
+  }
+  return nearest_name(name, names);
 }
 
 }  // namespace skypost

@@ -36,4 +36,11 @@ std::vector<handed_out> all_handed_out();
 // The name that the endpoint file has for the server in effect that `server` ends in; empty when it is in none.
 std::string endpoint_named_by(std::string_view server);
 
+// True when nobody knows the network's server, so that a name in the domain .invalid is in its place. `server` is
+// a host, with or without a scheme before it and a port after it.
+bool is_unknown_server(std::string_view server);
+
+// The name of a network, or of one of its texts, that is most like `name`, as "windfinder".
+std::string nearest_network_name(const std::string& name);
+
 }  // namespace skypost

@@ -103,7 +103,7 @@ std::string shown_name(const std::string& name) {
   return result;
 }
 
-std::string shown_value(const std::string& text) { return text.empty() ? "<em>empty</em>" : shown(text); }
+std::string shown_value(const std::string& text) { return text.empty() ? "<em>(empty)</em>" : shown(text); }
 
 void print_row(std::ostream& out, const std::string& name, const std::string& value) {
   out << "<tr><th scope=\"row\">" << name << "</th><td>" << value << "</td></tr>\n";
@@ -125,7 +125,7 @@ void print_request(std::ostream& out, const request_parts& request) {
   if (request.login.empty() && request.parameters.empty()) return;
   out << "<table>\n";
   for (const request_parameter& part : request.login)
-    print_row(out, "login: " + shown(part.name), shown_value(part.value()));
+    print_row(out, "(login) " + shown(part.name), shown_value(part.value()));
   for (const request_parameter& parameter : request.parameters) print_parameter(out, parameter);
   out << "</table>\n";
 }
@@ -146,7 +146,7 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
 
 void print_unset(std::ostream& out, const std::vector<std::string>& unset) {
   if (unset.empty()) return;
-  out << "<h3>Settings that are not set</h3>\n<p>";
+  out << "<h3>Not set</h3>\n<p>";
   for (const std::string& name : unset) out << (&name == &unset.front() ? "" : ", ") << shown(name);
   out << "</p>\n";
 }
@@ -157,8 +157,7 @@ void print_reasons(std::ostream& out, const char* title, const std::vector<std::
 }
 
 void print_state(std::ostream& out, const step_preview& step) {
-  if (step.obstacles.empty() && step.warnings.empty())
-    out << "<p class=\"good\"><strong>Would be sent</strong></p>\n";
+  if (step.would_be_sent()) out << "<p class=\"good\"><strong>Would be sent</strong></p>\n";
   print_reasons(out, "Not sent", step.obstacles);
   print_reasons(out, "Warning", step.warnings);
 }
@@ -190,6 +189,7 @@ void print_html(std::ostream& out, const preview_page& page) {
       << "<dt>Settings</dt><dd>" << shown(page.settings) << "</dd>\n"
       << "<dt>Report</dt><dd>" << shown(page.report) << "</dd>\n"
       << "<dt>Time</dt><dd>" << shown(page.time) << "</dd>\n</dl>\n";
+  print_reasons(out, "Warning", page.warnings);
   if (page.steps.size() > 1) print_contents(out, page.steps);
   out << "</header>\n<main>\n";
   if (page.steps.empty()) out << "<p>No network is switched on.</p>\n";

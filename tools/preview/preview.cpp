@@ -8,6 +8,7 @@
 #include "common/composing.h"
 #include "common/errors.h"
 #include "common/networks.h"
+#include "common/position.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
 #include "preview/hidden_secrets.h"
@@ -45,15 +46,20 @@ texts obstacles_of(const handed_out& one, const preview_source& source) {
   return reasons;
 }
 
-bool is_unknown(std::string_view server) { return server.find(".invalid") != std::string_view::npos; }
+void warn_of_unknown_server(step_preview& preview, std::string_view server, const std::string& where_to_set) {
+  if (is_unknown_server(server))
+    preview.warnings.push_back("the network's server is not known: set " + where_to_set);
+}
+
+std::string in_endpoint_file(const std::string& name) {
+  return name + " in " + appliance_path(ENDPOINTS_PATH);
+}
 
 void describe_request(step_preview& preview) {
   const request_parts& request = preview.request;
   preview.how = request.method;
   preview.where = {request.server + request.path};
-  if (is_unknown(request.server))
-    preview.warnings.push_back("the network's server is not known; " + appliance_path(ENDPOINTS_PATH) +
-                               " can name it as " + endpoint_named_by(request.server));
+  warn_of_unknown_server(preview, request.server, in_endpoint_file(endpoint_named_by(request.server)));
 }
 
 void describe_file(step_preview& preview, const handed_out& one) {
@@ -69,11 +75,16 @@ void describe_packet(step_preview& preview, const handed_out& one, const setting
     const std::string port = ':' + std::to_string(CWOP_PORT);
     preview.where = {endpoint_value(endpoint::cwop_first) + port,
                      endpoint_value(endpoint::cwop_second) + port + ", if the first fails"};
+    for (const endpoint row : {endpoint::cwop_first, endpoint::cwop_second})
+      warn_of_unknown_server(preview, endpoint_value(row), in_endpoint_file(endpoint_name(row)));
   } else {
     preview.where.push_back(std::string(settings.text(aprs_host)) + ':' +
                             std::to_string(settings.unsigned_integer(aprs_port)));
     if (settings.text(aprs_host).empty()) preview.warnings.push_back("aprs_host is empty");
+    warn_of_unknown_server(preview, settings.text(aprs_host), "aprs_host");
   }
+  for (const std::string& fault : faults_of_position(settings, network_of(one.step)))
+    preview.warnings.push_back(fault);
   const text_field& call_sign = is_cwop ? cwop_id : aprs_call_sign;
   if (settings.text(call_sign).find_first_of("\r\n") != std::string_view::npos)
     preview.obstacles.push_back(std::string(description_of(call_sign).name) + " holds a line break");
@@ -125,6 +136,9 @@ step_preview preview_of(const handed_out& one, const preview_source& source) {
   preview.obstacles = obstacles_of(one, source);
   compose_content(preview, one.what, source);
   describe_way(preview, one, source);
+  if (*source.from.host.hardware_address == '\0' && is_hardware_address_told(one.what, source.from))
+    preview.warnings.push_back("ifconfig shows no hardware address of eth0, by which " +
+                               network_of(one.step) + " knows the station");
   preview.missing = missing_values(one.what, source.from, source.report);
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (is_text_lacking(one.what, source.from, row)) preview.unset.push_back(row.name);
@@ -139,7 +153,8 @@ void check_networks(const texts& names) {
   for (const std::string& name : names)
     if (std::none_of(all.begin(), all.end(),
                      [&](const handed_out& one) { return is_meant(name, one, nothing); }))
-      throw usage_error("no network " + quoted(name) + "; --names lists what there is");
+      throw usage_error("no network " + quoted(name) + "; did you mean " + nearest_network_name(name) +
+                        "? --names lists all");
 }
 
 std::vector<step_preview> make_previews(const preview_source& source, const texts& names) {

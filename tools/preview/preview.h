@@ -21,6 +21,8 @@ struct step_preview {
   std::string text;
   std::vector<missing_value> missing;
   std::vector<std::string> unset;  // settings that would be sent if they were not empty
+
+  bool would_be_sent() const { return obstacles.empty() && warnings.empty(); }
 };
 
 // All that is shown, with what it was made from.
@@ -28,6 +30,7 @@ struct preview_page {
   std::string settings;  // the file
   std::string report;    // the file, or the data server
   std::string time;
+  std::vector<std::string> warnings;  // of lines of the endpoint file that are skipped
   std::vector<step_preview> steps;
 };
 

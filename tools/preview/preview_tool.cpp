@@ -4,8 +4,14 @@
 #include <ctime>
 #include <optional>
 #include <ostream>
+#include <sstream>
+#include <string_view>
 
+#include "base/endpoints.h"
+#include "base/paths.h"
 #include "base/process_state.h"
+#include "common/errors.h"
+#include "common/kept_text.h"
 #include "common/report_source.h"
 #include "common/settings_file.h"
 #include "live/data_server.h"
@@ -60,15 +66,39 @@ command_line read_command_line(words arguments) {
   return result;
 }
 
-// What start-up does before it asks for the report. Returns the settings file's path.
-std::string start_up(const std::optional<std::string>& path) {
+// Puts what start-up complains of among the warnings.
+void load_endpoints_into(std::vector<std::string>& warnings) {
+  constexpr std::string_view START = "Error: ";
+  kept_text complaints;
+  load_endpoints(complaints.stream());
+  const std::string path = appliance_path(ENDPOINTS_PATH);
+  std::istringstream lines(complaints.text());
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with(START)) line.erase(0, START.size());
+    const bool is_of_line = line.starts_with(path + " line ");
+    warnings.push_back(line + (is_of_line ? ". The line is skipped." : ". The file is skipped."));
+  }
+}
+
+// What start-up does before it asks for the report.
+void start_up(const std::optional<std::string>& path, preview_page& page) {
   detect_platform();
-  read_hardware_address(hardware_address);
-  load_endpoints();
+  kept_text ignored;  // the preview of a network that needs the address tells that there is none
+  read_hardware_address(hardware_address, ignored.stream());
+  load_endpoints_into(page.warnings);
   const settings_file file = read_settings_file(path.value_or(appliance_settings_path()));
   station_settings = as_loaded(file);
   make_intervals_valid(station_settings);
-  return file.path;
+  page.settings = file.path;
+}
+
+std::string report_for(const command_line& wanted) {
+  if (wanted.report) return read_report(*wanted.report);
+  try {
+    return fetch_report();
+  } catch (const tool_error& fault) {
+    throw tool_error(std::string(fault.what()) + "; --report FILE takes a report from a file");
+  }
 }
 
 std::string written(const moment& now) {
@@ -82,9 +112,9 @@ std::string data_server() {
 
 void show(const command_line& wanted, std::ostream& out) {
   preview_page page;
-  page.settings = start_up(wanted.settings);
+  start_up(wanted.settings, page);
   page.report = wanted.report.value_or(data_server());
-  const std::string report = wanted.report ? read_report(*wanted.report) : fetch_report();
+  const std::string report = report_for(wanted);
   // Without the step that drops all outdoor values when one of them is missing: the others are shown.
   reset_live_record();
   parse_live_reply(report.c_str());

@@ -63,13 +63,14 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
 void print_unset(std::ostream& out, const std::vector<std::string>& unset) {
   if (unset.empty()) return;
   out << "  Not set:";
-  for (const std::string& name : unset) out << ' ' << name;
+  for (const std::string& name : unset) out << (&name == &unset.front() ? " " : ", ") << name;
   out << '\n';
 }
 
 void print_step(std::ostream& out, const step_preview& step) {
   out << '\n' << step.network << " (" << step.id << ")\n";
   for (const std::string& place : step.where) out << "  " << step.how << ' ' << printable(place) << '\n';
+  if (step.would_be_sent()) out << "  Would be sent\n";
   for (const std::string& reason : step.obstacles) out << "  NOT SENT: " << printable(reason) << '\n';
   for (const std::string& reason : step.warnings) out << "  WARNING: " << printable(reason) << '\n';
   print_login(out, step.request.login);
@@ -86,6 +87,7 @@ void print_text(std::ostream& out, const preview_page& page) {
   out << "Settings: " << printable(page.settings) << '\n'
       << "Report:   " << printable(page.report) << '\n'
       << "Time:     " << page.time << '\n';
+  for (const std::string& warning : page.warnings) out << "WARNING:  " << printable(warning) << '\n';
   if (page.steps.empty()) out << "\nNo network is switched on.\n";
   for (const step_preview& step : page.steps) print_step(out, step);
 }

@@ -17,9 +17,9 @@ constexpr std::string_view SCHEME_END = "://";
 called_server server_of(const outgoing& what) {
   const std::string server = take_apart(text_of(what, station_without_values(station_settings, ""))).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
-  const std::string host = server.substr(scheme_end + SCHEME_END.size());
+  const std::size_t host = scheme_end + SCHEME_END.size();
   return {.scheme = server.substr(0, scheme_end),
-          .host = host.substr(0, host.find(':')),
+          .host = server.substr(host, server.find(':', host) - host),
           .named_by = in_endpoint_file(endpoint_named_by(server))};
 }
 
@@ -49,8 +49,7 @@ std::vector<called_server> cwop_servers() {
                          .named_by = in_endpoint_file(endpoint_name(row)),
                          .title = title,
                          .switched_by = description_of(cwop_enabled).name};
-    if (!std::string_view(endpoint_value(other)).ends_with(".invalid"))
-      server.loss = "only the other is tried";
+    if (!is_unknown_server(endpoint_value(other))) server.loss = "only the other is tried";
     return server;
   };
   return {server_at(endpoint::cwop_first, endpoint::cwop_second, "first server"),

@@ -5,7 +5,7 @@
 #include "common/errors.h"
 #include "common/networks.h"
 #include "common/printable.h"
-#include "settings_tool/similar_name.h"
+#include "common/similar_name.h"
 
 namespace skypost {
 

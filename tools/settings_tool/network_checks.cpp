@@ -7,16 +7,14 @@
 #include <string_view>
 
 #include "common/composing.h"
+#include "common/position.h"
 #include "common/printable.h"
 #include "run/rapid_fire.h"
 #include "settings_tool/check_list.h"
 #include "settings_tool/enabled_steps.h"
-#include "settings_tool/meaning.h"
 
 namespace skypost {
 namespace {
-
-constexpr std::int32_t UNSET = -1;
 
 // True when the network is not told a setting that it would be told. A hardware address for MeteoNews is, for
 // one, on some boards alone.
@@ -25,13 +23,6 @@ bool is_lacking(const run_step& step, const field_description& row, const checke
   const std::vector<const outgoing*> all = handed_out_by(step);
   return std::any_of(all.begin(), all.end(),
                      [&](const outgoing* what) { return is_text_lacking(*what, from, row); });
-}
-
-bool is_hardware_address_told(const run_step& step) {
-  const auto text_with = [&](const char* hardware_address) {
-    return text_of(*step.what, station_without_values(station_settings, hardware_address));
-  };
-  return text_with("1") != text_with("2");
 }
 
 // "station ID" of "station ID, as on the web page"
@@ -54,7 +45,8 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
                                   : "") +
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
-  if (appliance.hardware_address.empty() && is_hardware_address_told(step))
+  if (appliance.hardware_address.empty() &&
+      is_hardware_address_told(*step.what, station_without_values(station_settings, "")))
     found.push_back("eth0: ifconfig shows no hardware address, by which " + network +
                     " knows the station. Check the interface, or set " + switch_of(step) + " to 0.");
 }
@@ -73,7 +65,7 @@ std::string fault_of_name(const called_server& server) {
 
 void check_server(const run_step& step, const called_server& server, bool online, findings& found) {
   const std::string start = server.switched_by + ": the " + server.title + " of " + network_of(step);
-  if (server.host.ends_with(".invalid")) {
+  if (is_unknown_server(server.host)) {
     found.push_back(start + " is not known, so " + server.loss + ". Set " + server.named_by +
                     " to the network's server, or set " + server.switched_by + " to 0.");
   } else if (online) {
@@ -81,33 +73,6 @@ void check_server(const run_step& step, const called_server& server, bool online
       found.push_back(start + ", " + quoted(server.host) + ", is not found (" + fault +
                       "). Check the appliance's name server, or set " + server.named_by + " to another.");
   }
-}
-
-// What is wrong with one part of a coordinate that is set, and what to do; empty when nothing is.
-std::string finding_of_part(const integer_field& part, const std::string& consequence) {
-  const meant_range range = meant_range_of(part).value();
-  const std::int32_t value = station_settings.integer(part);
-  if (value >= range.least && value <= range.most) return {};
-  const std::string fault = value == UNSET ? "it is not set" : std::to_string(value) + " is out of range";
-  return std::string(description_of(part).name) + ": " + fault + consequence + "Set it to " +
-         std::to_string(range.least) + " to " + std::to_string(range.most) + '.';
-}
-
-void check_coordinate(const coordinate& one, const std::string& networks, findings& found) {
-  const std::string degrees = description_of(one.degrees).name;
-  if (station_settings.integer(one.degrees) == UNSET) {
-    found.push_back(degrees + ": the " + one.name + " is not set, so no valid position is sent to " +
-                    networks + ". Set it in degrees, minutes and seconds.");
-    return;
-  }
-  const std::string consequence = ", so a wrong position is sent to " + networks + ". ";
-  const std::size_t found_before = found.size();
-  for (const integer_field* const part : {&one.degrees, &one.minutes, &one.seconds})
-    if (const std::string finding = finding_of_part(*part, consequence); !finding.empty())
-      found.push_back(finding);
-  if (found.size() != found_before) return;
-  if (const std::string fault = fault_of_whole(one, station_settings); !fault.empty())
-    found.push_back(degrees + ": " + fault + consequence + "Correct it.");
 }
 
 }  // namespace
@@ -139,7 +104,7 @@ void check_position(const checked_appliance&, findings& found) {
   const std::string networks =
       networks_where([](const run_step& step) { return step.what->by == carrier::aprs; });
   if (networks.empty()) return;
-  for (const coordinate& one : POSITION) check_coordinate(one, networks, found);
+  for (const std::string& fault : faults_of_position(station_settings, networks)) found.push_back(fault);
 }
 
 void check_pushes(const checked_appliance&, findings& found) {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "common/meaning.h"
 #include "live/report_parser.h"
 #include "settings/record.h"
-#include "settings_tool/meaning.h"
 
 namespace skypost {
 namespace {

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "common/errors.h"
+#include "common/meaning.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
 #include "settings/byte_order.h"
@@ -12,7 +13,6 @@
 #include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
 #include "settings_tool/field_lookup.h"
-#include "settings_tool/meaning.h"
 
 namespace skypost {
 namespace {

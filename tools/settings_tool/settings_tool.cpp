@@ -4,8 +4,8 @@
 
 #include "common/errors.h"
 #include "common/printable.h"
+#include "common/similar_name.h"
 #include "settings_tool/commands.h"
-#include "settings_tool/similar_name.h"
 
 namespace skypost {
 namespace {

@@ -1,4 +1,4 @@
-#include "settings_tool/similar_name.h"
+#include "common/similar_name.h"
 
 #include <algorithm>
 #include <cctype>

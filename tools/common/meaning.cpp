@@ -1,4 +1,4 @@
-#include "settings_tool/meaning.h"
+#include "common/meaning.h"
 
 #include <algorithm>
 #include <iterator>
