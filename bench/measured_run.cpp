@@ -13,18 +13,13 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "sim/appliance.h"
+
 namespace skypost {
 namespace {
 
 [[noreturn]] void fail(const std::string& what) {
   throw std::system_error(errno, std::generic_category(), what);
-}
-
-std::vector<char*> pointers_to(words& command) {
-  std::vector<char*> pointers;
-  for (std::string& word : command) pointers.push_back(word.data());
-  pointers.push_back(nullptr);
-  return pointers;
 }
 
 // Starts a program that nobody listens to.
@@ -34,7 +29,8 @@ pid_t start(words command) {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
     posix_spawn_file_actions_addopen(&actions, descriptor, "/dev/null", O_RDWR, 0);
   pid_t process = 0;
-  errno = posix_spawn(&process, command[0].c_str(), &actions, nullptr, pointers_to(command).data(), environ);
+  errno =
+      posix_spawn(&process, command[0].c_str(), &actions, nullptr, sim::pointers_to(command).data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   if (errno != 0) fail(command[0]);
   return process;
@@ -42,7 +38,7 @@ pid_t start(words command) {
 
 // The same, stopped before its first instruction, with this process as its tracer.
 pid_t start_traced(words command) {
-  const std::vector<char*> arguments = pointers_to(command);
+  const std::vector<char*> arguments = sim::pointers_to(command);
   const pid_t process = fork();
   if (process < 0) fail("fork");
   if (process == 0) {

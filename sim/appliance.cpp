@@ -72,14 +72,6 @@ std::vector<std::string> environment_for(const fs::path& root) {
   return variables;
 }
 
-std::vector<char*> pointers_to(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  pointers.reserve(texts.size() + 1);
-  for (std::string& text : texts) pointers.push_back(text.data());
-  pointers.push_back(nullptr);
-  return pointers;
-}
-
 void fill_settings(settings_record& settings) {
   std::memset(&settings, 0, sizeof settings);
   set_default_settings(settings);
@@ -122,6 +114,14 @@ void fill_settings(settings_record& settings) {
 }
 
 }  // namespace
+
+std::vector<char*> pointers_to(std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
+  for (std::string& text : texts) pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
 
 running_program::running_program(const fs::path& root, const std::vector<std::string>& arguments)
     : running_program(root, SKYPOST_PROGRAM, arguments) {}

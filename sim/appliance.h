@@ -22,6 +22,9 @@ struct run_result {
 // The arguments of one call of the alarm script.
 using alarm_call = std::vector<std::string>;
 
+// The words of a command, or of an environment, as the system takes them; they live as long as `texts`.
+std::vector<char*> pointers_to(std::vector<std::string>& texts);
+
 // A program while it runs, on its own; it is ended when this goes.
 class running_program {
  public:

@@ -26,9 +26,9 @@ int upload_cwop();
 int upload_aprs();
 int send_mail_report();  // 0 as soon as the mail program has started, whatever becomes of the mail
 
-// Sends the current values to the first of `servers` (host names, ended by nullptr) that answers with the
-// call sign: five attempts at each, with pauses. Returns 0 then, or when the live data are stale, and leaves
-// `error_text` empty; otherwise -1 with one message for each failed attempt in it, cut where it is full. A
+// Both APRS sessions: sends the current values to the first of `servers` (host names, ended by nullptr) that
+// answers with the call sign: five attempts at each, with pauses. It returns as they do, with `error_text`
+// empty at 0; otherwise -1 with one message for each failed attempt in it, cut where it is full. A
 // call sign with a line break in it is not sent.
 int aprs_session(const char* const* servers, std::uint32_t port, const char* call_sign, std::int32_t passcode,
                  bool cwop);

@@ -21,11 +21,6 @@ constexpr std::int32_t FIXED_INTERVAL = 10;  // seconds
 // The settings as they were before the reload at hand.
 settings_record backup_settings;
 
-bool is_active(const rapid_fire_network& network, const settings_record& settings) {
-  return settings.is_on(*network.enabled) &&
-         (network.rapid_enabled == nullptr || settings.is_on(*network.rapid_enabled));
-}
-
 std::int32_t interval_of(const rapid_fire_network& network, const settings_record& settings) {
   return network.own_interval == nullptr ? FIXED_INTERVAL : settings.integer(*network.own_interval);
 }
@@ -68,6 +63,11 @@ constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
     {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &rapid_fire_stamps::windit_last,       upload_windit},
     // clang-format on
 };
+
+bool is_active(const rapid_fire_network& network, const settings_record& settings) {
+  return settings.is_on(*network.enabled) &&
+         (network.rapid_enabled == nullptr || settings.is_on(*network.rapid_enabled));
+}
 
 bool is_any_rapid_fire_active(const settings_record& settings) {
   return std::any_of(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),

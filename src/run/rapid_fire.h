@@ -28,6 +28,8 @@ struct rapid_fire_network {
 // In the order in which a pass sends them.
 extern const rapid_fire_network RAPID_FIRE_NETWORKS[3];
 
+bool is_active(const rapid_fire_network& network, const settings_record& settings);
+
 // True when at least one of them is active.
 bool is_any_rapid_fire_active(const settings_record& settings);
 

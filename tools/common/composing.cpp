@@ -8,14 +8,14 @@ std::string text_of(const outgoing& what, const station& from) {
   return std::string(text.view());
 }
 
-bool is_unset(const settings_record& settings, const settings_field& field) {
+bool is_unset(const settings_record& settings, const field_description& row) {
   constexpr std::int32_t NO_PASSCODE = -1;
-  if (field.is_text()) return settings.text(static_cast<const text_field&>(field)).empty();
-  return field.is_secret() && settings.integer(static_cast<const integer_field&>(field)) == NO_PASSCODE;
+  if (row.field.is_text()) return settings.text(row.as_text()).empty();
+  return row.field.is_secret() && settings.integer(row.as_integer()) == NO_PASSCODE;
 }
 
 bool is_text_lacking(const outgoing& what, const station& from, const field_description& row) {
-  if (!is_unset(from.settings, row.field)) return false;
+  if (!is_unset(from.settings, row)) return false;
   settings_record changed = from.settings;
   if (row.field.is_text())
     changed.set_text(row.as_text(), "x");

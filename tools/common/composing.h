@@ -12,7 +12,7 @@ namespace skypost {
 std::string text_of(const outgoing& what, const station& from);
 
 // True when nobody has entered this text or this passcode. Other numbers are never unset.
-bool is_unset(const settings_record& settings, const settings_field& field);
+bool is_unset(const settings_record& settings, const field_description& row);
 
 // True when the text would be another one with a value in a setting that is not set.
 bool is_text_lacking(const outgoing& what, const station& from, const field_description& row);

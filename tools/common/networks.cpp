@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cctype>
+#include <sstream>
 
 #include "base/endpoints.h"
+#include "base/paths.h"
+#include "common/settings_file.h"
 #include "common/similar_name.h"
 #include "settings/field_descriptions.h"
 
@@ -19,12 +22,6 @@ std::string simplified(std::string_view name) {
   return result;
 }
 
-// The switch without its "_enabled".
-std::string switch_name(const run_step& step) {
-  const std::string name = switch_of(step);
-  return name.substr(0, name.rfind('_'));
-}
-
 const rapid_fire_network* rapid_fire_of(const run_step& step) {
   return std::find_if(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),
                       [&](const rapid_fire_network& network) { return network.enabled == step.enabled; });
@@ -36,6 +33,11 @@ std::string network_of(const run_step& step) { return description_of(*step.enabl
 
 std::string switch_of(const run_step& step) { return description_of(*step.enabled).name; }
 
+std::string switch_name(const run_step& step) {
+  const std::string name = switch_of(step);
+  return name.substr(0, name.rfind('_'));
+}
+
 bool is_same_name(std::string_view one, std::string_view other) {
   return simplified(one) == simplified(other);
 }
@@ -46,7 +48,7 @@ bool is_network_name(std::string_view name, const run_step& step) {
 }
 
 bool handed_out::is_on(const settings_record& settings) const {
-  return settings.is_on(*step.enabled) && (rapid == nullptr || settings.is_on(*rapid->rapid_enabled));
+  return rapid == nullptr ? settings.is_on(*step.enabled) : is_active(*rapid, settings);
 }
 
 std::vector<handed_out> all_handed_out() {
@@ -65,6 +67,23 @@ std::string endpoint_named_by(std::string_view server) {
     if (const auto row = static_cast<endpoint>(i); server.ends_with(endpoint_value(row)))
       return endpoint_name(row);
   return {};
+}
+
+std::string in_endpoint_file(const std::string& name) {
+  return name + " in " + appliance_path(ENDPOINTS_PATH);
+}
+
+std::vector<std::string> skipped_by(const std::string& complaints) {
+  constexpr std::string_view START = "Error: ";
+  const std::string start_of_line = appliance_path(ENDPOINTS_PATH) + " line ";
+  std::vector<std::string> skipped;
+  std::istringstream lines(complaints);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with(START)) line.erase(0, START.size());
+    skipped.push_back(line +
+                      (line.starts_with(start_of_line) ? ". The line is skipped" : ". The file is skipped"));
+  }
+  return skipped;
 }
 
 bool is_unknown_server(std::string_view server) {

@@ -14,6 +14,9 @@ namespace skypost {
 std::string network_of(const run_step& step);
 std::string switch_of(const run_step& step);
 
+// The setting without its "_enabled": "windfinder".
+std::string switch_name(const run_step& step);
+
 // True when two names differ in nothing but letter case, blanks, hyphens and underscores.
 bool is_same_name(std::string_view one, std::string_view other);
 
@@ -35,6 +38,12 @@ std::vector<handed_out> all_handed_out();
 
 // The name that the endpoint file has for the server in effect that `server` ends in; empty when it is in none.
 std::string endpoint_named_by(std::string_view server);
+
+// A setting of the endpoint file as its owner finds it: "windit in /etc/skypost/endpoints".
+std::string in_endpoint_file(const std::string& name);
+
+// What the endpoint file was complained of for, each with what is skipped for it, without a full stop.
+std::vector<std::string> skipped_by(const std::string& complaints);
 
 // True when nobody knows the network's server, so that a name in the domain .invalid is in its place. `server` is
 // a host, with or without a scheme before it and a port after it.

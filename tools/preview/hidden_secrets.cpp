@@ -23,12 +23,12 @@ std::string_view take_run(std::string_view& text, bool of_blanks) {
 
 settings_record with_secrets_replaced(const settings_record& settings, bool by_second_word) {
   settings_record result = settings;
-  for (const settings_field& field : SETTINGS_FIELDS) {
-    if (!field.is_secret() || is_unset(settings, field)) continue;
-    if (field.is_text())
-      result.set_text(static_cast<const text_field&>(field), WORDS[by_second_word]);
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (!row.field.is_secret() || is_unset(settings, row)) continue;
+    if (row.field.is_text())
+      result.set_text(row.as_text(), WORDS[by_second_word]);
     else
-      result.set_integer(static_cast<const integer_field&>(field), NUMBERS[by_second_word]);
+      result.set_integer(row.as_integer(), NUMBERS[by_second_word]);
   }
   return result;
 }

@@ -51,10 +51,6 @@ void warn_of_unknown_server(step_preview& preview, std::string_view server, cons
     preview.warnings.push_back("the network's server is not known: set " + where_to_set);
 }
 
-std::string in_endpoint_file(const std::string& name) {
-  return name + " in " + appliance_path(ENDPOINTS_PATH);
-}
-
 void describe_request(step_preview& preview) {
   const request_parts& request = preview.request;
   preview.how = request.method;

@@ -4,14 +4,12 @@
 #include <ctime>
 #include <optional>
 #include <ostream>
-#include <sstream>
-#include <string_view>
 
 #include "base/endpoints.h"
-#include "base/paths.h"
 #include "base/process_state.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
+#include "common/networks.h"
 #include "common/report_source.h"
 #include "common/settings_file.h"
 #include "live/data_server.h"
@@ -68,16 +66,9 @@ command_line read_command_line(words arguments) {
 
 // Puts what start-up complains of among the warnings.
 void load_endpoints_into(std::vector<std::string>& warnings) {
-  constexpr std::string_view START = "Error: ";
   kept_text complaints;
   load_endpoints(complaints.stream());
-  const std::string path = appliance_path(ENDPOINTS_PATH);
-  std::istringstream lines(complaints.text());
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with(START)) line.erase(0, START.size());
-    const bool is_of_line = line.starts_with(path + " line ");
-    warnings.push_back(line + (is_of_line ? ". The line is skipped." : ". The file is skipped."));
-  }
+  for (const std::string& skipped : skipped_by(complaints.text())) warnings.push_back(skipped + '.');
 }
 
 // What start-up does before it asks for the report.

@@ -24,7 +24,7 @@ void check_alarm_script(const checked_appliance& appliance, findings& found);
 void check_accounts(const checked_appliance& appliance, findings& found);
 void check_servers(const checked_appliance& appliance, findings& found);
 void check_any_network(const checked_appliance& appliance, findings& found);
-void check_endpoint_lines(const checked_appliance& appliance, findings& found);
+void check_endpoint_file(const checked_appliance& appliance, findings& found);
 void check_position(const checked_appliance& appliance, findings& found);
 void check_pushes(const checked_appliance& appliance, findings& found);
 void check_rapid_fire(const checked_appliance& appliance, findings& found);

@@ -19,7 +19,7 @@ constexpr check CHECKS[] = {
     check_wget,
     check_pull_directories,
     check_mail_program,
-    check_endpoint_lines,
+    check_endpoint_file,
     check_servers,
     check_accounts,
     check_position,

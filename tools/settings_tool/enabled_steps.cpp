@@ -10,12 +10,10 @@
 namespace skypost {
 namespace {
 
-std::string in_endpoint_file(const std::string& name) { return name + " in /etc/skypost/endpoints"; }
-
 constexpr std::string_view SCHEME_END = "://";
 
 called_server server_of(const outgoing& what) {
-  const std::string server = take_apart(text_of(what, station_without_values(station_settings, ""))).server;
+  const std::string server = take_apart(text_of(what, station_without_values(""))).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
   const std::size_t host = scheme_end + SCHEME_END.size();
   return {.scheme = server.substr(0, scheme_end),
@@ -26,8 +24,8 @@ called_server server_of(const outgoing& what) {
 // The step's own server, and that of its rapid-fire form when it is another.
 std::vector<called_server> http_servers_of(const run_step& step) {
   std::vector<called_server> servers;
-  for (const handed_out& one : all_handed_out()) {
-    if (&one.step != &step || !one.is_on(station_settings) || one.what.by != carrier::http) continue;
+  for (const handed_out& one : handed_out_by(step)) {
+    if (one.what.by != carrier::http) continue;
     called_server server = server_of(one.what);
     server.switched_by = switch_of(step);
     if (one.rapid != nullptr) {
@@ -58,9 +56,9 @@ std::vector<called_server> cwop_servers() {
 
 }  // namespace
 
-station station_without_values(const settings_record& settings, const char* hardware_address) {
+station station_without_values(const char* hardware_address) {
   reset_live_record();
-  return {settings, live_record, moment_at(0), {platform(), hardware_address}};
+  return {station_settings, live_record, moment_at(0), {platform(), hardware_address}};
 }
 
 std::vector<const run_step*> enabled_steps() {
@@ -70,10 +68,10 @@ std::vector<const run_step*> enabled_steps() {
   return steps;
 }
 
-std::vector<const outgoing*> handed_out_by(const run_step& step) {
-  std::vector<const outgoing*> all;
+std::vector<handed_out> handed_out_by(const run_step& step) {
+  std::vector<handed_out> all;
   for (const handed_out& one : all_handed_out())
-    if (&one.step == &step && one.is_on(station_settings)) all.push_back(&one.what);
+    if (&one.step == &step && one.is_on(station_settings)) all.push_back(one);
   return all;
 }
 

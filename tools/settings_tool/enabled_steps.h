@@ -12,7 +12,7 @@ namespace skypost {
 std::vector<const run_step*> enabled_steps();
 
 // What such a step hands out: in rapid fire as well, when that is on.
-std::vector<const outgoing*> handed_out_by(const run_step& step);
+std::vector<handed_out> handed_out_by(const run_step& step);
 
 // The networks among the steps that are taken for which `has` is true, each once: "AWEKAS, Wedaal". Empty when
 // there is none.
@@ -37,7 +37,7 @@ struct called_server {
 // None for a step that calls none, or whose server is not set.
 std::vector<called_server> servers_of(const run_step& step);
 
-// This station with these settings when every value of the report is missing.
-station station_without_values(const settings_record& settings, const char* hardware_address);
+// This station when every value of the report is missing.
+station station_without_values(const char* hardware_address);
 
 }  // namespace skypost

@@ -32,10 +32,7 @@ std::string_view group_named(std::string_view name) {
 
 std::string suggested_group(const std::string& name) {
   std::vector<std::string> names;
-  for (const run_step& step : run_list()) {
-    const std::string enabled = switch_of(step);
-    names.push_back(enabled.substr(0, enabled.rfind('_')));
-  }
+  for (const run_step& step : run_list()) names.push_back(switch_name(step));
   for (const field_description& row : FIELD_DESCRIPTIONS) names.emplace_back(row.group);
   return suggestion_for(name, names);
 }

@@ -3,7 +3,6 @@
 #include <netdb.h>
 
 #include <algorithm>
-#include <sstream>
 #include <string_view>
 
 #include "common/composing.h"
@@ -19,10 +18,10 @@ namespace {
 // True when the network is not told a setting that it would be told. A hardware address for MeteoNews is, for
 // one, on some boards alone.
 bool is_lacking(const run_step& step, const field_description& row, const checked_appliance& appliance) {
-  const station from = station_without_values(station_settings, appliance.hardware_address.c_str());
-  const std::vector<const outgoing*> all = handed_out_by(step);
+  const station from = station_without_values(appliance.hardware_address.c_str());
+  const std::vector<handed_out> all = handed_out_by(step);
   return std::any_of(all.begin(), all.end(),
-                     [&](const outgoing* what) { return is_text_lacking(*what, from, row); });
+                     [&](const handed_out& one) { return is_text_lacking(one.what, from, row); });
 }
 
 // "station ID" of "station ID, as on the web page"
@@ -34,7 +33,7 @@ std::string thing_of(const field_description& row) {
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
   for (const field_description& row : FIELD_DESCRIPTIONS) {
-    if (row.group != network || !is_unset(station_settings, row.field)) continue;
+    if (row.group != network || !is_unset(station_settings, row)) continue;
     const bool is_told = is_lacking(step, row, appliance);
     // The name of the APRS server is no part of the packet.
     if (!is_told && row.field.offset != aprs_host.offset) continue;
@@ -45,8 +44,7 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
                                   : "") +
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
-  if (appliance.hardware_address.empty() &&
-      is_hardware_address_told(*step.what, station_without_values(station_settings, "")))
+  if (appliance.hardware_address.empty() && is_hardware_address_told(*step.what, station_without_values("")))
     found.push_back("eth0: ifconfig shows no hardware address, by which " + network +
                     " knows the station. Check the interface, or set " + switch_of(step) + " to 0.");
 }
@@ -92,12 +90,9 @@ void check_servers(const checked_appliance& appliance, findings& found) {
       check_server(*step, server, appliance.online, found);
 }
 
-void check_endpoint_lines(const checked_appliance& appliance, findings& found) {
-  constexpr std::string_view START = "Error: ";
-  std::istringstream lines(appliance.skipped_endpoints);
-  for (std::string line; std::getline(lines, line);)
-    found.push_back((line.starts_with(START) ? line.substr(START.size()) : line) +
-                    ". The line is skipped until that is corrected.");
+void check_endpoint_file(const checked_appliance& appliance, findings& found) {
+  for (const std::string& skipped : skipped_by(appliance.skipped_endpoints))
+    found.push_back(skipped + " until that is corrected.");
 }
 
 void check_position(const checked_appliance&, findings& found) {
@@ -119,9 +114,7 @@ void check_rapid_fire(const checked_appliance&, findings& found) {
   settings_record valid = station_settings;
   make_intervals_valid(valid);
   for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS) {
-    if (network.own_interval == nullptr || !station_settings.is_on(*network.enabled) ||
-        !station_settings.is_on(*network.rapid_enabled))
-      continue;
+    if (network.own_interval == nullptr || !is_active(network, station_settings)) continue;
     const std::int32_t interval = station_settings.integer(*network.own_interval);
     const std::int32_t used = valid.integer(*network.own_interval);
     if (interval != used)
