@@ -158,7 +158,7 @@ TEST(Checks, FindNothingWrongWithAGoodStation) {
        {},
        [](good_station& it) {
          it.switch_all_off();
-         it.change({"windfinder_enabled=1"});
+         it.change({"idokep_enabled=1", "idokep = http://127.0.0.1"});
          it.remove("/srv/www");
          it.write_program(good_station::WGET, "#!/bin/sh\necho -https");
        }},
