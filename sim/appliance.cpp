@@ -15,6 +15,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #include "base/paths.h"
 #include "run/run_list.h"
@@ -75,22 +76,7 @@ std::vector<std::string> environment_for(const fs::path& root) {
 void fill_settings(settings_record& settings) {
   std::memset(&settings, 0, sizeof settings);
   set_default_settings(settings);
-
-  settings.set_text(sensor_temp, "th0");
-  settings.set_text(sensor_hum, "th0");
-  settings.set_text(sensor_dew, "th0");
-  settings.set_text(sensor_press, "thb0");
-  settings.set_text(sensor_rain, "rain0");
-  settings.set_text(sensor_wind, "wind0");
-  settings.set_text(sensor_uv, "uv0");
-  settings.set_text(sensor_indoor, "thb0");
-  settings.set_text(sensor_solar, "sol0");
-  settings.set_text(sensor_extra_temp0, "t0");
-  settings.set_text(sensor_extra_temp1, "t1");
-  settings.set_text(sensor_extra_temp2, "t2");
-  settings.set_text(sensor_extra_temp3, "t3");
-  settings.set_text(sensor_extra_temp4, "t4");
-  settings.set_text(sensor_extra_temp5, "t5");
+  select_sensors(settings);
 
   settings.set_integer(longitude_degrees, 8);
   settings.set_integer(longitude_minutes, 18);
@@ -114,6 +100,19 @@ void fill_settings(settings_record& settings) {
 }
 
 }  // namespace
+
+void select_sensors(settings_record& settings) {
+  constexpr std::pair<const text_field&, const char*> SENSORS[] = {
+      // clang-format off
+      {sensor_temp,        "th0"},   {sensor_hum,         "th0"},   {sensor_dew,         "th0"},
+      {sensor_press,       "thb0"},  {sensor_indoor,      "thb0"},  {sensor_rain,        "rain0"},
+      {sensor_wind,        "wind0"}, {sensor_uv,          "uv0"},   {sensor_solar,       "sol0"},
+      {sensor_extra_temp0, "t0"},    {sensor_extra_temp1, "t1"},    {sensor_extra_temp2, "t2"},
+      {sensor_extra_temp3, "t3"},    {sensor_extra_temp4, "t4"},    {sensor_extra_temp5, "t5"},
+      // clang-format on
+  };
+  for (const auto& [field, sensor] : SENSORS) settings.set_text(field, sensor);
+}
 
 std::vector<char*> pointers_to(std::vector<std::string>& texts) {
   std::vector<char*> pointers;

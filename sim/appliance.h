@@ -49,6 +49,9 @@ class running_program {
   double start_ = 0;
 };
 
+// Selects a sensor of the simulated appliance's for each value.
+void select_sensors(settings_record& settings);
+
 // An appliance's files in a folder, which is removed with it.
 class appliance {
  public:

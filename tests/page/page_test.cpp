@@ -26,9 +26,8 @@ namespace fs = std::filesystem;
 // hostile.
 preview_page difficult_page() {
   fill_settings(station_settings);
-  for (const settings_field& field : SETTINGS_FIELDS)
-    if (field.kind == field_kind::flag)
-      station_settings.set_integer(static_cast<const integer_field&>(field), 1);
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (row.field.kind == field_kind::flag) station_settings.set_integer(row.as_integer(), 1);
   station_settings.set_integer(longitude_west, 0);
   for (const text_field& sensor : {sensor_temp, sensor_hum, sensor_dew})
     station_settings.set_text(sensor, "th0");

@@ -125,19 +125,6 @@ void fill_settings(settings_record& settings) {
   for (const auto& [field, number] : NUMBERS) settings.set_integer(field, number);
 }
 
-void select_sensors(settings_record& settings) {
-  constexpr std::pair<const text_field&, const char*> SENSORS[] = {
-      // clang-format off
-      {sensor_temp,        "th0"},   {sensor_hum,         "th0"},   {sensor_dew,         "th0"},
-      {sensor_press,       "thb0"},  {sensor_indoor,      "thb0"},  {sensor_rain,        "rain0"},
-      {sensor_wind,        "wind0"}, {sensor_uv,          "uv0"},   {sensor_solar,       "sol0"},
-      {sensor_extra_temp0, "t0"},    {sensor_extra_temp1, "t1"},    {sensor_extra_temp2, "t2"},
-      {sensor_extra_temp3, "t3"},    {sensor_extra_temp4, "t4"},    {sensor_extra_temp5, "t5"},
-      // clang-format on
-  };
-  for (const auto& [field, sensor] : SENSORS) settings.set_text(field, sensor);
-}
-
 moment spring_morning() {
   setenv("TZ", "Europe/Berlin", 1);
   return moment_at(1'336'280'889);

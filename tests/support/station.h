@@ -31,9 +31,6 @@ LiveRecord sparse_station();
 // that mean something to a shell or in a URL. A text that has no value of its own holds its field's name.
 void fill_settings(settings_record& settings);
 
-// Selects sensors that the simulated appliance has, one for each value.
-void select_sensors(settings_record& settings);
-
 // A board with a hardware address of its own, of unknown kind.
 inline constexpr board ORDINARY_BOARD = {nullptr, "00:1A:2B:3C:4D:5E"};
 

@@ -17,6 +17,7 @@
 #include "run/run_list.h"
 #include "settings/byte_order.h"
 #include "settings_tool/field_lookup.h"
+#include "sim/appliance.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
@@ -36,7 +37,7 @@ struct good_station {
     fill_settings(settings);
     for (const run_step& step : run_list()) settings.set_integer(*step.enabled, 1);
     change({"wunderground_rapid_enabled=1", "weatherflow_rapid_enabled=1"});
-    select_sensors(settings);
+    sim::select_sensors(settings);
     for (const char* const directory : PULL_DIRECTORIES) folder.path(std::string(directory) + "file");
     for (const char* const program : {ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH, WGET})
       write_program(program, "#!/bin/sh\necho '-cares +https +ipv6'\n");
