@@ -50,20 +50,18 @@ struct good_station {
   good_station(const good_station&) = delete;
   good_station& operator=(const good_station&) = delete;
 
-  // Each a setting, "name=value", or another line of the endpoint file.
+  // Each a setting, "name=value", another line of the endpoint file, or the path of what is not there.
   void change(const texts& lines) {
     for (const std::string& line : lines) {
       const std::size_t equals = line.find('=');
-      if (equals == std::string::npos || line[equals - 1] == ' ') {
+      if (line.starts_with('/'))
+        fs::remove_all(folder.path(line));
+      else if (equals == std::string::npos || line[equals - 1] == ' ')
         endpoints += line + '\n';
-        continue;
-      }
-      const field_description& row = field_named(line.substr(0, equals));
-      const std::string value = line.substr(equals + 1);
-      if (row.field.is_text())
-        settings.set_text(row.as_text(), value);
+      else if (const field_description& row = field_named(line.substr(0, equals)); row.field.is_text())
+        settings.set_text(row.as_text(), line.substr(equals + 1));
       else
-        settings.set_integer(row.as_integer(), std::stoi(value));
+        settings.set_integer(row.as_integer(), std::stoi(line.substr(equals + 1)));
     }
   }
 
@@ -71,8 +69,6 @@ struct good_station {
     folder.write(path, script);
     fs::permissions(folder.path(path), fs::perms::owner_all);
   }
-
-  void remove(const std::string& path) const { fs::remove_all(folder.path(path)); }
 
   // The value after a key of the report.
   void report_instead(const std::string& key, const std::string& value) {
@@ -146,21 +142,19 @@ TEST(Checks, FindNothingWrongWithAGoodStation) {
   expect_each({
       {{}, {}},
       // One network, on a board without what the others need.
-      {{"latitude_degrees=-1"},
+      {{"latitude_degrees=-1", good_station::WGET, MAIL_PROGRAM_PATH},
        {},
        [](good_station& it) {
          it.switch_all_off();
          it.change({"wetterpage24_enabled=1"});
-         for (const char* const path : {good_station::WGET, MAIL_PROGRAM_PATH}) it.remove(path);
          it.appliance.hardware_address = "";
        }},
       // No pull files, and no server that wants TLS.
-      {{},
+      {{"idokep = http://127.0.0.1", "/srv/www"},
        {},
        [](good_station& it) {
          it.switch_all_off();
-         it.change({"idokep_enabled=1", "idokep = http://127.0.0.1"});
-         it.remove("/srv/www");
+         it.change({"idokep_enabled=1"});
          it.write_program(good_station::WGET, "#!/bin/sh\necho -https");
        }},
       {{"sensor_press=", "sensor_rain=", "sensor_wind=", "sensor_uv=", "sensor_solar=", "sensor_indoor=",
@@ -233,18 +227,14 @@ TEST(Checks, FindWhatIsWrongWithTheBoard) {
          it.switch_all_off();
          it.appliance.report = "";
        }},
-      {{},
+      {{good_station::WGET, MAIL_PROGRAM_PATH, ALARM_SCRIPT_PATH},
        {"/usr/bin/wget: it cannot be run (No such file or directory), so nothing is sent to AWEKAS, Wedaal, "
         "MeteoNews, ",
         "/opt/sbin/sendmail: it cannot be run (No such file or directory), so no mail is sent to "
         "borgervejr. Install a mail program, such as esmtp, and link it there: ln -s /usr/bin/esmtp "
         "/opt/sbin/sendmail.",
-        "/home/nimbulog/alarm: it cannot be run (No such file or directory), so nobody is told"},
-       [](good_station& it) {
-         for (const char* const path : {good_station::WGET, MAIL_PROGRAM_PATH, ALARM_SCRIPT_PATH})
-           it.remove(path);
-       }},
-      {{},
+        "/home/nimbulog/alarm: it cannot be run (No such file or directory), so nobody is told"}},
+      {{"/srv/www", "/var/run/nimbulog/uploads"},
        {"/usr/bin/wget: it cannot speak https, so nothing is sent to MeteoNews, PWSweather, "
         "Weather Underground, Met Office WOW, Idokep. ",
         "/srv/www/: no file can be written there (No such file or directory), so there are no new ones for "
@@ -253,16 +243,14 @@ TEST(Checks, FindWhatIsWrongWithTheBoard) {
         "/home/nimbulog/alarm: it cannot be run (Permission denied), so nobody is told"},
        [](good_station& it) {
          it.write_program(good_station::WGET, "#!/bin/sh\necho -https");
-         for (const char* const directory : {"/srv/www", "/var/run/nimbulog/uploads"}) it.remove(directory);
          it.folder.write("/var/run/nimbulog/uploads", "");
          fs::permissions(it.folder.path(ALARM_SCRIPT_PATH), fs::perms::owner_read);
        }},
-      {{},
+      {{ALARM_SCRIPT_PATH},
        {"clock: it says 2012-05-06 09:59 UTC, but this program was built after 2012-05-06 09:59 UTC",
         "/home/nimbulog/alarm: it cannot be run (not a regular file), so nobody is told"},
        [](good_station& it) {
          it.appliance.now = it.appliance.built - 1;
-         it.remove(ALARM_SCRIPT_PATH);
          it.folder.path(std::string(ALARM_SCRIPT_PATH) + "/file");
        }},
   });
@@ -390,9 +378,8 @@ TEST(Checks, BeginWithTheWorstAndTellNoSecret) {
       station.settings.set_integer(row.as_integer(), 987'654'321);
   station.endpoints = "nonsense\n";
   station.change({"latitude_degrees=-1", "longitude_degrees=-1", "wunderground_rapid_interval=-1",
-                  "sensor_uv=uv9", "sensor_hum=th9"});
-  for (const char* const path : {"/srv/www", ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH, good_station::WGET})
-    station.remove(path);
+                  "sensor_uv=uv9", "sensor_hum=th9", "/srv/www", ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH,
+                  good_station::WGET});
   station.file_mode = 0644;
   station.is_gap_missing = true;
   station.appliance.now = 0;
