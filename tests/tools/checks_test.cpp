@@ -276,16 +276,17 @@ TEST(Checks, FindAPullDirectoryThatCannotBeWrittenInto) {
 TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
   expect_each({
       // WeatherFlow has one server for both of its forms.
-      {{"windit = http://windit.invalid", "idokep_enabled=2", "idokep_pro = http://idokep.invalid",
-        "wunderground_rapid = http://rapid.invalid", "weatherflow = http://weatherflow.invalid",
-        "cwop_second = cwop.invalid", "aprs_host=aprs.invalid"},
+      {{"windit = http://windit.invalid", "wunderground_rapid = http://rapid.invalid",
+        "weatherflow = http://weatherflow.invalid"},
        {"windit_enabled: the server of WindIt is not known, so nothing reaches it. Set windit in "
         "/etc/skypost/endpoints to the network's server, or set windit_enabled to 0.",
         "wunderground_rapid_enabled: the rapid-fire server of Weather Underground is not known, so only the "
         "regular uploads are sent there. Set wunderground_rapid in /etc/skypost/endpoints to the network's "
         "server, or set wunderground_rapid_enabled to 0.",
-        "weatherflow_enabled: the server of WeatherFlow is not known, so nothing reaches it.",
-        "cwop_enabled: the second server of CWOP is not known, so only the other is tried. Set cwop_second ",
+        "weatherflow_enabled: the server of WeatherFlow is not known, so nothing reaches it."}},
+      {{"idokep_enabled=2", "idokep_pro = http://idokep.invalid", "cwop_second = cwop.invalid",
+        "aprs_host=aprs.invalid"},
+       {"cwop_enabled: the second server of CWOP is not known, so only the other is tried. Set cwop_second ",
         "aprs_enabled: the server of APRS is not known, so nothing reaches it. Set aprs_host to the "
         "network's server",
         "idokep_enabled: the server of Idokep is not known, so nothing reaches it. Set idokep_pro in "}},
@@ -345,11 +346,10 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
         "longitude_minutes: it is not set, so a wrong position is sent to CWOP, APRS. Set it to 0 to 59.",
         "wedaal_user: it has fewer than two characters, so nothing is pushed to Wedaal"},
        [](good_station& it) { it.appliance.hardware_address = "0E:AD:00:00:00:03"; }},
-      {{"cwop_id=", "latitude_seconds=-1", "wunderground_rapid_interval=-1", "weatherflow_rapid_interval=0"},
+      {{"cwop_id=", "wunderground_rapid_interval=-1", "weatherflow_rapid_interval=0"},
        {"eth0: ifconfig shows no hardware address, by which MeteoNews knows the station",
         "cwop_id: CWOP is switched on without its CWOP number or call sign, and an empty one is found in "
         "every",
-        "latitude_seconds: it is not set",
         "wunderground_rapid_interval: -1 seconds is too short, so 30 are used",
         "weatherflow_rapid_interval: 0 seconds is too short, so 30 are used"},
        [](good_station& it) { it.appliance.hardware_address = ""; }},

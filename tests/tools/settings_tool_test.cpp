@@ -266,8 +266,6 @@ TEST_F(SettingsTool, ShowsOneNetworkAlone) {
     run_well({"show", name});
     EXPECT_TRUE(out.ends_with("native\n\n" + shown)) << out;
   }
-  run_well({"show", "--secrets", file, "idokep"});
-  EXPECT_TRUE(out.ends_with("idokep_password = \"ido\\\\pass\"\n")) << out;
   run_well({"show", file, "sensors"});
   EXPECT_TRUE(out.ends_with("sensor_solar = \"\"\n")) << out;
 }
@@ -382,8 +380,7 @@ TEST_F(SettingsTool, TellsHowItIsUsed) {
   run_well({"set", odd, "windfinder_password=topsecret"});
 
   run_well({"--help"});
-  for (const char* const command : {"new", "show", "names", "set", "sensors", "check"})
-    EXPECT_NE(out.find(std::string("\n  skypost-settings ") + command), std::string::npos) << command;
+  EXPECT_NE(out.find("\n  skypost-settings check ["), std::string::npos) << out;
   run_well({"--version"});
   EXPECT_EQ(out, "skypost-settings " SKYPOST_VERSION "\n");
 }
