@@ -1,16 +1,20 @@
-// Preloaded into the real program by tests. It makes calls of the C library fail, and takes out pauses.
+// Preloaded into the real program and the owner's tools by tests. It makes calls of the C library fail, takes out
+// pauses, turns the clock, and writes down what is done.
 //
 //   SKYPOST_TEST_FAIL=NAME:N     the N-th call of NAME, counted from 1, fails with EIO
 //   SKYPOST_TEST_FAIL=NAME:N-M   so do those after it up to the M-th
 //   SKYPOST_TEST_FAIL=fork:N     from the N-th popen or system on no process can be started (EAGAIN)
 //   SKYPOST_TEST_HASTE=N         a pause takes an N-th of its time
 //   SKYPOST_TEST_CLOCK=N         the clock runs N times as fast, and so does an alarm
+//   SKYPOST_TEST_TIME=N          the clock has stopped at that second since the epoch
+//   SKYPOST_TEST_TRACE=FILE      one line is added for each call: "alarm 15", "popen COMMAND", "system COMMAND",
+//                                "write PATH", "send TEXT"
 //
 // At its end the program dies by SIGABRT when a descriptor or a child is left that was not there at its
 // start. Exit status 99 says that the N-th call never came.
 
-#include <dirent.h>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <netdb.h>
@@ -29,9 +33,10 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
+#include <filesystem>
 #include <iterator>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -41,16 +46,23 @@ constexpr int NOTHING_FAILED = 99;
 bool has_failed = false;
 
 // The shell and what it starts are left in peace.
-bool is_the_program() { return std::string_view(program_invocation_short_name) == "skypost"; }
+bool is_the_program() { return std::string_view(program_invocation_short_name).starts_with("skypost"); }
+
+const char* wanted(const char* variable) { return is_the_program() ? std::getenv(variable) : nullptr; }
+
+long factor_of(const char* variable) {
+  const char* const factor = wanted(variable);
+  return factor == nullptr ? 1 : std::atol(factor);
+}
 
 // True when this call of `name` is one of those that are to fail.
 bool is_to_fail(std::string_view name) {
   static int calls_seen = 0;
-  const char* const wanted = is_the_program() ? std::getenv("SKYPOST_TEST_FAIL") : nullptr;
-  if (wanted == nullptr || !std::string_view(wanted).starts_with(name) || wanted[name.size()] != ':')
+  const char* const failing = wanted("SKYPOST_TEST_FAIL");
+  if (failing == nullptr || !std::string_view(failing).starts_with(name) || failing[name.size()] != ':')
     return false;
   char* end = nullptr;
-  const long first = std::strtol(wanted + name.size() + 1, &end, 10);
+  const long first = std::strtol(failing + name.size() + 1, &end, 10);
   const long last = *end == '-' ? std::atol(end + 1) : first;
   ++calls_seen;
   if (calls_seen < first || calls_seen > last) return false;
@@ -59,12 +71,19 @@ bool is_to_fail(std::string_view name) {
   return true;
 }
 
-unsigned factor_of(const char* variable) {
-  const char* const wanted = is_the_program() ? std::getenv(variable) : nullptr;
-  return wanted == nullptr ? 1 : static_cast<unsigned>(std::atoi(wanted));
+template <typename function>
+function* real(const char* name) {
+  return reinterpret_cast<function*>(dlsym(RTLD_NEXT, name));
 }
 
-unsigned haste() { return factor_of("SKYPOST_TEST_HASTE"); }
+void trace(const char* call, std::string_view what) {
+  const char* const path = wanted("SKYPOST_TEST_TRACE");
+  if (path == nullptr) return;
+  const std::string line = std::string(call) + ' ' + std::string(what.substr(0, what.find('\n'))) + '\n';
+  const int file = open(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+  if (write(file, line.data(), line.size()) < 0) std::abort();
+  real<int(int)>("close")(file);
+}
 
 // The kernel refuses every new process from now on.
 void forbid_processes() {
@@ -81,38 +100,33 @@ void forbid_processes() {
     std::abort();
 }
 
-template <typename function>
-function* real(const char* name) {
-  return reinterpret_cast<function*>(dlsym(RTLD_NEXT, name));
+void before_process(const char* call, const char* command) {
+  trace(call, command);
+  if (is_to_fail("fork")) forbid_processes();
 }
 
-int open_descriptors() {
-  DIR* const folder = opendir("/proc/self/fd");
-  if (folder == nullptr) return 0;
-  int count = 0;
-  while (readdir(folder) != nullptr) ++count;
-  closedir(folder);
-  return count;
-}
+long open_descriptors() { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); }
 
 struct watch {
-  int descriptors_at_start = is_the_program() ? open_descriptors() : 0;
+  long descriptors_at_start = is_the_program() ? open_descriptors() : 0;
 
   ~watch() {
     if (!is_the_program()) return;
     const bool has_child = waitpid(-1, nullptr, WNOHANG) >= 0;
     if (has_child || open_descriptors() > descriptors_at_start) std::abort();
-    if (std::getenv("SKYPOST_TEST_FAIL") != nullptr && !has_failed) _exit(NOTHING_FAILED);
+    if (wanted("SKYPOST_TEST_FAIL") != nullptr && !has_failed) _exit(NOTHING_FAILED);
   }
 } end_of_program;
 
 }  // namespace
 
-// The parameters are in parentheses, as they are declared and as they are passed on.
-#define INTERPOSE(result, name, failed, parameters, arguments) \
-  extern "C" result name parameters {                          \
-    if (is_to_fail(#name)) return failed;                      \
-    return real<result parameters>(#name) arguments;           \
+// The parameters are in parentheses, as they are declared and as they are passed on; after them may come what is
+// done before the call.
+#define INTERPOSE(result, name, failed, parameters, arguments, ...) \
+  extern "C" result name parameters {                               \
+    __VA_ARGS__;                                                    \
+    if (is_to_fail(#name)) return failed;                           \
+    return real<result parameters>(#name) arguments;                \
   }
 
 // A call that releases something does so when it fails, too: the kernel's close is like that.
@@ -123,7 +137,9 @@ struct watch {
   }
 
 // clang-format off
-INTERPOSE(std::FILE*,  fopen64,       nullptr, (const char* path, const char* mode), (path, mode))
+INTERPOSE(std::FILE*,  fopen64,       nullptr, (const char* path, const char* mode), (path, mode), if (*mode == 'w') trace("write", path))
+INTERPOSE(std::FILE*,  popen,         nullptr, (const char* command, const char* mode), (command, mode), before_process("popen", command))
+INTERPOSE(int,         system,        -1,      (const char* command), (command), before_process("system", command))
 INTERPOSE(std::size_t, fread,         0,       (void* place, std::size_t size, std::size_t count, std::FILE* file), (place, size, count, file))
 INTERPOSE(char*,       fgets,         nullptr, (char* place, int size, std::FILE* file), (place, size, file))
 INTERPOSE(int,         getc,          EOF,     (std::FILE* file), (file))
@@ -136,13 +152,15 @@ INTERPOSE(int,         socket,        -1,      (int domain, int type, int protoc
 INTERPOSE(int,         setsockopt,    -1,      (int file, int level, int option, const void* value, socklen_t size), (file, level, option, value, size))
 INTERPOSE(int,         connect,       -1,      (int file, const sockaddr* address, socklen_t size), (file, address, size))
 INTERPOSE(ssize_t,     recv,          -1,      (int file, void* place, std::size_t size, int how), (file, place, size, how))
-INTERPOSE(ssize_t,     send,          -1,      (int file, const void* data, std::size_t size, int how), (file, data, size, how))
+INTERPOSE(ssize_t,     send,          -1,      (int file, const void* data, std::size_t size, int how), (file, data, size, how), trace("send", {static_cast<const char*>(data), size}))
 INTERPOSE(int,         setenv,        -1,      (const char* name, const char* value, int replace), (name, value, replace))
 INTERPOSE(int,         sigaction,     -1,      (int number, const struct sigaction* wanted, struct sigaction* old), (number, wanted, old))
 INTERPOSE(int,         sigprocmask,   -1,      (int how, const sigset_t* wanted, sigset_t* old), (how, wanted, old))
 INTERPOSE_RELEASE(close, int)
 INTERPOSE_RELEASE(fclose, std::FILE*)
 INTERPOSE_RELEASE(pclose, std::FILE*)
+// The reason of the failure is in errno, then.
+INTERPOSE(hostent*,    gethostbyname, (h_errno = NETDB_INTERNAL, nullptr), (const char* name), (name))
 // clang-format on
 
 extern "C" int open64(const char* path, int how, ...) {
@@ -154,40 +172,22 @@ extern "C" int open64(const char* path, int how, ...) {
   return real<int(const char*, int, ...)>("open64")(path, how, mode);
 }
 
-extern "C" std::FILE* popen(const char* command, const char* mode) {
-  if (is_to_fail("popen")) return nullptr;
-  if (is_to_fail("fork")) forbid_processes();
-  return real<std::FILE*(const char*, const char*)>("popen")(command, mode);
-}
-
-extern "C" int system(const char* command) {
-  if (is_to_fail("system")) return -1;
-  if (is_to_fail("fork")) forbid_processes();
-  return real<int(const char*)>("system")(command);
-}
-
-extern "C" hostent* gethostbyname(const char* name) {
-  if (is_to_fail("gethostbyname")) {
-    h_errno = NETDB_INTERNAL;  // the reason is in errno
-    return nullptr;
-  }
-  return real<hostent*(const char*)>("gethostbyname")(name);
-}
-
 extern "C" std::time_t time(std::time_t* place) {
   using namespace std::chrono;
   static const steady_clock::time_point start = steady_clock::now();
   static const std::time_t start_time = real<std::time_t(std::time_t*)>("time")(nullptr);
   const auto passed = (steady_clock::now() - start) * factor_of("SKYPOST_TEST_CLOCK");
-  const std::time_t now = is_to_fail("time") ? -1 : start_time + duration_cast<seconds>(passed).count();
+  const char* const stopped_at = wanted("SKYPOST_TEST_TIME");
+  std::time_t now =
+      stopped_at != nullptr ? std::atol(stopped_at) : start_time + duration_cast<seconds>(passed).count();
+  if (is_to_fail("time")) now = -1;
   if (place != nullptr) *place = now;
   return now;
 }
 
 extern "C" unsigned alarm(unsigned seconds) {
-  const unsigned factor = factor_of("SKYPOST_TEST_CLOCK");
-  if (factor == 1) return real<unsigned(unsigned)>("alarm")(seconds);
-  const unsigned milliseconds = seconds * 1'000 / factor;
+  trace("alarm", std::to_string(seconds));
+  const long milliseconds = seconds * 1'000L / factor_of("SKYPOST_TEST_CLOCK");
   const itimerval limit = {
       .it_interval = {},
       .it_value = {.tv_sec = milliseconds / 1'000, .tv_usec = milliseconds % 1'000 * 1'000}};
@@ -195,13 +195,12 @@ extern "C" unsigned alarm(unsigned seconds) {
   return 0;
 }
 
-extern "C" unsigned sleep(unsigned seconds) {
-  const unsigned factor = haste();
-  if (factor == 1) return real<unsigned(unsigned)>("sleep")(seconds);
-  real<int(useconds_t)>("usleep")(seconds * 1'000'000U / factor);
-  return 0;
+extern "C" int usleep(useconds_t microseconds) {
+  return real<int(useconds_t)>("usleep")(microseconds /
+                                         static_cast<unsigned>(factor_of("SKYPOST_TEST_HASTE")));
 }
 
-extern "C" int usleep(useconds_t microseconds) {
-  return real<int(useconds_t)>("usleep")(microseconds / haste());
+extern "C" unsigned sleep(unsigned seconds) {
+  usleep(seconds * 1'000'000);
+  return 0;
 }

@@ -5,14 +5,11 @@
 
 #include <httplib.h>
 
-#include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <regex>
+#include <set>
 #include <sstream>
-#include <thread>
 
 #include "base/paths.h"
 #include "channels/channels.h"
@@ -35,13 +32,12 @@ constexpr char HARDWARE_ADDRESS[] = "00:1A:2B:3C:4D:5E";  // of the simulated bo
 class preview_of_a_run : public program {
  protected:
   preview_of_a_run() {
-    setenv("LD_PRELOAD", FIXED_CLOCK ":" TRACED_CALLS ":" INTERPOSED_CALLS, 1);
-    setenv("SKYPOST_TEST_HASTE", "100", 1);
-    setenv("SKYPOST_TEST_TIME", std::to_string(now).c_str(), 1);
+    interpose("HASTE", "100");
+    interpose("TIME", std::to_string(now));
     all.data->set_report(report);
   }
   ~preview_of_a_run() override {
-    for (const char* const name : {"LD_PRELOAD", "SKYPOST_TEST_HASTE", "SKYPOST_TEST_TIME"}) unsetenv(name);
+    unsetenv("SKYPOST_ROOT");
     reset_endpoints();
   }
 
@@ -51,19 +47,18 @@ class preview_of_a_run : public program {
     station_settings = all.board.settings;
     make_intervals_valid(station_settings);
     load_live_record(report.c_str());
-    preview_page result;
-    result.settings = fs::canonical(all.board.path(SETTINGS_PATH));
-    result.report = "the data server, 127.0.0.1:5558";
     const moment at = moment_at(now);
-    char text[40];
-    result.time = {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S %Z", &at.local)};
-    result.steps = make_previews({.from = {station_settings, live_record, at, {platform, HARDWARE_ADDRESS}},
-                                  .report = report.c_str(),
-                                  .last_run_age = 9'999,
-                                  .with_secrets = with_secrets},
-                                 {});
-    unsetenv("SKYPOST_ROOT");
-    return result;
+    char time[40];
+    std::strftime(time, sizeof time, "%Y-%m-%d %H:%M:%S %Z", &at.local);
+    return {.settings = fs::canonical(all.board.path(SETTINGS_PATH)),
+            .report = "the data server, 127.0.0.1:5558",
+            .time = time,
+            .warnings = {},
+            .steps = make_previews({.from = {station_settings, live_record, at, {platform, HARDWARE_ADDRESS}},
+                                    .report = report.c_str(),
+                                    .last_run_age = 9'999,
+                                    .with_secrets = with_secrets},
+                                   {})};
   }
 
   std::time_t now = std::time(nullptr);
@@ -90,29 +85,20 @@ pairs shown(const step_preview& step) {
   return result;
 }
 
-void expect_request(const step_preview& step, const sim::request_seen& seen, const std::string& servers) {
-  const std::size_t space = seen.request.find(' ');
-  EXPECT_EQ(step.how, seen.request.substr(0, space));
-  const std::string target = seen.request.substr(space + 1, seen.request.find_first_of("?\n") - space - 1);
-  EXPECT_EQ(step.request.path.empty() ? "/" : step.request.path, target);
-  EXPECT_EQ(shown(step), received(seen.request));
+// The parameter `unless` is left aside.
+void expect_request(const step_preview& step, const sim::request_seen& seen, const std::string& servers,
+                    const std::string& unless = "") {
+  const std::string target = seen.request.substr(0, seen.request.find_first_of("?\n"));
+  EXPECT_EQ(step.how + ' ' + (step.request.path.empty() ? "/" : step.request.path), target);
+  pairs parameters[] = {shown(step), received(seen.request)};
+  for (pairs& one : parameters) std::erase_if(one, [&](const auto& pair) { return pair.first == unless; });
+  EXPECT_EQ(parameters[0], parameters[1]);
   // What it says of the server is what the endpoint file says of the one that got the request.
   const std::string server = step.request.server;
   EXPECT_TRUE(servers.find(std::string(seen.network->endpoint) + " = " + server + '\n') !=
                   std::string::npos ||
               servers.find(" = " + server.substr(server.find("//") + 2) + '\n') != std::string::npos)
       << server;
-}
-
-// The time at which it was sent is known to the sender alone.
-void take_time_out(step_preview& step) {
-  std::erase_if(step.request.parameters,
-                [](const request_parameter& parameter) { return parameter.name == "dateutc"; });
-}
-
-sim::request_seen without_time(sim::request_seen seen) {
-  seen.request = std::regex_replace(seen.request, std::regex("dateutc=[^&]*&"), "");
-  return seen;
 }
 
 // The mail program adds lines of its own to the header; the mail comes with other line ends.
@@ -147,6 +133,10 @@ TEST_F(preview_of_a_run, put_together_again_is_what_is_sent) {
       if (step.how == "GET" || step.how == "POST") {
         ASSERT_LT(request, requests_seen.size());
         expect_request(step, requests_seen[request++], servers);
+        if (step.id == METEONEWS.id) {
+          EXPECT_EQ(step.request.login.at(0).value(), sim::METEONEWS_USER);
+          EXPECT_EQ(step.request.login.at(1).value(), all.board.settings.text(meteonews_password));
+        }
       } else if (step.how == "file") {
         for (const std::string& path : step.where)
           EXPECT_EQ(step.text, all.board.read(path.substr(all.board.root().string().size())));
@@ -160,38 +150,23 @@ TEST_F(preview_of_a_run, put_together_again_is_what_is_sent) {
       }
     }
     EXPECT_EQ(request, requests_seen.size());
-    for (const step_preview& step : page(platform).steps) {
-      if (step.id != "meteonews") continue;
-      EXPECT_EQ(step.request.login.at(0).value(), sim::METEONEWS_USER);
-      EXPECT_EQ(step.request.login.at(1).value(), all.board.settings.text(meteonews_password));
-    }
   }
 }
 
 TEST_F(preview_of_a_run, of_rapid_fire_is_what_rapid_fire_sends) {
-  enable_only(
-      {&wunderground_enabled, &wunderground_rapid_enabled, &weatherflow_enabled, &weatherflow_rapid_enabled});
-  for (const integer_field* interval : {&wunderground_rapid_interval, &weatherflow_rapid_interval})
-    all.board.settings.set_integer(*interval, 1);
-  all.board.save_settings();
+  enable_only_rapid_fire(1, 1);
   unsetenv("SKYPOST_TEST_TIME");  // the networks wait for their turns
-  sim::running_program rapid(all.board.root(), {"-r"});
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  while (all.peers.requests().size() < 2 && std::chrono::steady_clock::now() < deadline)
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  rapid.send_signal(SIGTERM);
-  rapid.wait();
+  const sim::running_program rapid(all.board.root(), {"-r"});
+  ASSERT_TRUE(comes_true([&] { return all.peers.requests().size() >= 2; }, 20));
 
   const auto requests_seen = all.peers.requests();
   const std::vector<step_preview> steps = page().steps;
   const std::string servers = all.peers.endpoints(false);
   ASSERT_EQ(steps.size(), 4U);
-  ASSERT_GE(requests_seen.size(), 2U);
   for (std::size_t i = 0; i < 2; ++i) {
-    step_preview step = steps[2 * i + 1];
+    const step_preview& step = steps[2 * i + 1];
     SCOPED_TRACE(step.id);
-    take_time_out(step);
-    expect_request(step, without_time(requests_seen[i]), servers);
+    expect_request(step, requests_seen[i], servers, "dateutc");  // when it was sent
   }
 }
 
@@ -202,15 +177,12 @@ TEST_F(preview_of_a_run, is_printed_by_the_tool_which_sends_and_writes_nothing) 
     return out.str();
   };
   const auto files = [&] {
-    std::vector<std::string> paths;
-    for (const auto& entry : fs::recursive_directory_iterator(all.board.root()))
-      paths.push_back(entry.path());
-    std::sort(paths.begin(), paths.end());
-    return paths;
+    return std::set<fs::directory_entry>(fs::recursive_directory_iterator(all.board.root()), {});
   };
-  const fs::path trace = all.board.root() / "trace";
+  all.board.write("/trace", "");
   all.board.run_tool(PREVIEW_PROGRAM, {"--help"});  // leaves the files of what it prints
-  const std::vector<std::string> before = files();
+  const auto before = files();
+  interpose("TRACE", all.board.path("/trace"));
   const struct {
     std::vector<std::string> arguments;
     std::string output;
@@ -223,16 +195,14 @@ TEST_F(preview_of_a_run, is_printed_by_the_tool_which_sends_and_writes_nothing) 
   };
   for (const auto& row : CASES) {
     all.board.write(PROCESSOR_PATH, row.processor);
-    setenv("SKYPOST_TEST_TRACE", trace.c_str(), 1);
+    all.board.write("/trace", "");
     const sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, row.arguments);
-    unsetenv("SKYPOST_TEST_TRACE");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.output, row.output);
     EXPECT_EQ(all.board.read("/trace"), "popen /sbin/ifconfig eth0 2>/dev/null\n");
-    fs::remove(trace);
   }
-  EXPECT_EQ(files(), before);
+  EXPECT_TRUE(files() == before);
   EXPECT_EQ(requests(), 0);
   EXPECT_TRUE(all.cwop->sessions().empty());
   EXPECT_TRUE(all.mail.mails().empty());

@@ -1,11 +1,15 @@
 #include "end_to_end/program.h"
 
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
 namespace skypost::testing {
 
-void program::switch_aprs_off() {
-  all.board.settings.set_integer(cwop_enabled, 0);
-  all.board.settings.set_integer(aprs_enabled, 0);
-  all.board.save_settings();
+program::~program() {
+  unsetenv("LD_PRELOAD");
+  for (const char* const what : {"FAIL", "HASTE", "CLOCK", "TIME", "TRACE"})
+    unsetenv((std::string("SKYPOST_TEST_") + what).c_str());
 }
 
 void program::enable_only(std::initializer_list<const integer_field*> enabled) {
@@ -14,11 +18,36 @@ void program::enable_only(std::initializer_list<const integer_field*> enabled) {
   all.board.save_settings();
 }
 
+void program::enable_only_rapid_fire(std::int32_t wunderground, std::int32_t weatherflow) {
+  settings_record& settings = all.board.settings;
+  all.board.switch_all_networks_off();
+  settings.set_integer(wunderground_enabled, wunderground != 0);
+  settings.set_integer(wunderground_rapid_enabled, wunderground != 0);
+  settings.set_integer(wunderground_rapid_interval, wunderground);
+  settings.set_integer(weatherflow_enabled, weatherflow != 0);
+  settings.set_integer(weatherflow_rapid_enabled, weatherflow != 0);
+  settings.set_integer(weatherflow_rapid_interval, weatherflow);
+  all.board.save_settings();
+}
+
 sim::run_result program::run_well(const std::vector<std::string>& arguments) {
   sim::run_result run = all.board.run(arguments);
   EXPECT_EQ(run.signal, 0);
   EXPECT_EQ(run.status, 0);
   return run;
+}
+
+void program::interpose(const std::string& what, const std::string& value) {
+  setenv("LD_PRELOAD", INTERPOSED_CALLS, 1);
+  setenv(("SKYPOST_TEST_" + what).c_str(), value.c_str(), 1);
+}
+
+bool program::comes_true(const std::function<bool()>& holds, int seconds) {
+  for (int i = 0; i < seconds * 20; ++i) {
+    if (holds()) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  return false;
 }
 
 int program::requests(const std::string& name) const {

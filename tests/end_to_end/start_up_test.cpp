@@ -11,27 +11,29 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST_F(program, refuses_a_bad_command_line) {
-  constexpr char NUMBER[] = "Error: Bad number of arguments\n";
-  const auto bad = [](const std::string& argument) {
-    return "Error: Bad argument (" + argument + "). Use \"-r\" for rapid fire mode, \"-d\" for debug\n";
-  };
   const struct {
     std::vector<std::string> arguments;
-    std::string text;
+    std::string complaint;
   } cases[] = {
-      {{"-r", "-d"}, NUMBER}, {{"-d", "-d"}, NUMBER}, {{"-x"}, bad("-x")},
-      {{""}, bad("")},        {{"-rd"}, bad("-rd")},  {{"100% %s"}, bad("100% %s")},
+      // clang-format off
+      {{"-r", "-d"}, "number of arguments\n"},
+      {{"-d", "-d"}, "number of arguments\n"},
+      {{"-x"},       "argument (-x). Use \"-r\" for rapid fire mode, \"-d\" for debug\n"},
+      {{""},         "argument (). Use \"-r\" for rapid fire mode, \"-d\" for debug\n"},
+      {{"-rd"},      "argument (-rd). Use \"-r\" for rapid fire mode, \"-d\" for debug\n"},
+      {{"100% %s"},  "argument (100% %s). Use \"-r\" for rapid fire mode, \"-d\" for debug\n"},
+      // clang-format on
   };
   for (const auto& one : cases) {
     const sim::run_result run = all.board.run(one.arguments);
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.errors, one.text);
+    EXPECT_EQ(run.errors, "Error: Bad " + one.complaint);
   }
   EXPECT_EQ(all.data->clients(), 0);
 }
 
 TEST_F(program, gives_up_after_three_attempts_at_the_settings) {
-  std::filesystem::remove(all.board.path(SETTINGS_PATH));
+  fs::remove(all.board.path(SETTINGS_PATH));
   const sim::run_result run = all.board.run();
   EXPECT_EQ(run.status, 1);
   EXPECT_NEAR(run.seconds, 3, 0.9);
@@ -62,9 +64,8 @@ TEST_F(program, lets_everybody_read_the_pull_files_whatever_its_parents_umask) {
   const mode_t before = umask(077);
   run_well();
   umask(before);
-  for (const char* const directory : PULL_DIRECTORIES) {
-    const fs::perms mode =
-        fs::status(all.board.path(directory + std::string("wetterspiegel.txt"))).permissions();
+  for (const std::string directory : PULL_DIRECTORIES) {
+    const fs::perms mode = fs::status(all.board.path(directory + "wetterspiegel.txt")).permissions();
     EXPECT_EQ(mode & fs::perms::others_read, fs::perms::others_read) << directory;
   }
 }

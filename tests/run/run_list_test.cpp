@@ -41,7 +41,9 @@ TEST(RunList, SendsWhatItsRowsSay) {
   fill_settings(station_settings);
   live_record = fully_equipped_station();
   for (const run_step& step : run_list()) {
-    if (step.what->by != carrier::http) continue;  // the other functions compose by the row's own composer
+    // Files and the mail are composed by what their rows name. A session of CWOP or APRS composes its packet itself;
+    // end_to_end/preview_test.cpp compares the two.
+    if (step.what->by != carrier::http) continue;
     // A second may pass between the two.
     const std::string before = composed_now(*step.what);
     std::string command;
