@@ -20,13 +20,11 @@ std::string readelf() {
   return pclose(pipe) == 0 ? text : std::string();
 }
 
-struct promise {
+constexpr struct {
   const char* what;
   const char* pattern;
   bool is_there;
-};
-
-constexpr promise PROMISES[] = {
+} PROMISES[] = {
     // clang-format off
     {"position independent",                   R"(Type: +DYN )",                                                        true},
     {"an executable, not a library",           R"(\(FLAGS_1\) .*\bPIE\b)",                                              true},
@@ -48,7 +46,7 @@ TEST(hardening, is_in_the_released_program) {
 #endif
   const std::string found = readelf();
   ASSERT_NE(found, "");
-  for (const promise& one : PROMISES)
+  for (const auto& one : PROMISES)
     EXPECT_EQ(std::regex_search(found, std::regex(one.pattern)), one.is_there) << one.what;
 }
 

@@ -114,15 +114,18 @@ void expect_mail(const step_preview& step, const sim::mail_seen& seen) {
   EXPECT_TRUE(step.where.at(0).starts_with(seen.recipient + ", through "));
 }
 
+// Without debug output and with it.
 TEST_F(preview_of_a_run, put_together_again_is_what_is_sent) {
-  for (const char* const platform : {"X86", "NSLU2"}) {
+  const std::pair<const char*, std::vector<std::string>> cases[] = {
+      {"X86", {}}, {"X86", {"-d"}}, {"NSLU2", {}}, {"NSLU2", {"-d"}}};
+  for (const auto& [platform, arguments] : cases) {
     SCOPED_TRACE(platform);
     const bool on_nslu2 = std::string(platform) == "NSLU2";
-    if (on_nslu2) all.board.write(PROCESSOR_PATH, "Hardware : NSLU2\n");
+    all.board.write(PROCESSOR_PATH, platform);
     all.write_endpoints(on_nslu2);
     all.board.write(LAST_RUN_PATH, "1");
     all.peers.forget_requests();
-    run_well();
+    EXPECT_EQ(run_well(arguments).errors.empty(), arguments.empty());
     const auto requests_seen = all.peers.requests();
     const std::string servers = all.peers.endpoints(on_nslu2);
 
@@ -219,19 +222,9 @@ TEST_F(preview_of_a_run, warns_of_a_board_without_a_hardware_address) {
       << run.output;
 }
 
-TEST_F(preview_of_a_run, is_none_without_a_data_server_and_leaves_an_odd_settings_file_alone) {
-  all.data.reset();
-  const sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, {});
-  EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.output, "");
-  EXPECT_EQ(
-      run.errors,
-      "Error: the data server at 127.0.0.1:5558 does not answer (connect: Connection refused); --report FILE "
-      "takes a report from a file\n");
-
-  all.board.write("/report", report);
+TEST_F(preview_of_a_run, leaves_an_odd_settings_file_alone) {
   all.board.write(SETTINGS_PATH, std::string(40'000, '\0'));
-  EXPECT_EQ(all.board.run_tool(PREVIEW_PROGRAM, {"--report", all.board.path("/report")}).status, 0);
+  EXPECT_EQ(all.board.run_tool(PREVIEW_PROGRAM, {}).status, 0);
   EXPECT_FALSE(fs::exists(all.board.path(SETTINGS_PATH + std::string(".old"))));
 }
 

@@ -114,8 +114,10 @@ TEST_F(run_list_steps, are_set_going_by_their_own_switch_alone) {
     all.peers.forget_requests();
     EXPECT_EQ(trace_of_a_run(&step.enabled == &wetterarchiv_enabled ? 1'000 : 500), step.trace);
     EXPECT_EQ(requests(), step.trace.find("wget") == std::string::npos ? 0 : 1);
-    for (const sim::request_seen& seen : all.peers.requests())
+    for (const sim::request_seen& seen : all.peers.requests()) {
       EXPECT_EQ(seen.network->enabled, &step.enabled) << seen.network->name;
+      EXPECT_NE(seen.network->which, sim::server::second) << seen.network->name;
+    }
   }
   EXPECT_EQ(all.mail.mails().size(), 1U);
 }
@@ -127,11 +129,12 @@ TEST_F(run_list_steps, set_no_limit_while_they_are_off_and_keep_the_gate_all_the
 }
 
 TEST_F(run_list_steps, push_to_awekas_and_wedaal_only_with_a_user_of_two_characters) {
-  enable_only({&awekas_enabled});
+  enable_only({&awekas_enabled, &wedaal_enabled});
   all.board.settings.set_text(awekas_user, "a");
   all.board.save_settings();
-  EXPECT_EQ(trace_of_a_run(500),
-            "alarm 15: /srv/www/awekas.txt /var/run/nimbulog/uploads/awekas.txt !awekas-pull\n");
+  EXPECT_EQ(
+      trace_of_a_run(500),
+      "alarm 15: /srv/www/awekas.txt /var/run/nimbulog/uploads/awekas.txt !awekas-pull\n" + STEPS[1].trace);
 }
 
 }  // namespace
