@@ -1,5 +1,6 @@
 #include <fnmatch.h>
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
@@ -28,18 +29,23 @@ std::vector<const sim::network_row*> asked_networks() {
 
 // Every network accepts: texts with all that a shell or a URL would interpret have arrived as they
 // are in the settings (the peers compare), over TCP and by mail too, and nobody is alarmed. An NSLU2 sends to
-// MeteoNews over plain HTTP.
+// MeteoNews over plain HTTP; Idokep's mode 2 is its pro service.
 TEST_F(program, reaches_every_network_and_raises_no_alarm) {
   interpose("HASTE", "100");
-  for (const char* const processor : {"Hardware : Linksys NSLU2\n", "x86\n"}) {
-    SCOPED_TRACE(processor);
-    all.board.write(PROCESSOR_PATH, processor);
-    all.write_endpoints(*processor == 'H');
+  for (const bool has_second_servers : {true, false}) {
+    SCOPED_TRACE(has_second_servers);
+    all.board.write(PROCESSOR_PATH, has_second_servers ? "Hardware : Linksys NSLU2\n" : "x86\n");
+    all.write_endpoints(has_second_servers);
+    all.board.settings.set_integer(idokep_enabled, has_second_servers ? 2 : 1);
+    all.board.save_settings();
     all.board.write(LAST_RUN_PATH, "1");
     all.peers.forget_requests();
     EXPECT_EQ(run_well().errors, "");
     EXPECT_TRUE(all.board.alarms().empty());
     EXPECT_EQ(requests(), static_cast<int>(asked_networks().size()));
+    const auto seen = all.peers.requests();
+    const auto is_second = [](const auto& one) { return one.network->which == sim::server::second; };
+    EXPECT_EQ(std::count_if(seen.begin(), seen.end(), is_second), has_second_servers ? 2 : 0);
     for (const auto* server : {&*all.cwop, &*all.aprs})
       EXPECT_TRUE(server->sessions().back().accepted) << server->sessions().back().packet;
     EXPECT_EQ(all.mail.mails().back().recipient, sim::MAIL_RECIPIENT);
@@ -97,16 +103,6 @@ TEST_F(program, warns_once_of_stale_data_and_sends_nothing) {
   enable_only({});
   run_well();
   EXPECT_EQ(all.board.alarms(), expected);
-}
-
-TEST_F(program, sends_idokep_to_the_pro_service_in_mode_2) {
-  enable_only({});
-  all.board.settings.set_integer(idokep_enabled, 2);
-  all.board.save_settings();
-  run_well();
-  ASSERT_EQ(requests("idokep"), 1);
-  EXPECT_STREQ(all.peers.requests()[0].network->endpoint, "idokep_pro");
-  EXPECT_TRUE(all.board.alarms().empty());
 }
 
 // Both pauses of a session are real here: a slow server still has its say.
