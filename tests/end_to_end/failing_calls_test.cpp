@@ -54,7 +54,6 @@ const failure_case CASES[] = {
     {"open64:2-3",  {}, "", ""},
     {"fstat64:1-2", {}, "", ""},
     {"read:1-2",    {}, "", ""},
-    {"open64:2-4",  {}, "Can't read nimbulog settings file", "", "", 1, false},
     {"fstat64:1-3", {}, "Can't read nimbulog settings file", "", "", 1, false},
     {"read:1-3",    {}, "Can't read nimbulog settings file", "", "", 1, false},
     // HTTP.

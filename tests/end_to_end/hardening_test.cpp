@@ -1,24 +1,11 @@
 // What the release build promises of the finished program, read back from it.
 
-#include <gtest/gtest.h>
-
-#include <cstdio>
 #include <regex>
-#include <string>
+
+#include "end_to_end/program.h"
 
 namespace skypost::testing {
 namespace {
-
-// Of the program, and then the symbols of its own object files, since libcrypto's have some of them, too.
-std::string readelf() {
-  std::FILE* const pipe = popen("readelf --wide --file-header --segments --dynamic " SKYPOST_PROGRAM
-                                " && readelf --wide --syms " SKYPOST_CORE,
-                                "r");
-  std::string text;
-  for (int character = std::getc(pipe); character != EOF; character = std::getc(pipe))
-    text += static_cast<char>(character);
-  return pclose(pipe) == 0 ? text : std::string();
-}
 
 constexpr struct {
   const char* what;
@@ -40,12 +27,18 @@ constexpr struct {
     // clang-format on
 };
 
-TEST(hardening, is_in_the_released_program) {
+TEST_F(program, is_hardened_when_released) {
 #ifndef IS_HARDENED
   GTEST_SKIP() << "not a release build";
 #endif
-  const std::string found = readelf();
-  ASSERT_NE(found, "");
+  const auto readelf = [&](const std::vector<std::string>& arguments) {
+    const sim::run_result run = all.board.run_tool("/usr/bin/readelf", arguments);
+    EXPECT_EQ(run.status, 0);
+    return run.output;
+  };
+  // The symbols are those of the program's own object files, since libcrypto's have some of them, too.
+  const std::string found = readelf({"-W", "--file-header", "--segments", "--dynamic", SKYPOST_PROGRAM}) +
+                            readelf({"-W", "--syms", SKYPOST_CORE});
   for (const auto& one : PROMISES)
     EXPECT_EQ(std::regex_search(found, std::regex(one.pattern)), one.is_there) << one.what;
 }
