@@ -17,9 +17,9 @@ class program : public ::testing::Test {
 
   sim::world all;
 
-  // Every network but these.
+  // Switches every network off but these.
   void enable_only(std::initializer_list<const integer_field*> enabled);
-  // Every network but these in rapid fire, each at its interval, in seconds; 0: not at all.
+  // Switches every network off but these two in rapid fire, each at its interval in seconds; 0: that one, too.
   void enable_only_rapid_fire(std::int32_t wunderground, std::int32_t weatherflow);
 
   // Runs to the end and expects status 0.
