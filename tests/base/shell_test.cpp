@@ -59,11 +59,5 @@ TEST(Shell, PassesEveryTextUnaltered) {
   EXPECT_EQ(output_of(command.c_str()), expected);
 }
 
-TEST(Shell, LeavesAPlainPathBare) {
-  fixed_text<100> command;
-  append_shell_word(command, "/home/nimbulog/nimbulog.conf");
-  EXPECT_EQ(command.view(), "/home/nimbulog/nimbulog.conf");
-}
-
 }  // namespace
 }  // namespace skypost::testing

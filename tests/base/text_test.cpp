@@ -63,12 +63,5 @@ TEST(Text, StaysInItsRoom) {
   }
 }
 
-TEST(Text, SplitsWhereThereIsSomething) {
-  EXPECT_EQ(head_of("abc", 2), "ab");
-  EXPECT_EQ(head_of("abc", std::string_view::npos), "abc");
-  EXPECT_EQ(tail_of("abc", 2), "c");
-  EXPECT_EQ(tail_of("abc", 9), "");
-}
-
 }  // namespace
 }  // namespace skypost::testing

@@ -46,14 +46,6 @@ TEST_P(GoldenText, OfAStationWithOnlyTheOutdoorValues) {
 INSTANTIATE_TEST_SUITE_P(RunList, GoldenText, ::testing::ValuesIn(everything_handed_out()),
                          [](const auto& row) { return std::string(row.param->id); });
 
-// The name of a golden text, of a preview, of a test.
-TEST(GoldenTexts, HaveIdsThatCanBeNames) {
-  for (const outgoing* const what : everything_handed_out())
-    EXPECT_EQ(std::string_view(what->id).find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_"),
-              std::string_view::npos)
-        << what->id;
-}
-
 std::string in_one_line(std::string text) {
   for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2)
     text.replace(at, 1, "\\n");

@@ -121,26 +121,6 @@ TEST(RapidFire, LeavesOutANetworkWithOneOfItsSwitchesOff) {
   }
 }
 
-// No network is sent before its interval is over, nor more than a pass later, whatever the others do.
-TEST(RapidFire, KeepsTheIntervalsForADay) {
-  for (const std::int32_t wunderground : {1, 7, 30, 95})
-    for (const std::int32_t weatherflow : {2, 11, 61})
-      for (const std::int64_t work : {0, 4}) {
-        const settings_record settings = settings_with(wunderground, weatherflow, true);
-        const std::int64_t intervals[] = {wunderground, weatherflow, 10};
-        const std::vector<times> sent = simulate(settings, 86'400, work);
-        for (std::size_t i = 0; i < sent.size(); ++i) {
-          std::int64_t last = 0;
-          for (const std::int64_t time : sent[i]) {
-            ASSERT_GE(time - last, intervals[i]);
-            ASSERT_LT(time - last, intervals[i] + pass_length(settings) + work);
-            last = time;
-          }
-          ASSERT_GT(last, 86'400 - 200);
-        }
-      }
-}
-
 // Prints the length of each sleep, the failure text at that time, and an interval that was too short.
 void tell_and_end_at_the_second(unsigned seconds) {
   static int sleeps = 0;

@@ -129,13 +129,6 @@ TEST(SettingsFields, AreWhereTheyBelong) {
   }
 }
 
-TEST(SettingsRecord, TextWithoutNulEndsWithItsSlot) {
-  settings_record record;
-  std::memset(&record, 'x', sizeof record);
-  EXPECT_EQ(record.text(sensor_temp), "xxxxxxxx");
-  EXPECT_EQ(record.text(windit_id).size(), 64u);
-}
-
 TEST(SettingsRecord, CutsATextThatDoesNotFitItsSlot) {
   settings_record record;
   std::memset(&record, 'x', sizeof record);
