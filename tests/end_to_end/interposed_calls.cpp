@@ -159,6 +159,7 @@ INTERPOSE(int,         sigprocmask,   -1,      (int how, const sigset_t* wanted,
 INTERPOSE_RELEASE(close, int)
 INTERPOSE_RELEASE(fclose, std::FILE*)
 INTERPOSE_RELEASE(pclose, std::FILE*)
+INTERPOSE(int,         getaddrinfo,   EAI_AGAIN, (const char* name, const char* service, const addrinfo* hints, addrinfo** found), (name, service, hints, found))
 // The reason of the failure is in errno, then.
 INTERPOSE(hostent*,    gethostbyname, (h_errno = NETDB_INTERNAL, nullptr), (const char* name), (name))
 // clang-format on

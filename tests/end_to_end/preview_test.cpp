@@ -193,7 +193,7 @@ TEST_F(preview_of_a_run, warns_of_a_missing_hardware_address_and_leaves_an_odd_s
   const sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, {"meteonews"});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.errors, "");
-  EXPECT_NE(run.output.find("\n  WARNING: ifconfig shows no hardware address of eth0, by which MeteoNews "),
+  EXPECT_NE(run.output.find("\n  WARNING: ifconfig shows no hardware address of eth0 after "),
             std::string::npos)
       << run.output;
   EXPECT_FALSE(fs::exists(all.board.path(SETTINGS_PATH + std::string(".old"))));

@@ -161,6 +161,9 @@ TEST(Checks, FindNothingWrongWithAGoodStation) {
         "sensor_extra_temp0="},
        {}},
       {{"sensor_indoor=t1"}, {}},  // one value of several
+      {{"sensor_rain=rain1"},      // totals alone
+       {},
+       [](good_station& it) { it.appliance.report += "day1_rain1_total_mm 1.2\n"; }},
       {{"anythingweather_user=http://a.invalid/", "windfinder_name=https://c.invalid"}, {}},
       // What only what is off would use.
       {{"idokep_pro = http://idokep.invalid", "wunderground_rapid = http://rapid.invalid",
@@ -204,8 +207,9 @@ TEST(Checks, FindSensorsThatAreNotThere) {
         "sensor_wind: there is no \"actual_th0_dir_deg\" in the report, so it is not sent",
         "sensor_uv: there is no \"actual_uv1_index\" in the report, so it is not sent"}},
       {{},
-       {"sensor_hum: the report's actual_th0_hum_rel is \"low\\x1b[2J\", which is not a number, so nothing",
-        "sensor_wind: the report's actual_wind0_chill_c is \"nan\", which is not a number"},
+       {"sensor_hum: the report's \"actual_th0_hum_rel\" is \"low\\x1b[2J\", which counts as no value, so "
+        "nothing",
+        "sensor_wind: the report's \"actual_wind0_chill_c\" is \"nan\", which counts as no value"},
        [](good_station& it) {
          it.report_instead("actual_th0_hum_rel", "low\x1b[2J");
          it.report_instead("actual_wind0_chill_c", "nan");
@@ -297,6 +301,10 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
         "meteonews_enabled: the server of MeteoNews is not known",
         "cwop_enabled: the first server of CWOP is not known, so only the other is tried. Set cwop_first in"},
        [](good_station&) { setenv("NIMBULOGHW", "NSLU2", 1); }},
+      // Two that are one.
+      {{"windit = http://a.invalid", "shnetz = http://a.invalid"},
+       {"shnetz_enabled: the server of SH-Netz is not known, so nothing reaches it. Set shnetz in ",
+        "windit_enabled: the server of WindIt is not known, so nothing reaches it. Set windit in "}},
       {{"cwop_first = cwop.invalid", "cwop_second = cwop.invalid"},
        {"cwop_enabled: the first server of CWOP is not known, so nothing reaches it. ",
         "cwop_enabled: the second server of CWOP is not known, so nothing reaches it. "}},
@@ -347,7 +355,7 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
         "wedaal_user: it has fewer than two characters, so nothing is pushed to Wedaal"},
        [](good_station& it) { it.appliance.hardware_address = "0E:AD:00:00:00:03"; }},
       {{"cwop_id=", "wunderground_rapid_interval=-1", "weatherflow_rapid_interval=0"},
-       {"eth0: ifconfig shows no hardware address, by which MeteoNews knows the station",
+       {"eth0: ifconfig shows no hardware address after \"HWaddr\", by which MeteoNews knows the station",
         "cwop_id: CWOP is switched on without its CWOP number or call sign, and an empty one is found in "
         "every",
         "wunderground_rapid_interval: -1 seconds is too short, so 30 are used",
@@ -358,6 +366,9 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
        {"latitude_degrees: 91 is out of range, so a wrong position is sent to CWOP, APRS",
         "latitude_minutes: ", "latitude_seconds: ", "longitude_degrees: 181 is out of range",
         "longitude_minutes: ", "longitude_seconds: "}},
+      {{"cwop_id=N0CALL\nN0CALL", "aprs_port=70000"},
+       {"cwop_id: it holds a line break, so nothing is sent to CWOP. Set it to the call sign alone.",
+        "aprs_port: 70000 is out of range, so the server of APRS is not reached. Set it to 1 to 65535."}},
       {{"latitude_degrees=90", "latitude_minutes=59", "latitude_seconds=0", "longitude_degrees=180",
         "longitude_minutes=0", "longitude_seconds=1"},
        {"latitude_degrees: a latitude of 90 degrees 59 minutes is more than 90 degrees, so a wrong position",

@@ -274,6 +274,7 @@ TEST_F(Preview, WarnsOfWhatKeepsItFromArriving) {
 
   host = {"NSLU2", ""};
   set(aprs_host, "");
+  set(aprs_port, 0);
   set(latitude_degrees, -1);
   const auto unknown = [&](const std::string& network, const std::string& name) {
     return network + ": the network's server is not known: set " + name + " in " +
@@ -285,7 +286,8 @@ TEST_F(Preview, WarnsOfWhatKeepsItFromArriving) {
   };
   const texts expected = {
       unknown("meteonews", "meteonews"),
-      "meteonews: ifconfig shows no hardware address of eth0, by which MeteoNews knows the station",
+      "meteonews: ifconfig shows no hardware address of eth0 after \"HWaddr\", by which MeteoNews knows the "
+      "station",
       unknown("shnetz", "shnetz"),
       unknown("windit", "windit"),
       unknown("wetterring", "wetterring"),
@@ -295,10 +297,14 @@ TEST_F(Preview, WarnsOfWhatKeepsItFromArriving) {
       unknown("cwop", "cwop_second"),
       no_position("cwop", "CWOP"),
       "aprs: aprs_host is empty",
-      no_position("aprs", "APRS")};
+      no_position("aprs", "APRS"),
+      "aprs: aprs_port: 0 is out of range, so the server of APRS is not reached. Set it to 1 to 65535."};
   EXPECT_EQ(
       warned("windit = https://windit.invalid:8080\ncwop_first = cwop.invalid\ncwop_second = x.invalid"),
       expected);
+  EXPECT_EQ(warned("cwop_second = x.invalid")[7],
+            "cwop: only its other server is tried, this one is not known: set cwop_second in " +
+                folder.path(ENDPOINTS_PATH).string());
 }
 
 TEST_F(Preview, SaysSoWhenNothingIsOn) {
@@ -454,6 +460,17 @@ TEST_F(PreviewTool, PreparesTheSettingsAndLooksAtTheLastRunAsARunDoes) {
   EXPECT_FALSE(contains(shown({"wetterarchiv"}), "its last turn"));
   appliance.write("/var/run/nimbulog/aerolan.last", std::to_string(std::time(nullptr) - 100));
   EXPECT_TRUE(contains(shown({"wetterarchiv"}), "NOT SENT: its last turn was 10"));
+  appliance.write("/var/run/nimbulog/aerolan.last", std::to_string(std::time(nullptr) + 60));
+  EXPECT_TRUE(contains(shown({"wetterarchiv"}), " seconds in the future; the next comes after 960\n"));
+}
+
+TEST_F(PreviewTool, TakesTheSettingsForThoseOfTheBoardThatIsNamed) {
+  appliance.write(SETTINGS_PATH, std::string(38'692, '\0'));
+  for (const auto& [platform, is_odd] : {std::pair("PLUG", false), {"X86", true}}) {
+    setenv("NIMBULOGHW", platform, 1);
+    EXPECT_EQ(contains(shown({"idokep"}), "no known layout has its size of 38692 bytes"), is_odd);
+  }
+  unsetenv("NIMBULOGHW");
 }
 
 TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
@@ -464,15 +481,18 @@ TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
   expect_refused({"--report", report + "x"}, report + "x: No such file or directory");
   expect_refused({"--report", pipe}, pipe + ": not a regular file");
   expect_refused({"--report", too_long}, too_long + ": too long for a report");
+  appliance.write("/report", std::string("\0actual_th0_temp_c 5", 20));
+  expect_refused({"--report", report}, report + ": empty");
   expect_refused({"--report", report, "--settings", "/nowhere"}, "/nowhere: No such file or directory");
   const std::string hint = "\nTry 'skypost-preview --help'.";
   expect_refused({"idokep", "--names"}, "unknown option --names" + hint, 2);
   // Before it asks the data server.
-  for (const auto& [name, near] :
-       {std::pair("Aweka", "awekas"), {"wunderground_rapidd", "wunderground_rapid"}})
-    expect_refused(
-        {name},
-        "no network \"" + std::string(name) + "\"; did you mean " + near + "? --names lists all" + hint, 2);
+  for (const auto& [name, near] : {std::pair("Aweka", "; did you mean awekas?"),
+                                   {"wunderground_rapidd", "; did you mean wunderground_rapid?"},
+                                   {"nosuch", ""},
+                                   {"", ""}})
+    expect_refused({name}, "no network \"" + std::string(name) + '"' + near + " (--names lists all)" + hint,
+                   2);
   run_well({"idokep", "--help"});
   EXPECT_TRUE(out.starts_with("skypost-preview shows "));
 }

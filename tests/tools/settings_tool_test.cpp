@@ -285,17 +285,18 @@ TEST_F(SettingsTool, ListsTheSensorsThatARoleCanHave) {
                   "actual_th0_temp_c 21.5\nactual_th0_hum_rel 57\nactual_th10_temp_c -0.5\n"
                   "actual_th1_temp_c n/a\x1b\nactual_t0_temp_c 3\x1b[2J\n"
                   "actual_zz0_temp_c 1\nactual_th123456_temp_c 1\nactual_th2_extra_temp_c 1\n"
-                  "day1_th3_temp_c 1\nmy_actual_th4_temp_c 1\nactual_th5_temp_cc 1\n"
+                  "my_actual_th4_temp_c 1\nactual_th5_temp_cc 1\n"
                   "actual_uv0_indexes 1\nactual_uv1_index 2\n"
                   "actual_thb0_press_hpa 987.4\nactual_thb0_sealevel_hpa 1013.2\n"
-                  "actual_wind0_dir_de SW\nactual_data1_temp_c 4\n");
+                  "actual_wind0_dir_de SW\nactual_data1_temp_c 4\nday1_th3_temp_c 1\n");
   run_well({"sensors", "--report", report});
   const std::string temperatures =
       "  th0     temp_c 21.5\n  th10    temp_c -0.5\n  th1     temp_c \"n/a\\x1b\" (not a number)\n"
       "  t0      temp_c 3\\x1b[2J\n  data1   temp_c 4\n";
   EXPECT_EQ(
       out, "sensor_temp: outdoor temperature sensor, such as th0\n" + temperatures +
-               "sensor_hum: outdoor humidity sensor, such as th0\n  th0     hum_rel 57\n"
+               "  th3     (no present value)\nsensor_hum: outdoor humidity sensor, such as th0\n  th0     "
+               "hum_rel 57\n"
                "sensor_dew: dew point sensor, such as th0\n  none in this report\n"
                "sensor_press: pressure sensor, such as thb0\n  thb0    press_hpa 987.4, sealevel_hpa 1013.2\n"
                "sensor_rain: rain sensor, such as rain0\n  none in this report\n"

@@ -53,6 +53,17 @@ std::optional<meant_range> meant_range_of(const settings_field& field) {
   return std::nullopt;
 }
 
+std::string finding_of_number(const integer_field& field, const settings_record& settings,
+                              const std::string& consequence) {
+  const meant_range range = meant_range_of(field).value();
+  const std::int32_t value = settings.integer(field);
+  if (value >= range.least && value <= range.most) return {};
+  const std::string fault =
+      value == UNSET_NUMBER ? "it is not set" : std::to_string(value) + " is out of range";
+  return std::string(description_of(field).name) + ": " + fault + consequence + "Set it to " +
+         std::to_string(range.least) + " to " + std::to_string(range.most) + '.';
+}
+
 std::string fault_of_whole(const coordinate& one, const settings_record& settings) {
   const std::int32_t most = meant_range_of(one.degrees).value().most;
   const std::int32_t minutes = settings.integer(one.minutes);
@@ -73,7 +84,8 @@ bool is_sensor_identifier(std::string_view text) {
 
 std::string fault_of_number(const field_description& row, std::int64_t number) {
   const std::optional<meant_range> range = meant_range_of(row.field);
-  if (!range || (number >= range->least && number <= range->most) || (range->or_unset && number == -1))
+  if (!range || (number >= range->least && number <= range->most) ||
+      (range->or_unset && number == UNSET_NUMBER))
     return {};
   std::string_view meaning = row.meaning;
   if (range->or_unset) meaning = meaning.substr(0, meaning.find(';'));  // which has been said

@@ -18,8 +18,15 @@ struct meant_range {
   bool or_unset = false;
 };
 
+inline constexpr std::int32_t UNSET_NUMBER = -1;
+
 // The numbers that can be meant for a setting; nothing when all of them can.
 std::optional<meant_range> meant_range_of(const settings_field& field);
+
+// A line on a setting with a range whose number cannot be meant or is not set: the setting, what is wrong, the
+// consequence (", so this is sent. "), and what to set. Empty when the number can be meant.
+std::string finding_of_number(const integer_field& field, const settings_record& settings,
+                              const std::string& consequence);
 
 // A half of the position. Each part can be meant alone; a whole beyond 90 or 180 degrees cannot.
 struct coordinate {

@@ -62,11 +62,14 @@ std::vector<handed_out> all_handed_out() {
   return all;
 }
 
-std::string endpoint_named_by(std::string_view server) {
-  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i)
-    if (const auto row = static_cast<endpoint>(i); server.ends_with(endpoint_value(row)))
-      return endpoint_name(row);
-  return {};
+std::string endpoint_named_by(std::string_view server, std::string_view id) {
+  std::string name;
+  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) {
+    const auto row = static_cast<endpoint>(i);
+    if (server.ends_with(endpoint_value(row)) && (name.empty() || id.starts_with(endpoint_name(row))))
+      name = endpoint_name(row);
+  }
+  return name;
 }
 
 std::string in_endpoint_file(const std::string& name) {
@@ -93,14 +96,14 @@ bool is_unknown_server(std::string_view server) {
   return server.substr(0, server.find(':')).ends_with(".invalid");
 }
 
-std::string nearest_network_name(const std::string& name) {
+std::string suggested_network(const std::string& name) {
   std::vector<std::string> names;
   for (const handed_out& one : all_handed_out()) {
     names.emplace_back(one.what.id);
     names.push_back(switch_name(one.step));
     names.push_back(network_of(one.step));
   }
-  return nearest_name(name, names);
+  return suggestion_for(name, names);
 }
 
 }  // namespace skypost

@@ -37,7 +37,8 @@ struct handed_out {
 std::vector<handed_out> all_handed_out();
 
 // The name that the endpoint file has for the server in effect that `server` ends in; empty when it is in none.
-std::string endpoint_named_by(std::string_view server);
+// Where several networks have one server, that which the text's id begins with.
+std::string endpoint_named_by(std::string_view server, std::string_view id);
 
 // A setting of the endpoint file as its owner finds it: "windit in /etc/skypost/endpoints".
 std::string in_endpoint_file(const std::string& name);
@@ -49,7 +50,8 @@ std::vector<std::string> skipped_by(const std::string& complaints);
 // a host, with or without a scheme before it and a port after it.
 bool is_unknown_server(std::string_view server);
 
-// The name of a network, or of one of its texts, that is most like `name`, as "windfinder".
-std::string nearest_network_name(const std::string& name);
+// "; did you mean windfinder?" for what is much like the name of a network or of one of its texts; otherwise
+// nothing.
+std::string suggested_network(const std::string& name);
 
 }  // namespace skypost

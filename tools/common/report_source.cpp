@@ -55,8 +55,9 @@ std::string read_report(const std::string& path) {
   std::string report(REPORT_CAPACITY, '\0');
   report.resize(std::fread(report.data(), 1, report.size(), file.get()));
   if (std::ferror(file.get()) != 0) throw tool_error(path + ": " + std::strerror(errno));
-  if (report.empty()) throw tool_error(path + ": empty");
   if (report.size() >= REPORT_CAPACITY) throw tool_error(path + ": too long for a report");
+  report.resize(std::strlen(report.c_str()));  // a NUL ends it, as it does for the uploader
+  if (report.empty()) throw tool_error(path + ": empty");
   return report;
 }
 
@@ -67,6 +68,7 @@ std::string fetch_report(bool quiet) {
   kept_text complaint;
   if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT, complaint.stream()) != 0)
     throw tool_error(sentence_of(complaint.text()));
+  if (*report == '\0') throw tool_error(data_server() + " sent an empty report");
   return report;
 }
 

@@ -84,7 +84,8 @@ void flush_folder_of(const std::string& path) {
 }  // namespace
 
 const char* platform() {
-  if (std::getenv("NIMBULOGHW") == nullptr) detect_platform();
+  const char* const named = std::getenv("NIMBULOGHW");
+  if (named == nullptr || *named == '\0') detect_platform();
   return std::getenv("NIMBULOGHW");
 }
 
@@ -126,6 +127,19 @@ std::string layout_of(const settings_file& file) {
   else if (file.size == OLDER_PLUG_LAYOUT_SIZE)
     name = "older PLUG";
   return name + ", " + std::to_string(file.size) + " bytes";
+}
+
+std::vector<std::string> faults_of_layout(const settings_file& file) {
+  std::vector<std::string> faults;
+  if (is_size_unlisted(file.size, platform()))
+    faults.push_back(file.path + ": no known layout has its size of " + std::to_string(file.size) +
+                     " bytes, so the settings may be read wrongly, and each run copies the file to its name"
+                     " with \".old\" added. Have the web pages write the settings again.");
+  if (is_byte_order_foreign(file.image, platform()))
+    faults.push_back(file.path + ": its numbers are in the byte order of another kind of board and are" +
+                     " converted by each run. When \"skypost-settings show\" shows numbers that are wrong," +
+                     " have the web pages write the settings again.");
+  return faults;
 }
 
 settings_record as_loaded(const settings_file& file) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "settings/record.h"
 
@@ -34,6 +35,10 @@ settings_file read_settings_file(const std::string& path);
 
 // What kind of file it is, for a person: "current, 65536 bytes".
 std::string layout_of(const settings_file& file);
+
+// Why the settings may be read wrongly: a size or a byte order that is not this board's. Each is a line: the file,
+// what is wrong with it, and what to do.
+std::vector<std::string> faults_of_layout(const settings_file& file);
 
 // The record that the uploader makes of the file.
 settings_record as_loaded(const settings_file& file);

@@ -30,15 +30,12 @@ std::size_t distance(std::string_view one, std::string_view other) {
 
 }  // namespace
 
-std::string nearest_name(const std::string& name, const std::vector<std::string>& names) {
-  return *std::min_element(names.begin(), names.end(), [&](const std::string& one, const std::string& other) {
-    return distance(name, one) < distance(name, other);
-  });
-}
-
 std::string suggestion_for(const std::string& word, const std::vector<std::string>& names) {
-  const std::string nearest = nearest_name(word, names);
-  return distance(word, nearest) * 2 <= word.size() ? "; did you mean " + nearest + '?' : "";
+  const std::string& nearest =
+      *std::min_element(names.begin(), names.end(), [&](const std::string& one, const std::string& other) {
+        return distance(word, one) < distance(word, other);
+      });
+  return !word.empty() && distance(word, nearest) * 2 <= word.size() ? "; did you mean " + nearest + '?' : "";
 }
 
 }  // namespace skypost

@@ -1,10 +1,12 @@
 #include "preview/preview.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "base/endpoints.h"
 #include "base/paths.h"
 #include "channels/channels.h"
+#include "common/aprs_settings.h"
 #include "common/composing.h"
 #include "common/errors.h"
 #include "common/networks.h"
@@ -29,6 +31,12 @@ std::string switched_off(const integer_field& enabled) {
   return std::string("switched off: ") + description_of(enabled).name + " is 0";
 }
 
+// The clock may have been set back since.
+std::string last_turn(long long age) {
+  return "its last turn was " + std::to_string(std::abs(age)) +
+         (age < 0 ? " seconds in the future" : " seconds ago");
+}
+
 // Why a run would pass the step over.
 texts obstacles_of(const handed_out& one, const preview_source& source) {
   const settings_record& settings = source.from.settings;
@@ -39,8 +47,8 @@ texts obstacles_of(const handed_out& one, const preview_source& source) {
   if (one.step.user != nullptr && settings.text(*one.step.user).size() <= 1)
     reasons.push_back(std::string(description_of(*one.step.user).name) + " needs two characters or more");
   if (one.step.limit == step_limit::gated && source.last_run_age <= GATE_INTERVAL)
-    reasons.push_back("its last turn was " + std::to_string(source.last_run_age) +
-                      " seconds ago; the next comes after " + std::to_string(GATE_INTERVAL));
+    reasons.push_back(last_turn(source.last_run_age) + "; the next comes after " +
+                      std::to_string(GATE_INTERVAL));
   for (const missing_value& value : missing_outdoor_values(source.from.live, source.report))
     reasons.push_back("outdoor value missing: " + value.what + " (" + value.reason + ")");
   return reasons;
@@ -55,13 +63,25 @@ void describe_request(step_preview& preview) {
   const request_parts& request = preview.request;
   preview.how = request.method;
   preview.where = {request.server + request.path};
-  warn_of_unknown_server(preview, request.server, in_endpoint_file(endpoint_named_by(request.server)));
+  warn_of_unknown_server(preview, request.server,
+                         in_endpoint_file(endpoint_named_by(request.server, preview.id)));
 }
 
 void describe_file(step_preview& preview, const handed_out& one) {
   preview.how = "file";
   for (const char* const directory : PULL_DIRECTORIES)
     preview.where.push_back(appliance_path(directory) + one.step.call.file);
+}
+
+// One of the two is enough.
+void warn_of_unknown_cwop_servers(step_preview& preview) {
+  texts unknown;
+  for (const endpoint row : {endpoint::cwop_first, endpoint::cwop_second})
+    if (is_unknown_server(endpoint_value(row))) unknown.push_back(in_endpoint_file(endpoint_name(row)));
+  const char* const fault = unknown.size() == 1
+                                ? "only its other server is tried, this one is not known: set "
+                                : "the network's server is not known: set ";
+  for (const std::string& where_to_set : unknown) preview.warnings.push_back(fault + where_to_set);
 }
 
 void describe_packet(step_preview& preview, const handed_out& one, const settings_record& settings) {
@@ -71,8 +91,7 @@ void describe_packet(step_preview& preview, const handed_out& one, const setting
     const std::string port = ':' + std::to_string(CWOP_PORT);
     preview.where = {endpoint_value(endpoint::cwop_first) + port,
                      endpoint_value(endpoint::cwop_second) + port + ", if the first fails"};
-    for (const endpoint row : {endpoint::cwop_first, endpoint::cwop_second})
-      warn_of_unknown_server(preview, endpoint_value(row), in_endpoint_file(endpoint_name(row)));
+    warn_of_unknown_cwop_servers(preview);
   } else {
     preview.where.push_back(std::string(settings.text(aprs_host)) + ':' +
                             std::to_string(settings.unsigned_integer(aprs_port)));
@@ -81,9 +100,10 @@ void describe_packet(step_preview& preview, const handed_out& one, const setting
   }
   for (const std::string& fault : faults_of_position(settings, network_of(one.step)))
     preview.warnings.push_back(fault);
-  const text_field& call_sign = is_cwop ? cwop_id : aprs_call_sign;
-  if (settings.text(call_sign).find_first_of("\r\n") != std::string_view::npos)
-    preview.obstacles.push_back(std::string(description_of(call_sign).name) + " holds a line break");
+  if (const std::string fault = fault_of_port(one.step, settings); !fault.empty())
+    preview.warnings.push_back(fault);
+  if (const text_field* const call_sign = broken_call_sign(one.step, settings))
+    preview.obstacles.push_back(std::string(description_of(*call_sign).name) + " holds a line break");
 }
 
 void describe_mail(step_preview& preview) {
@@ -133,7 +153,7 @@ step_preview preview_of(const handed_out& one, const preview_source& source) {
   compose_content(preview, one.what, source);
   describe_way(preview, one, source);
   if (*source.from.host.hardware_address == '\0' && is_hardware_address_told(one.what, source.from))
-    preview.warnings.push_back("ifconfig shows no hardware address of eth0, by which " +
+    preview.warnings.push_back("ifconfig shows no hardware address of eth0 after \"HWaddr\", by which " +
                                network_of(one.step) + " knows the station");
   preview.missing = missing_values(one.what, source.from, source.report);
   for (const field_description& row : FIELD_DESCRIPTIONS)
@@ -149,8 +169,7 @@ void check_networks(const texts& names) {
   for (const std::string& name : names)
     if (std::none_of(all.begin(), all.end(),
                      [&](const handed_out& one) { return is_meant(name, one, nothing); }))
-      throw usage_error("no network " + quoted(name) + "; did you mean " + nearest_network_name(name) +
-                        "? --names lists all");
+      throw usage_error("no network " + quoted(name) + suggested_network(name) + " (--names lists all)");
 }
 
 std::vector<step_preview> make_previews(const preview_source& source, const texts& names) {

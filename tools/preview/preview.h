@@ -30,7 +30,7 @@ struct preview_page {
   std::string settings;  // the file
   std::string report;    // the file, or the data server
   std::string time;
-  std::vector<std::string> warnings;  // of lines of the endpoint file that are skipped
+  std::vector<std::string> warnings;  // of the settings file and of what is skipped of the endpoint file
   std::vector<step_preview> steps;
 };
 

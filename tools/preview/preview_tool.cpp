@@ -73,13 +73,14 @@ void load_endpoints_into(std::vector<std::string>& warnings) {
 
 // What start-up does before it asks for the report.
 void start_up(const std::optional<std::string>& path, preview_page& page) {
-  detect_platform();
+  platform();         // of the board that the file belongs to, which may be another
   kept_text ignored;  // the preview of a network that needs the address tells that there is none
   read_hardware_address(hardware_address, ignored.stream());
   load_endpoints_into(page.warnings);
   const settings_file file = read_settings_file(path.value_or(appliance_settings_path()));
   station_settings = as_loaded(file);
   make_intervals_valid(station_settings);
+  for (const std::string& fault : faults_of_layout(file)) page.warnings.push_back(fault);
   page.settings = file.path;
 }
 

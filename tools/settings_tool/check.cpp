@@ -1,3 +1,6 @@
+#include <unistd.h>
+
+#include <cstdio>
 #include <ctime>
 #include <ostream>
 
@@ -69,6 +72,8 @@ int run_check(const words& all_arguments, std::ostream& out) {
     throw tool_error(fault.what(), 2);
   }
   appliance.online = online;
+  if (online && !quiet && isatty(STDERR_FILENO) != 0)
+    std::fputs("Asking the name server for the networks' servers ...\n", stderr);
   const findings found = findings_of(appliance);
   if (!quiet) {
     for (const std::string& finding : found) out << finding << '\n';

@@ -18,7 +18,7 @@ called_server server_of(const outgoing& what) {
   const std::size_t host = scheme_end + SCHEME_END.size();
   return {.scheme = server.substr(0, scheme_end),
           .host = server.substr(host, server.find(':', host) - host),
-          .named_by = in_endpoint_file(endpoint_named_by(server))};
+          .named_by = in_endpoint_file(endpoint_named_by(server, what.id))};
 }
 
 // The step's own server, and that of its rapid-fire form when it is another.

@@ -19,7 +19,7 @@ const field_description& field_named(const std::string& name) {
   if (const field_description* const row = find_field(name)) return *row;
   std::vector<std::string> names;
   for (const field_description& row : FIELD_DESCRIPTIONS) names.emplace_back(row.name);
-  throw tool_error("no setting " + quoted(name) + "; did you mean " + nearest_name(name, names) + "?");
+  throw tool_error("no setting " + quoted(name) + suggestion_for(name, names));
 }
 
 std::string_view group_named(std::string_view name) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "common/aprs_settings.h"
 #include "common/composing.h"
 #include "common/position.h"
 #include "common/printable.h"
@@ -30,8 +31,17 @@ std::string thing_of(const field_description& row) {
   return std::string(meaning.substr(0, meaning.find_first_of(",;")));
 }
 
+void check_packet(const run_step& step, findings& found) {
+  if (const text_field* const call_sign = broken_call_sign(step, station_settings))
+    found.push_back(std::string(description_of(*call_sign).name) +
+                    ": it holds a line break, so nothing is sent to " + network_of(step) +
+                    ". Set it to the call sign alone.");
+  if (const std::string fault = fault_of_port(step, station_settings); !fault.empty()) found.push_back(fault);
+}
+
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
+  if (step.what->by == carrier::aprs) check_packet(step, found);
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (row.group != network || !is_unset(station_settings, row)) continue;
     const bool is_told = is_lacking(step, row, appliance);
@@ -45,31 +55,40 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
   if (appliance.hardware_address.empty() && is_hardware_address_told(*step.what, station_without_values("")))
-    found.push_back("eth0: ifconfig shows no hardware address, by which " + network +
-                    " knows the station. Check the interface, or set " + switch_of(step) + " to 0.");
+    found.push_back(
+        "eth0: ifconfig shows no hardware address after \"HWaddr\", by which " + network +
+        " knows the station. Newer versions write \"ether\": see skypost(8). Check the interface, or set " +
+        switch_of(step) + " to 0.");
 }
 
-// Why the name of a server does not resolve; empty when it does. APRS is spoken over IPv4 alone.
-std::string fault_of_name(const called_server& server) {
+// Why the name of a server does not resolve, as getaddrinfo says it; 0 when it does. APRS is spoken over IPv4
+// alone.
+int fault_of_name(const called_server& server) {
   addrinfo hints{};
   hints.ai_family = server.scheme.empty() ? AF_INET : AF_UNSPEC;
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* addresses = nullptr;
   const int fault = getaddrinfo(server.host.c_str(), nullptr, &hints, &addresses);
-  if (fault != 0) return gai_strerror(fault);
-  freeaddrinfo(addresses);
-  return {};
+  if (fault == 0) freeaddrinfo(addresses);
+  return fault;
 }
 
-void check_server(const run_step& step, const called_server& server, bool online, findings& found) {
+// Each further name would take as long, so `online` ends with a name server that does not answer.
+void check_server(const run_step& step, const called_server& server, bool& online, findings& found) {
   const std::string start = server.switched_by + ": the " + server.title + " of " + network_of(step);
   if (is_unknown_server(server.host)) {
     found.push_back(start + " is not known, so " + server.loss + ". Set " + server.named_by +
                     " to the network's server, or set " + server.switched_by + " to 0.");
   } else if (online) {
-    if (const std::string fault = fault_of_name(server); !fault.empty())
-      found.push_back(start + ", " + quoted(server.host) + ", is not found (" + fault +
+    const int fault = fault_of_name(server);
+    if (fault == EAI_AGAIN) {
+      online = false;
+      found.push_back("name server: it does not answer for " + quoted(server.host) + ", the " + server.title +
+                      " of " + network_of(step) + ", so no network is found. Check it in /etc/resolv.conf.");
+    } else if (fault != 0) {
+      found.push_back(start + ", " + quoted(server.host) + ", is not found (" + gai_strerror(fault) +
                       "). Check the appliance's name server, or set " + server.named_by + " to another.");
+    }
   }
 }
 
@@ -85,9 +104,9 @@ void check_accounts(const checked_appliance& appliance, findings& found) {
 }
 
 void check_servers(const checked_appliance& appliance, findings& found) {
+  bool online = appliance.online;
   for (const run_step* const step : enabled_steps())
-    for (const called_server& server : servers_of(*step))
-      check_server(*step, server, appliance.online, found);
+    for (const called_server& server : servers_of(*step)) check_server(*step, server, online, found);
 }
 
 void check_endpoint_file(const checked_appliance& appliance, findings& found) {

@@ -26,13 +26,24 @@ std::string_view sensor_in(std::string_view key, const live_row& row) {
 
 }  // namespace
 
-std::vector<const live_row*> present_values_of(const settings_field& setting) {
+std::vector<const live_row*> values_of(const settings_field& setting) {
   std::vector<const live_row*> rows;
   for (const live_row& row : LIVE_TABLE)
-    if (row.kind == value_kind::number && row.sensor != nullptr && row.sensor->offset == setting.offset &&
-        std::string_view(row.key).starts_with(NOW))
+    if (row.kind == value_kind::number && row.sensor != nullptr && row.sensor->offset == setting.offset)
       rows.push_back(&row);
   return rows;
+}
+
+std::vector<const live_row*> present_values_of(const settings_field& setting) {
+  std::vector<const live_row*> rows = values_of(setting);
+  std::erase_if(rows, [](const live_row* row) { return !std::string_view(row->key).starts_with(NOW); });
+  return rows;
+}
+
+bool is_in_report(const settings_field& setting, const std::string& report) {
+  const std::vector<const live_row*> rows = values_of(setting);
+  return std::any_of(rows.begin(), rows.end(),
+                     [&](const live_row* row) { return word_for(*row, report.c_str()).has_value(); });
 }
 
 bool is_number(const live_row& row, const std::string& word) {

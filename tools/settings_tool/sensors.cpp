@@ -52,6 +52,7 @@ void print_sensor(std::ostream& out, const sensor_role& role, const std::string&
         << (is_number(*row, *word) ? printable(*word) : quoted(*word) + " (not a number)");
     separator = ", ";
   }
+  if (*separator == '\0') out << "(no present value)";
   out << '\n';
 }
 
@@ -68,7 +69,7 @@ int run_sensors(const words& all_arguments, std::ostream& out) {
     out << role->setting.name << ": " << role->setting.meaning << '\n';
     // Roles that take the same have one list after the last of them.
     if (std::next(role) != roles.end() && role->takes_the_same_as(*std::next(role))) continue;
-    const std::vector<std::string> sensors = sensors_with_one_of(role->values, report);
+    const std::vector<std::string> sensors = sensors_with_one_of(values_of(role->setting.field), report);
     if (sensors.empty()) out << "  none in this report\n";
     for (const std::string& sensor : sensors) print_sensor(out, *role, sensor, report);
   }

@@ -21,7 +21,8 @@ bool is_outdoor(const settings_field& field) {
 }
 
 // What is wrong with the values of one selected sensor. Of a sensor that gives several values, one in the
-// report is enough: not every station measures them all.
+// report is enough, a total or an extreme too: not every station measures them all. The outdoor values are those of
+// this moment.
 findings faults_of_values(const field_description& setting, const std::string& report) {
   findings faults;
   std::string missing;
@@ -32,9 +33,11 @@ findings faults_of_values(const field_description& setting, const std::string& r
     if (!word) continue;
     has_one = true;
     if (!is_number(*row, *word))
-      faults.push_back("the report's " + key_of(*row) + " is " + quoted(*word) + ", which is not a number");
+      faults.push_back("the report's " + quoted(key_of(*row)) + " is " + quoted(*word) +
+                       ", which counts as no value");
   }
-  if (!has_one) faults.push_back("there is no " + quoted(missing) + " in the report");
+  if (!has_one && (is_outdoor(setting.field) || !is_in_report(setting.field, report)))
+    faults.push_back("there is no " + quoted(missing) + " in the report");
   return faults;
 }
 
@@ -61,15 +64,7 @@ std::string date_of(std::time_t time) {
 }  // namespace
 
 void check_layout(const checked_appliance& appliance, findings& found) {
-  const settings_file& file = appliance.file;
-  if (is_size_unlisted(file.size, platform()))
-    found.push_back(file.path + ": no known layout has its size of " + std::to_string(file.size) +
-                    " bytes, so the settings may be read wrongly, and each run copies the file to its name"
-                    " with \".old\" added. Have the web pages write the settings again.");
-  if (is_byte_order_foreign(file.image, platform()))
-    found.push_back(file.path + ": its numbers are in the byte order of another kind of board and are" +
-                    " converted by each run. When \"skypost-settings show\" shows numbers that are wrong," +
-                    " have the web pages write the settings again.");
+  for (const std::string& fault : faults_of_layout(appliance.file)) found.push_back(fault);
 }
 
 void check_outdoor_selection(const checked_appliance&, findings& found) {
