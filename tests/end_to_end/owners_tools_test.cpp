@@ -55,6 +55,9 @@ TEST_F(program, has_tools_that_say_when_the_data_server_does_not_answer) {
   };
   all.data->set_behaviour(sim::data_server::behaviour::nothing);
   expect_fault("closed the connection without a report");
+  all.data->set_behaviour(sim::data_server::behaviour::report);
+  all.data->set_report(std::string("\0actual_th0_temp_c 5", 20));
+  expect_fault("sent an empty report");
   all.data.reset();
   expect_fault("does not answer (connect: Connection refused)");
 }

@@ -189,14 +189,19 @@ TEST_F(preview_of_a_run, is_printed_by_the_tool_which_sends_and_writes_nothing) 
 
 TEST_F(preview_of_a_run, warns_of_a_missing_hardware_address_and_leaves_an_odd_settings_file_alone) {
   all.board.write(sim::IFCONFIG_OUTPUT_PATH, "eth0: flags=4163<UP>  mtu 1500\n");
-  all.board.write(SETTINGS_PATH, std::string(40'000, '\0'));
-  const sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, {"meteonews"});
+  all.board.write(SETTINGS_PATH, std::string(38'692, '\0'));
+  sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, {"meteonews"});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.errors, "");
   EXPECT_NE(run.output.find("\n  WARNING: ifconfig shows no hardware address of eth0 after "),
             std::string::npos)
       << run.output;
+  EXPECT_NE(run.output.find("no known layout has its size of 38692 bytes"), std::string::npos);
   EXPECT_FALSE(fs::exists(all.board.path(SETTINGS_PATH + std::string(".old"))));
+
+  // Of the board that wrote such files.
+  run = all.board.run_tool("/usr/bin/env", {"NIMBULOGHW=PLUG", PREVIEW_PROGRAM, "meteonews"});
+  EXPECT_EQ(run.output.find("no known layout"), std::string::npos);
 }
 
 }  // namespace

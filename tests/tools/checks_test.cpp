@@ -161,9 +161,9 @@ TEST(Checks, FindNothingWrongWithAGoodStation) {
         "sensor_extra_temp0="},
        {}},
       {{"sensor_indoor=t1"}, {}},  // one value of several
-      {{"sensor_rain=rain1"},      // totals alone
+      {{"sensor_rain=rain7"},      // totals alone
        {},
-       [](good_station& it) { it.appliance.report += "day1_rain1_total_mm 1.2\n"; }},
+       [](good_station& it) { it.appliance.report += "day1_rain7_total_mm 1.2\n"; }},
       {{"anythingweather_user=http://a.invalid/", "windfinder_name=https://c.invalid"}, {}},
       // What only what is off would use.
       {{"idokep_pro = http://idokep.invalid", "wunderground_rapid = http://rapid.invalid",
@@ -205,7 +205,8 @@ TEST(Checks, FindSensorsThatAreNotThere) {
       {{"sensor_temp=th9", "sensor_wind=th0", "sensor_uv=uv1"},
        {"sensor_temp: there is no \"actual_th9_temp_c\" in the report, so nothing at all is sent",
         "sensor_wind: there is no \"actual_th0_dir_deg\" in the report, so it is not sent",
-        "sensor_uv: there is no \"actual_uv1_index\" in the report, so it is not sent"}},
+        "sensor_uv: there is no \"actual_uv1_index\" in the report, so it is not sent"},
+       [](good_station& it) { it.appliance.report += "day1_th9_temp_c 21.5\n"; }},
       {{},
        {"sensor_hum: the report's \"actual_th0_hum_rel\" is \"low\\x1b[2J\", which counts as no value, so "
         "nothing",

@@ -464,15 +464,6 @@ TEST_F(PreviewTool, PreparesTheSettingsAndLooksAtTheLastRunAsARunDoes) {
   EXPECT_TRUE(contains(shown({"wetterarchiv"}), " seconds in the future; the next comes after 960\n"));
 }
 
-TEST_F(PreviewTool, TakesTheSettingsForThoseOfTheBoardThatIsNamed) {
-  appliance.write(SETTINGS_PATH, std::string(38'692, '\0'));
-  for (const auto& [platform, is_odd] : {std::pair("PLUG", false), {"X86", true}}) {
-    setenv("NIMBULOGHW", platform, 1);
-    EXPECT_EQ(contains(shown({"idokep"}), "no known layout has its size of 38692 bytes"), is_odd);
-  }
-  unsetenv("NIMBULOGHW");
-}
-
 TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
   const std::string pipe = appliance.path("/pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

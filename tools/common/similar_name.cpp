@@ -35,7 +35,7 @@ std::string suggestion_for(const std::string& word, const std::vector<std::strin
       *std::min_element(names.begin(), names.end(), [&](const std::string& one, const std::string& other) {
         return distance(word, one) < distance(word, other);
       });
-  return !word.empty() && distance(word, nearest) * 2 <= word.size() ? "; did you mean " + nearest + '?' : "";
+  return distance(word, nearest) * 2 <= word.size() ? "; did you mean " + nearest + '?' : "";
 }
 
 }  // namespace skypost
