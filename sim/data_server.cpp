@@ -17,9 +17,9 @@ void data_server::talk(connection& client) {
   const int number = ++clients_;
   const behaviour how = behaviour_;
   if (how == behaviour::numbered) client.write("actual_th0_temp_c " + std::to_string(number) + '\n');
-  if (how == behaviour::report || how == behaviour::part || how == behaviour::numbered) {
+  if (how == behaviour::report || how == behaviour::numbered) {
     const std::lock_guard lock(mutex_);
-    client.write(std::string_view(report_).substr(0, report_.size() / (how == behaviour::part ? 2 : 1)));
+    client.write(report_);
   }
   if (how == behaviour::silence) client.wait_until_closed();
 }

@@ -12,7 +12,6 @@ class data_server {
  public:
   enum class behaviour {
     report,
-    part,      // sends half of the report and closes
     numbered,  // the outdoor temperature is the client's number, counted from 1
     nothing,   // closes without a byte
     silence,   // sends nothing, does not close

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "base/process_state.h"
+#include "run/rapid_fire.h"
 #include "settings/field_descriptions.h"
 #include "support/station.h"
 
@@ -52,6 +53,18 @@ TEST(RunList, SendsWhatItsRowsSay) {
     caught_command = nullptr;
     EXPECT_TRUE(command == before || command == composed_now(*step.what))
         << step.name.text << " sends " << command;
+  }
+}
+
+TEST(RunList, HasARapidFireNetworkForEveryRapidForm) {
+  for (const run_step& step : run_list()) {
+    const http_network* const network = as_http_network(*step.what);
+    if (network == nullptr || network->rapid_form == nullptr) continue;
+    EXPECT_TRUE(std::any_of(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),
+                            [&](const rapid_fire_network& row) {
+                              return row.enabled == step.enabled && row.rapid_enabled != nullptr;
+                            }))
+        << step.name.text;
   }
 }
 
