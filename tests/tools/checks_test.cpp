@@ -161,9 +161,6 @@ TEST(Checks, FindNothingWrongWithAGoodStation) {
         "sensor_extra_temp0="},
        {}},
       {{"sensor_indoor=t1"}, {}},  // one value of several
-      {{"sensor_rain=rain7"},      // totals alone
-       {},
-       [](good_station& it) { it.appliance.report += "day1_rain7_total_mm 1.2\n"; }},
       {{"anythingweather_user=http://a.invalid/", "windfinder_name=https://c.invalid"}, {}},
       // What only what is off would use.
       {{"idokep_pro = http://idokep.invalid", "wunderground_rapid = http://rapid.invalid",
@@ -202,11 +199,12 @@ TEST(Checks, FindSensorsThatAreNotThere) {
        {"sensor_temp: no sensor is selected, so nothing at all is sent",
         "sensor_hum: no sensor is selected, so nothing at all is sent",
         "sensor_dew: no sensor is selected, so nothing at all is sent"}},
-      {{"sensor_temp=th9", "sensor_wind=th0", "sensor_uv=uv1"},
+      {{"sensor_temp=th9", "sensor_wind=th0", "sensor_uv=uv1", "sensor_rain=rain7"},
        {"sensor_temp: there is no \"actual_th9_temp_c\" in the report, so nothing at all is sent",
-        "sensor_wind: there is no \"actual_th0_dir_deg\" in the report, so it is not sent",
-        "sensor_uv: there is no \"actual_uv1_index\" in the report, so it is not sent"},
-       [](good_station& it) { it.appliance.report += "day1_th9_temp_c 21.5\n"; }},
+        "sensor_rain: there is no \"actual_rain7_rate_mm\" in the report, so this value is not sent",
+        "sensor_wind: there is no \"actual_th0_dir_deg\" in the report, so this value is not sent",
+        "sensor_uv: there is no \"actual_uv1_index\" in the report, so this value is not sent"},
+       [](good_station& it) { it.appliance.report += "day1_th9_temp_c 21.5\nday1_rain7_total_mm 1.2\n"; }},
       {{},
        {"sensor_hum: the report's \"actual_th0_hum_rel\" is \"low\\x1b[2J\", which counts as no value, so "
         "nothing",
@@ -367,9 +365,10 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
        {"latitude_degrees: 91 is out of range, so a wrong position is sent to CWOP, APRS",
         "latitude_minutes: ", "latitude_seconds: ", "longitude_degrees: 181 is out of range",
         "longitude_minutes: ", "longitude_seconds: "}},
-      {{"cwop_id=N0CALL\nN0CALL", "aprs_port=70000"},
+      {{"cwop_id=N0CALL\nN0CALL", "aprs_port=-1"},
        {"cwop_id: it holds a line break, so nothing is sent to CWOP. Set it to the call sign alone.",
-        "aprs_port: 70000 is out of range, so the server of APRS is not reached. Set it to 1 to 65535."}},
+        "aprs_port: 4294967295 is out of range, so the server of APRS is not reached. Set it to 1 to "
+        "65535."}},
       {{"latitude_degrees=90", "latitude_minutes=59", "latitude_seconds=0", "longitude_degrees=180",
         "longitude_minutes=0", "longitude_seconds=1"},
        {"latitude_degrees: a latitude of 90 degrees 59 minutes is more than 90 degrees, so a wrong position",

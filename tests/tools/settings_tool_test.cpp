@@ -291,7 +291,7 @@ TEST_F(SettingsTool, ListsTheSensorsThatARoleCanHave) {
                   "actual_wind0_dir_de SW\nactual_data1_temp_c 4\nday1_th3_temp_c 1\n");
   run_well({"sensors", "--report", report});
   const std::string temperatures =
-      "  th0     temp_c 21.5\n  th10    temp_c -0.5\n  th1     temp_c \"n/a\\x1b\" (not a number)\n"
+      "  th0     temp_c 21.5\n  th10    temp_c -0.5\n  th1     temp_c \"n/a\\x1b\" (counts as no value)\n"
       "  t0      temp_c 3\\x1b[2J\n  data1   temp_c 4\n";
   EXPECT_EQ(
       out, "sensor_temp: outdoor temperature sensor, such as th0\n" + temperatures +

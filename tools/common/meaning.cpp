@@ -56,7 +56,9 @@ std::optional<meant_range> meant_range_of(const settings_field& field) {
 std::string finding_of_number(const integer_field& field, const settings_record& settings,
                               const std::string& consequence) {
   const meant_range range = meant_range_of(field).value();
-  const std::int32_t value = settings.integer(field);
+  const std::int64_t value = field.kind == field_kind::unsigned_integer
+                                 ? std::int64_t{settings.unsigned_integer(field)}
+                                 : settings.integer(field);
   if (value >= range.least && value <= range.most) return {};
   const std::string fault =
       value == UNSET_NUMBER ? "it is not set" : std::to_string(value) + " is out of range";

@@ -84,7 +84,8 @@ void check_server(const run_step& step, const called_server& server, bool& onlin
     if (fault == EAI_AGAIN) {
       online = false;
       found.push_back("name server: it does not answer for " + quoted(server.host) + ", the " + server.title +
-                      " of " + network_of(step) + ", so no network is found. Check it in /etc/resolv.conf.");
+                      " of " + network_of(step) +
+                      ", so no other is looked up. Check it in /etc/resolv.conf.");
     } else if (fault != 0) {
       found.push_back(start + ", " + quoted(server.host) + ", is not found (" + gai_strerror(fault) +
                       "). Check the appliance's name server, or set " + server.named_by + " to another.");

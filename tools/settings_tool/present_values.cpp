@@ -40,12 +40,6 @@ std::vector<const live_row*> present_values_of(const settings_field& setting) {
   return rows;
 }
 
-bool is_in_report(const settings_field& setting, const std::string& report) {
-  const std::vector<const live_row*> rows = values_of(setting);
-  return std::any_of(rows.begin(), rows.end(),
-                     [&](const live_row* row) { return word_for(*row, report.c_str()).has_value(); });
-}
-
 bool is_number(const live_row& row, const std::string& word) {
   std::int32_t number = MISSING_VALUE;
   read_number(row.form, word.c_str(), number);

@@ -15,9 +15,6 @@ std::vector<const live_row*> present_values_of(const settings_field& setting);
 // All of its rows, the totals and extremes too.
 std::vector<const live_row*> values_of(const settings_field& setting);
 
-// True when the report has any value of the sensor that `setting` selects, of this moment or not.
-bool is_in_report(const settings_field& setting, const std::string& report);
-
 // True when the uploader takes that word for a number.
 bool is_number(const live_row& row, const std::string& word);
 

@@ -49,7 +49,7 @@ void print_sensor(std::ostream& out, const sensor_role& role, const std::string&
     const std::optional<std::string> word = word_for(*row, report.c_str());
     if (!word) continue;
     out << separator << quantity_of(key_of(*row), sensor) << ' '
-        << (is_number(*row, *word) ? printable(*word) : quoted(*word) + " (not a number)");
+        << (is_number(*row, *word) ? printable(*word) : quoted(*word) + " (counts as no value)");
     separator = ", ";
   }
   if (*separator == '\0') out << "(no present value)";

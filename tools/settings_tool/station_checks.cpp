@@ -20,9 +20,8 @@ bool is_outdoor(const settings_field& field) {
   return false;
 }
 
-// What is wrong with the values of one selected sensor. Of a sensor that gives several values, one in the
-// report is enough, a total or an extreme too: not every station measures them all. The outdoor values are those of
-// this moment.
+// What is wrong with the present values of one selected sensor. Of a sensor that gives several, one in the
+// report is enough: not every station measures them all.
 findings faults_of_values(const field_description& setting, const std::string& report) {
   findings faults;
   std::string missing;
@@ -36,8 +35,7 @@ findings faults_of_values(const field_description& setting, const std::string& r
       faults.push_back("the report's " + quoted(key_of(*row)) + " is " + quoted(*word) +
                        ", which counts as no value");
   }
-  if (!has_one && (is_outdoor(setting.field) || !is_in_report(setting.field, report)))
-    faults.push_back("there is no " + quoted(missing) + " in the report");
+  if (!has_one) faults.push_back("there is no " + quoted(missing) + " in the report");
   return faults;
 }
 
@@ -49,7 +47,7 @@ void check_values(const checked_appliance& appliance, bool outdoor, findings& fo
       continue;
     for (const std::string& fault : faults_of_values(row, appliance.report))
       found.push_back(std::string(row.name) + ": " + fault +
-                      (outdoor ? ", so nothing at all is sent." : ", so it is not sent.") +
+                      (outdoor ? ", so nothing at all is sent." : ", so this value is not sent.") +
                       " Check the sensor or select another: " + LISTED);
   }
 }
