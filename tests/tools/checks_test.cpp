@@ -300,10 +300,15 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
         "meteonews_enabled: the server of MeteoNews is not known",
         "cwop_enabled: the first server of CWOP is not known, so only the other is tried. Set cwop_first in"},
        [](good_station&) { setenv("NIMBULOGHW", "NSLU2", 1); }},
-      // Two that are one.
-      {{"windit = http://a.invalid", "shnetz = http://a.invalid"},
+      // One for several networks.
+      {{"windit = http://a.invalid", "shnetz = http://a.invalid", "regiowetter = http://a.invalid",
+        "regiowetter_bw = http://a.invalid"},
        {"shnetz_enabled: the server of SH-Netz is not known, so nothing reaches it. Set shnetz in ",
-        "windit_enabled: the server of WindIt is not known, so nothing reaches it. Set windit in "}},
+        "windit_enabled: the server of WindIt is not known, so nothing reaches it. Set windit in ",
+        "regiowetter_enabled: the server of Regiowetter is not known, so nothing reaches it. Set regiowetter "
+        "in ",
+        "regiowetter_bw_enabled: the server of Regiowetter-BW is not known, so nothing reaches it. Set "
+        "regiowetter_bw in "}},
       {{"cwop_first = cwop.invalid", "cwop_second = cwop.invalid"},
        {"cwop_enabled: the first server of CWOP is not known, so nothing reaches it. ",
         "cwop_enabled: the second server of CWOP is not known, so nothing reaches it. "}},

@@ -64,10 +64,14 @@ std::vector<handed_out> all_handed_out() {
 
 std::string endpoint_named_by(std::string_view server, std::string_view id) {
   std::string name;
+  std::size_t likeness = 0;
   for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) {
     const auto row = static_cast<endpoint>(i);
-    if (server.ends_with(endpoint_value(row)) && (name.empty() || id.starts_with(endpoint_name(row))))
-      name = endpoint_name(row);
+    const std::string other = endpoint_name(row);
+    const std::size_t its_likeness = id.starts_with(other) ? other.size() : 0;
+    if (!server.ends_with(endpoint_value(row)) || (!name.empty() && its_likeness <= likeness)) continue;
+    name = other;
+    likeness = its_likeness;
   }
   return name;
 }
