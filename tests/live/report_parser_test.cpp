@@ -264,6 +264,11 @@ TEST_F(ReportParser, PrintsItsMainValuesInDebugMode) {
         debug == 0 ? "" : read_whole_file(TESTS_DIRECTORY "/live/golden/debug_output");
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), expected);
   }
+  // Without the dew point the outdoor values show as missing, also those that came.
+  ::testing::internal::CaptureStderr();
+  load_live_record("actual_th0_temp_c 21.25\nactual_th1_hum_rel 55\n");
+  EXPECT_TRUE(
+      ::testing::internal::GetCapturedStderr().starts_with("temp10: -9999\nhum: -9999\ndew10: -9999\n"));
 }
 
 }  // namespace

@@ -140,6 +140,7 @@ const change_case CASES[] = {
      "$utcdate = \"06-05-12\";\n$utctime = \"05:08\";\n",
      "$date = \"05-03-09\";\n$time = \"00:30\";\n$stationDate = \"05-03-09\";\n$stationTime = \"00:30\";\n"
      "$utcdate = \"04-03-09\";\n$utctime = \"23:30\";\n"},
+    {HETWEERACTUEEL, in_year(2100),                                       "$date = \"06-05-12\";\n$time = \"07:08\";\n$stationDate = \"06-05-12\"", "$date = \"06-05-100\";\n$time = \"07:08\";\n$stationDate = \"06-05-100\""},
     // The APRS packet.
     {CWOP,           at_time(PAST_MIDNIGHT),                              "@060508z",    "@042330z"},
     {CWOP,           set(&LiveRecord::winddir,            7),             "_225",        "_007"},

@@ -284,10 +284,12 @@ TEST_F(Preview, WarnsOfWhatKeepsItFromArriving) {
     return id + ": latitude_degrees: the latitude is not set, so no valid position is sent to " + network +
            ". Set it in degrees, minutes and seconds.";
   };
+  const std::string no_address =
+      "meteonews: ifconfig shows no hardware address of eth0 after \"HWaddr\", by which MeteoNews knows the "
+      "station";
   const texts expected = {
       unknown("meteonews", "meteonews"),
-      "meteonews: ifconfig shows no hardware address of eth0 after \"HWaddr\", by which MeteoNews knows the "
-      "station",
+      no_address,
       unknown("shnetz", "shnetz"),
       unknown("windit", "windit"),
       unknown("wetterring", "wetterring"),
