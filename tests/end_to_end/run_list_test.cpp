@@ -103,6 +103,7 @@ TEST_F(run_list_steps, are_taken_in_their_order_under_their_limits_and_names) {
   }
   EXPECT_EQ(trace_of_a_run(1'000), with_open_gate);
   EXPECT_EQ(trace_of_next_run(), with_shut_gate);
+  EXPECT_NEAR(std::stod(all.board.read(LAST_RUN_PATH)), static_cast<double>(std::time(nullptr)), 30);
 }
 
 // A switch on its own reaches its own network, file or mail and nothing else. The simulation says itself which

@@ -108,6 +108,7 @@ const change_case CASES[] = {
     {SHNETZ,         set(&LiveRecord::winddirstr,         "\"N&"),        ";SW;",        ";\\\"N%26;"},
     {WETTERRING,     set(&LiveRecord::winddirstr,         "\"N&"),        "dir=SW&",     "dir=\\\"N%26&"},
     {WETTERRING,     set(&LiveRecord::winddirstr,         ""),            "dir=SW&",     "dir=&"},
+    {WETTERRING,     set(&LiveRecord::winddir,            MISSING_VALUE), "&wind_dir=SW", ""},
     {WETTERRING,     set(&LiveRecord::solar10,            4565),          "",            ""},
     {WETTERRING,     set(&LiveRecord::todaymintemptime,   0),             "min_t=1336273920", "min_t=0"},
     // MeteoNews: the time of the last full five minutes; boards with a generic address have the user in the settings.
@@ -156,6 +157,7 @@ const change_case CASES[] = {
     {CWOP,           set(&LiveRecord::last24hraintotal10, 2540),          "p033",        "p1000"},
     {CWOP,           set(&LiveRecord::todayraintotal10,   1),             "P025",        "P000"},
     {CWOP,           set(&LiveRecord::sealevel10,         9874),          "b10132",      "b09874"},
+    {CWOP,           set(&LiveRecord::sealevel10,         MISSING_VALUE), "b10132",      "b....."},
     {CWOP,           set(&LiveRecord::hum,                100),           "h57",         "h00"},
     {CWOP,           set(&LiveRecord::hum,                99),            "h57",         "h99"},
     {CWOP,           set(&LiveRecord::hum,                5),             "h57",         "h05"},

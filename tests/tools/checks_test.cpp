@@ -370,7 +370,7 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
        {"latitude_degrees: 91 is out of range, so a wrong position is sent to CWOP, APRS",
         "latitude_minutes: ", "latitude_seconds: ", "longitude_degrees: 181 is out of range",
         "longitude_minutes: ", "longitude_seconds: "}},
-      {{"cwop_id=N0CALL\nN0CALL", "aprs_port=-1"},
+      {{"cwop_id=N0CALL\rN0CALL", "aprs_port=-1"},
        {"cwop_id: it holds a line break, so nothing is sent to CWOP. Set it to the call sign alone.",
         "aprs_port: 4294967295 is out of range, so the server of APRS is not reached. Set it to 1 to "
         "65535."}},
