@@ -10,8 +10,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
@@ -37,11 +35,6 @@ constexpr char ALARMS_PATH[] = "/home/nimbulog/alarms";
 double seconds_now() {
   using namespace std::chrono;
   return duration<double>(steady_clock::now().time_since_epoch()).count();
-}
-
-std::string read_file(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // What the caller preloads, a test for example, comes before the board's library.
@@ -172,10 +165,6 @@ run_result running_program::wait() {
 }
 
 appliance::appliance() {
-  std::string name = (fs::temp_directory_path() / "skypost-appliance-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
-  root_ = name;
-
   for (const char* const directory : PULL_DIRECTORIES) path(std::string(directory) + "file");
   write(PROCESSOR_PATH, "model name\t: simulated board\n");
   write(ALARM_SCRIPT_PATH, ALARM_SCRIPT);
@@ -184,25 +173,6 @@ appliance::appliance() {
   write(IFCONFIG_OUTPUT_PATH, "eth0      Link encap:Ethernet  HWaddr 00:1a:2b:3c:4d:5e  \n");
   fill_settings(settings);
   save_settings();
-}
-
-appliance::~appliance() {
-  std::error_code ignored;
-  if (!keep_) fs::remove_all(root_, ignored);
-}
-
-fs::path appliance::path(const std::string& appliance_path) const {
-  fs::path place = root_ / fs::path(appliance_path).relative_path();
-  fs::create_directories(place.parent_path());
-  return place;
-}
-
-void appliance::write(const std::string& appliance_path, const std::string& content) const {
-  std::ofstream(path(appliance_path), std::ios::binary) << content;
-}
-
-std::string appliance::read(const std::string& appliance_path) const {
-  return read_file(path(appliance_path));
 }
 
 // In one step: the program may be reading it.
@@ -238,11 +208,11 @@ std::vector<alarm_call> appliance::alarms() const {
 void appliance::forget_alarms() const { fs::remove(path(ALARMS_PATH)); }
 
 run_result appliance::run(const std::vector<std::string>& arguments) const {
-  return running_program(root_, arguments).wait();
+  return running_program(root(), arguments).wait();
 }
 
 run_result appliance::run_tool(const std::string& program, const std::vector<std::string>& arguments) const {
-  return running_program(root_, program, arguments).wait();
+  return running_program(root(), program, arguments).wait();
 }
 
 }  // namespace skypost::sim

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "settings/record.h"
+#include "sim/folder.h"
 
 namespace skypost::sim {
 
@@ -52,22 +53,10 @@ class running_program {
 // Selects a sensor of the simulated appliance's for each value.
 void select_sensors(settings_record& settings);
 
-// An appliance's files in a folder, which is removed with it.
-class appliance {
+// An appliance with all that a run needs of it.
+class appliance : public folder {
  public:
   appliance();
-  ~appliance();
-  appliance(const appliance&) = delete;
-  appliance& operator=(const appliance&) = delete;
-
-  const std::filesystem::path& root() const { return root_; }
-  // From now on the folder stays.
-  void keep_files() { keep_ = true; }
-
-  // Where one of the appliance's own paths lies; its folder is made.
-  std::filesystem::path path(const std::string& appliance_path) const;
-  void write(const std::string& appliance_path, const std::string& content) const;
-  std::string read(const std::string& appliance_path) const;  // empty when there is no such file
 
   // What the settings file holds, once saved. At first: defaults, the sensors, the position, and for
   // every network its account, switched on.
@@ -86,10 +75,6 @@ class appliance {
   run_result run(const std::vector<std::string>& arguments = {}) const;
   // Runs one of the owner's tools in the same place.
   run_result run_tool(const std::string& program, const std::vector<std::string>& arguments) const;
-
- private:
-  std::filesystem::path root_;
-  bool keep_ = false;
 };
 
 // Settings for wget that whoever starts the program names in WGETRC. At first there are none.

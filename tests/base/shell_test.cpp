@@ -5,32 +5,19 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace skypost::testing {
 namespace {
 
+// Every character, and every two of those that mean something to a shell, between others.
 std::vector<std::string> awkward_texts() {
-  std::vector<std::string> texts = {"",         "-n",    "--",   "a b",     "\n",    "a\n\n",
-                                    "\\",       "\\\\",  "\"",   "'",       "$",     "`",
-                                    "!",        "$(id)", "`id`", "${HOME}", "$HOME", "\\$HOME",
-                                    "\\`id\\`", "*",     "~",    "a;b",     "%s",    "plain/path-1.2_3"};
-  std::string all;
-  for (int byte = 1; byte < 256; ++byte) {
-    texts.emplace_back(1, static_cast<char>(byte));
-    all += static_cast<char>(byte);
-  }
-  texts.push_back(all);
-  constexpr std::string_view METACHARACTERS = "\"'`$\\(){}[]<>|&;#*?~!=% \t\n\rax";
-  std::mt19937 random(4711);  // always the same texts
-  for (int i = 0; i < 300; ++i) {
-    std::string text;
-    for (std::size_t left = random() % 12; left > 0; --left)
-      text += METACHARACTERS[random() % METACHARACTERS.size()];
-    texts.push_back(text);
-  }
+  constexpr std::string_view METACHARACTERS = "\"'`$\\(){}[]<>|&;#*?~!=% \t\n\r-x";
+  std::vector<std::string> texts = {"", "$(id)", "`id`", "${HOME}", "\\$HOME", "a\n\n", "plain/path-1.2_3"};
+  for (int byte = 1; byte < 256; ++byte) texts.emplace_back(1, static_cast<char>(byte));
+  for (const char first : METACHARACTERS)
+    for (const char second : METACHARACTERS) texts.push_back({first, second, 'x', first});
   return texts;
 }
 

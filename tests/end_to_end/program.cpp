@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <thread>
 
+#include "support/station.h"
+
 namespace skypost::testing {
 
 program::~program() {
@@ -19,14 +21,8 @@ void program::enable_only(std::initializer_list<const integer_field*> enabled) {
 }
 
 void program::enable_only_rapid_fire(std::int32_t wunderground, std::int32_t weatherflow) {
-  settings_record& settings = all.board.settings;
   all.board.switch_all_networks_off();
-  settings.set_integer(wunderground_enabled, wunderground != 0);
-  settings.set_integer(wunderground_rapid_enabled, wunderground != 0);
-  settings.set_integer(wunderground_rapid_interval, wunderground);
-  settings.set_integer(weatherflow_enabled, weatherflow != 0);
-  settings.set_integer(weatherflow_rapid_enabled, weatherflow != 0);
-  settings.set_integer(weatherflow_rapid_interval, weatherflow);
+  set_rapid_fire(all.board.settings, wunderground, weatherflow);
   all.board.save_settings();
 }
 

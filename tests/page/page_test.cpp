@@ -8,8 +8,6 @@
 
 #include "live/report_parser.h"
 #include "preview/html.h"
-#include "settings/field_descriptions.h"
-#include "sim/appliance.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
@@ -20,10 +18,7 @@ namespace {
 // Every network, some without identity or sensor, some switched off, with texts that are long, foreign or
 // hostile.
 preview_page difficult_page() {
-  fill_settings(station_settings);
-  for (const field_description& row : FIELD_DESCRIPTIONS)
-    if (row.field.kind == field_kind::flag) station_settings.set_integer(row.as_integer(), 1);
-  sim::select_sensors(station_settings);
+  switch_everything_on(station_settings);
   const std::pair<const text_field&, std::string> TEXTS[] = {
       {sensor_wind, ""},
       {sensor_rain, "rain9"},

@@ -14,6 +14,7 @@
 #include "base/paths.h"
 #include "base/process_state.h"
 #include "support/appliance_folder.h"
+#include "support/station.h"
 
 namespace {
 
@@ -37,12 +38,7 @@ constexpr std::int64_t START = 1'700'000'000;
 
 settings_record settings_with(std::int32_t wunderground, std::int32_t weatherflow, bool windit) {
   settings_record settings{};
-  settings.set_integer(wunderground_enabled, wunderground != 0);
-  settings.set_integer(wunderground_rapid_enabled, wunderground != 0);
-  settings.set_integer(wunderground_rapid_interval, wunderground);
-  settings.set_integer(weatherflow_enabled, weatherflow != 0);
-  settings.set_integer(weatherflow_rapid_enabled, weatherflow != 0);
-  settings.set_integer(weatherflow_rapid_interval, weatherflow);
+  set_rapid_fire(settings, wunderground, weatherflow);
   settings.set_integer(windit_enabled, windit);
   return settings;
 }

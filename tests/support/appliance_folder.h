@@ -1,24 +1,15 @@
 #pragma once
 
-#include <filesystem>
-#include <string>
+#include <cstdlib>
+
+#include "sim/folder.h"
 
 namespace skypost::testing {
 
 // An empty appliance in a folder of its own: SKYPOST_ROOT points to it while it lives.
-class appliance_folder {
- public:
-  appliance_folder();
-  ~appliance_folder();
-  appliance_folder(const appliance_folder&) = delete;
-  appliance_folder& operator=(const appliance_folder&) = delete;
-
-  // Where one of the appliance's own paths lies in the folder; its parent folders are made.
-  std::filesystem::path path(const std::string& appliance_path) const;
-  void write(const std::string& appliance_path, const std::string& content) const;
-
- private:
-  std::filesystem::path root_;
+struct appliance_folder : sim::folder {
+  appliance_folder() { setenv("SKYPOST_ROOT", root().c_str(), 1); }
+  ~appliance_folder() { unsetenv("SKYPOST_ROOT"); }
 };
 
 }  // namespace skypost::testing

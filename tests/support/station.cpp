@@ -5,14 +5,16 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
+#include <filesystem>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
 
+#include "base/endpoints.h"
 #include "run/run_list.h"
 #include "settings/defaults.h"
 #include "settings/field_descriptions.h"
+#include "sim/appliance.h"
 
 namespace skypost::testing {
 LiveRecord fully_equipped_station() {
@@ -125,6 +127,34 @@ void fill_settings(settings_record& settings) {
   for (const auto& [field, number] : NUMBERS) settings.set_integer(field, number);
 }
 
+void switch_everything_on(settings_record& settings) {
+  fill_settings(settings);
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (row.field.kind == field_kind::flag) settings.set_integer(row.as_integer(), 1);
+  sim::select_sensors(settings);
+}
+
+std::string local_servers() {
+  std::string lines;
+  for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {
+    const std::string server = endpoint_value(endpoint{row});
+    const std::size_t scheme_end = server.find("://");
+    const std::string scheme = scheme_end == std::string::npos ? "" : server.substr(0, scheme_end + 3);
+    if (server.find('@') == std::string::npos)
+      lines += std::string(endpoint_name(endpoint{row})) + " = " + scheme + "127.0.0.1\n";
+  }
+  return lines;
+}
+
+void set_rapid_fire(settings_record& settings, std::int32_t wunderground, std::int32_t weatherflow) {
+  settings.set_integer(wunderground_enabled, wunderground != 0);
+  settings.set_integer(wunderground_rapid_enabled, wunderground != 0);
+  settings.set_integer(wunderground_rapid_interval, wunderground);
+  settings.set_integer(weatherflow_enabled, weatherflow != 0);
+  settings.set_integer(weatherflow_rapid_enabled, weatherflow != 0);
+  settings.set_integer(weatherflow_rapid_interval, weatherflow);
+}
+
 moment spring_morning() {
   setenv("TZ", "Europe/Berlin", 1);
   return moment_at(1'336'280'889);
@@ -155,9 +185,8 @@ std::vector<const outgoing*> everything_handed_out() {
 }
 
 std::string read_whole_file(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  EXPECT_TRUE(file) << path;
-  return {std::istreambuf_iterator<char>(file), {}};
+  EXPECT_TRUE(std::filesystem::exists(path)) << path;
+  return sim::read_file(path);
 }
 
 }  // namespace skypost::testing

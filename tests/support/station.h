@@ -31,6 +31,15 @@ LiveRecord sparse_station();
 // that mean something to a shell or in a URL. A text that has no value of its own holds its field's name.
 void fill_settings(settings_record& settings);
 
+// The same with every flag on and a sensor for each value.
+void switch_everything_on(settings_record& settings);
+
+// Lines of an endpoint file by which every network and every APRS server is on this machine, spoken to as ever.
+std::string local_servers();
+
+// Both in rapid fire at their intervals in seconds, or off at 0.
+void set_rapid_fire(settings_record& settings, std::int32_t wunderground, std::int32_t weatherflow);
+
 // A board with a hardware address of its own, of unknown kind.
 inline constexpr board ORDINARY_BOARD = {nullptr, "00:1A:2B:3C:4D:5E"};
 

@@ -17,7 +17,6 @@
 #include "run/run_list.h"
 #include "settings/byte_order.h"
 #include "settings_tool/field_lookup.h"
-#include "sim/appliance.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
@@ -34,10 +33,7 @@ using texts = std::vector<std::string>;
 struct good_station {
   good_station() {
     setenv("NIMBULOGHW", "X86", 1);
-    fill_settings(settings);
-    for (const run_step& step : run_list()) settings.set_integer(*step.enabled, 1);
-    change({"wunderground_rapid_enabled=1", "weatherflow_rapid_enabled=1"});
-    sim::select_sensors(settings);
+    switch_everything_on(settings);
     for (const char* const directory : PULL_DIRECTORIES) folder.path(std::string(directory) + "file");
     for (const char* const program : {ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH, WGET})
       write_program(program, "#!/bin/sh\necho '-cares +https +ipv6'\n");
@@ -105,9 +101,7 @@ struct good_station {
 
   appliance_folder folder;
   settings_record settings;
-  std::string endpoints =
-      "meteonews = 127.0.0.1\nshnetz = http://127.0.0.1\nwindit = http://127.0.0.1\n"
-      "wetterring = http://127.0.0.1\nregiowetter = http://127.0.0.1\nregiowetter_bw = http://127.0.0.1\n";
+  std::string endpoints = local_servers();
   mode_t file_mode = 0600;
   bool is_gap_missing = false;
   checked_appliance appliance{
@@ -294,12 +288,15 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
         "network's server",
         "idokep_enabled: the server of Idokep is not known, so nothing reaches it. Set idokep_pro in "}},
       // After a login in the URL.
-      {{"meteonews = other.invalid:80", "cwop_first = cwop.invalid", "nonsense", "windit = x/y"},
-       {"/etc/skypost/endpoints line 9: no \"name = value\". The line is skipped",
-        "/etc/skypost/endpoints line 10: not a value for this name. The line is skipped",
+      {{"meteonews = other.invalid:80", "cwop_first = cwop.invalid"},
+       {"/etc/skypost/endpoints line 1: no \"name = value\". The line is skipped",
+        "/etc/skypost/endpoints line 2: not a value for this name. The line is skipped",
         "meteonews_enabled: the server of MeteoNews is not known",
         "cwop_enabled: the first server of CWOP is not known, so only the other is tried. Set cwop_first in"},
-       [](good_station&) { setenv("NIMBULOGHW", "NSLU2", 1); }},
+       [](good_station& it) {
+         setenv("NIMBULOGHW", "NSLU2", 1);
+         it.endpoints = "nonsense\nwindit = x/y\n" + it.endpoints;
+       }},
       // One for several networks.
       {{"windit = http://a.invalid", "shnetz = http://a.invalid", "regiowetter = http://a.invalid",
         "regiowetter_bw = http://a.invalid"},
@@ -318,12 +315,6 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
 // A label of a name has 63 characters at most, so nobody has to be asked for this one.
 TEST(Checks, ResolveNamesOnlyWhenTheyMay) {
   good_station station;
-  for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {
-    const std::string server = endpoint_value(endpoint{row});
-    if (server.find('@') == std::string::npos)
-      station.change({std::string(endpoint_name(endpoint{row})) + " = " +
-                      (server.starts_with("http") ? "https://" : "") + "127.0.0.1"});
-  }
   const std::string unknown = std::string(70, 'a') + ".example";
   station.change({"wedaal = http://" + unknown + ":8080", "aprs_host=" + unknown});
   expect_found(station.found(), {});

@@ -4,7 +4,6 @@
 #include "transport/upload.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <string>
 #include <utility>
@@ -60,17 +59,6 @@ TEST_F(Upload, RunsNoCommandThatDidNotFit) {
   ASSERT_EQ(upload("touch " + marker + "; echo OK #" + std::string(COMMAND_CAPACITY, 'x')), -1);
   EXPECT_NE(access(marker.c_str(), F_OK), 0);
   EXPECT_EQ(error().rfind("command longer than 9999 characters, not run: touch", 0), 0U) << error();
-}
-
-TEST_F(Upload, SaysWhyItCouldNotStart) {
-  rlimit before{};
-  getrlimit(RLIMIT_NOFILE, &before);
-  const rlimit no_descriptors{.rlim_cur = 0, .rlim_max = before.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &no_descriptors);
-  const int result = upload("echo OK");
-  setrlimit(RLIMIT_NOFILE, &before);
-  EXPECT_EQ(result, -1);
-  EXPECT_EQ(error(), "error open pipe echo OK: Too many open files");
 }
 
 TEST_F(Upload, SaysTheSameToTheOwnerWithAndWithoutDebugOutput) {
