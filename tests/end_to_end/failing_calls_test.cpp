@@ -78,10 +78,6 @@ const failure_case CASES[] = {
      "error socket write (1) \"127.0.0.1\": Input/output error, error socket write (2) \"127.0.0.1\": Input/output error, "
      "error socket write (3) \"127.0.0.1\": Input/output error, error socket write (4) \"127.0.0.1\": Input/output error, "
      "error socket write (5) \"127.0.0.1\": Input/output error, "},
-    {"read:2-6",        {&aprs_enabled}, "APRS",
-     "error socket read (1) \"127.0.0.1\": Input/output error, error socket read (2) \"127.0.0.1\": Input/output error, "
-     "error socket read (3) \"127.0.0.1\": Input/output error, error socket read (4) \"127.0.0.1\": Input/output error, "
-     "error socket read (5) \"127.0.0.1\": Input/output error, "},
     // CWOP has a second server; without a socket there is none.
     {"gethostbyname:1", {&cwop_enabled}, "", ""},
     {"connect:2",       {&cwop_enabled}, "", ""},

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/process_state.h"
+#include "live/live_table.h"
 #include "settings/record.h"
 #include "support/station.h"
 
@@ -23,9 +24,10 @@ using number_field = std::int32_t LiveRecord::*;
 
 // Numbers only: a text's bytes after its end count as zeros.
 std::vector<std::int32_t> numbers_of(LiveRecord live) {
-  for (const auto text : LIVE_TEXTS) {
-    char* const end = std::end(live.*text);
-    std::fill(std::find(live.*text, end, '\0'), end, '\0');
+  for (const live_row& row : LIVE_TABLE) {
+    if (row.text == nullptr) continue;
+    char* const end = std::end(live.*row.text);
+    std::fill(std::find(live.*row.text, end, '\0'), end, '\0');
   }
   std::vector<std::int32_t> numbers(sizeof live / sizeof(std::int32_t));
   std::memcpy(numbers.data(), &live, sizeof live);

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/endpoints.h"
+#include "live/live_table.h"
 #include "run/run_list.h"
 #include "settings/defaults.h"
 #include "settings/field_descriptions.h"
@@ -73,7 +74,8 @@ LiveRecord sparse_station() {
   std::int32_t numbers[sizeof live / sizeof(std::int32_t)];
   std::fill(std::begin(numbers), std::end(numbers), MISSING_VALUE);
   std::memcpy(&live, numbers, sizeof live);
-  for (const auto text : LIVE_TEXTS) std::strcpy(live.*text, "---");
+  for (const live_row& row : LIVE_TABLE)
+    if (row.text != nullptr) std::strcpy(live.*row.text, "---");
   live.winddirstr[0] = live.winddirstren[0] = '\0';
   live.height = live.todaymaxtemptime = live.todaymintemptime = live.todaymaxhumtime = 0;
   live.todayminhumtime = live.todaymaxsealeveltime = live.todayminsealeveltime = 0;

@@ -7,20 +7,6 @@
 
 namespace skypost::testing {
 
-// The words and times of day in a live record.
-inline constexpr live_text LiveRecord::*LIVE_TEXTS[] = {
-    // clang-format off
-    &LiveRecord::winddirstr,              &LiveRecord::winddirstren,
-    &LiveRecord::todaymaxtemptimestr,     &LiveRecord::todaymintemptimestr,
-    &LiveRecord::todaymaxdewtimestr,      &LiveRecord::todaymindewtimestr,  &LiveRecord::todayminchilltimestr,
-    &LiveRecord::todaymaxhumtimestr,      &LiveRecord::todayminhumtimestr,
-    &LiveRecord::todaymaxuvtimestr,       &LiveRecord::todaymaxsolartimestr,
-    &LiveRecord::todaymaxsealeveltimestr, &LiveRecord::todayminsealeveltimestr,
-    &LiveRecord::todaymaxgusttimestr,     &LiveRecord::todaymaxwindtimestr, &LiveRecord::todaymaxrainratetimestr,
-    &LiveRecord::sunrise,                 &LiveRecord::sunset,
-    // clang-format on
-};
-
 // A station with every value known, no two of them alike where they could be taken for one another.
 LiveRecord fully_equipped_station();
 

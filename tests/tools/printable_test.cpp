@@ -21,18 +21,7 @@ TEST(Printable, LeavesNothingThatATerminalObeysOrABrowserGuesses) {
       {"\xe2\x82", "\\xe2\\x82"},                             // cut
   };
   for (const auto& [text, expected] : CASES) EXPECT_EQ(printable(text), expected);
-}
-
-TEST(Printable, KeepsAQuotedTextInItsQuotationMarks) {
-  EXPECT_EQ(quoted(""), "\"\"");
-  EXPECT_EQ(quoted("a \"b\" \\x \xc3\xbc \xfc\n"), "\"a \\\"b\\\" \\\\x \xc3\xbc \\xfc\\x0a\"");
-}
-
-TEST(Printable, KnowsTheEndOfALine) {
-  const std::vector<std::string> expected = {"a", "", "b\\x0dc", "d\\x0d"};
-  EXPECT_EQ(printable_lines("a\r\n\nb\rc\nd\r"), expected);
-  EXPECT_EQ(printable_lines("a\n"), std::vector<std::string>{"a"});
-  EXPECT_TRUE(printable_lines("").empty());
+  EXPECT_EQ(printable_lines("d\r"), std::vector<std::string>{"d\\x0d"});
 }
 
 }  // namespace

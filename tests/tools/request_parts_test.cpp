@@ -46,16 +46,5 @@ TEST(RequestParts, AreWhatTheNetworkReads) {
   for (const auto& row : CASES) EXPECT_EQ(in_one_text(take_apart(row.command)), row.parts) << row.what;
 }
 
-TEST(RequestParts, NumberTheFieldsOfARecord) {
-  const auto numbered = [](const std::string& value) {
-    std::string text;
-    for (const field_run& run : runs_of(take_apart("wget \"http://h/?v=" + value + '"').parameters.at(0)))
-      text += std::to_string(run.first) + '-' + std::to_string(run.last) + '=' + run.value + ' ';
-    return text;
-  };
-  EXPECT_EQ(numbered("a;;;;5;6;7;8;9;10;z"), "1-1=a 2-4= 5-5=5 6-6=6 7-7=7 8-8=8 9-9=9 10-10=10 11-11=z ");
-  EXPECT_EQ(numbered(";;3;3;5;6;7;8;9;;"), "1-2= 3-4=3 5-5=5 6-6=6 7-7=7 8-8=8 9-9=9 10-10= ");
-}
-
 }  // namespace
 }  // namespace skypost::testing
