@@ -49,15 +49,6 @@ class Endpoints : public ::testing::Test {
   const std::filesystem::path path = appliance.path(ENDPOINTS_PATH);
 };
 
-TEST_F(Endpoints, HaveTheirDefaultsWithoutAFile) {
-  ::testing::internal::CaptureStderr();
-  load_endpoints();
-  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
-  EXPECT_EQ(in_effect(), defaults);
-  EXPECT_STREQ(endpoint_value(endpoint::cwop_first), "cwop.aprs.net");
-  EXPECT_STREQ(endpoint_value(endpoint::cwop_second), "rotate.aprs2.net");
-}
-
 TEST_F(Endpoints, AreOverriddenRowByRowAndByTheLastFileAlone) {
   const std::string longest = "http://" + std::string(120, 'a');
   expect_loaded("windit = " + longest + "\nwetterring = http://ring.example", "",
@@ -133,12 +124,16 @@ TEST_F(Endpoints, NameLinesThatAreNoRow) {
                 {});
 }
 
-// The one file that can be opened and not read.
+// The one file that can be opened and not read, and none.
 TEST_F(Endpoints, HaveTheirDefaultsWithAFileThatCannotBeRead) {
   std::filesystem::create_directory(path);
   ::testing::internal::CaptureStderr();
   load_endpoints();
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Error: " + path.string() + ": Is a directory\n");
+  std::filesystem::remove(path);
+  ::testing::internal::CaptureStderr();
+  load_endpoints();
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(in_effect(), defaults);
 }
 

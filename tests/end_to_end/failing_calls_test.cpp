@@ -57,10 +57,7 @@ const failure_case CASES[] = {
     {"fstat64:1-3", {}, "Can't read nimbulog settings file", "", "", 1, false},
     {"read:1-3",    {}, "Can't read nimbulog settings file", "", "", 1, false},
     // HTTP.
-    {"popen:2", {&windfinder_enabled},   "windfinder", R"(error open pipe /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*/wind-cgi/nimbulogload.pl?*" 2>/dev/stdout: Input/output error)"},
-    {"popen:2", {&meteonews_enabled},    "meteonews", "error open pipe /usr/bin/wget -U nimbulog -t 4 -O /dev/stdout *| tail -n 1: Input/output error"},
     {"popen:2", {&wunderground_enabled}, "weather underground", R"(error open pipe (Input/output error): /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*/weatherstation/updateweatherstation.php?*")"},
-    {"popen:2", {&weatherflow_enabled},  "weatherflow", R"(error open pipe /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*": Input/output error)"},
     {"fread:3", {&windfinder_enabled},   "windfinder", "no response from windfinder"},
     {"fgets:1", {&windfinder_enabled},   "", ""},  // only the hardware address is not there
     // Pull files: the copy in the first directory stays.

@@ -5,14 +5,6 @@
 namespace skypost::testing {
 namespace {
 
-TEST_F(program, has_a_settings_tool_that_lists_the_sensors) {
-  const sim::run_result run = all.board.run_tool(SETTINGS_PROGRAM, {"sensors"});
-  EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.errors, "");
-  EXPECT_NE(run.output.find("sensor_uv: UV sensor, such as uv0\n  uv0     index "), std::string::npos)
-      << run.output;
-}
-
 // Each name would take as long as the first.
 TEST_F(program, has_a_check_that_asks_a_silent_name_server_once) {
   interpose("FAIL", "getaddrinfo:1-99");

@@ -45,7 +45,7 @@ TEST(NumberReader, ReadsTenths) {
   // clang-format on
 }
 
-TEST(NumberReader, ReadsIntegersUpToTheirFirstOtherCharacter) {
+TEST(NumberReader, ReadsWholeNumbers) {
   // clang-format off
   expect_numbers(number_form::integer,
                  {{"55", 55}, {"55.7", 55}, {"-7.9", -7}, {"+7", 7}, {"007", 7}, {"12e3", 12},
@@ -56,11 +56,6 @@ TEST(NumberReader, ReadsIntegersUpToTheirFirstOtherCharacter) {
   expect_numbers(number_form::integer_tenths,
                  {{"523.4", 5230}, {"-3.9", -30}, {"5e1", 50}, {"214748364", 2'147'483'640},
                   {"214748365", UNTOUCHED}, {"---", UNTOUCHED}});
-  // clang-format on
-}
-
-TEST(NumberReader, RoundsToWholeNumbers) {
-  // clang-format off
   expect_numbers(number_form::rounded,
                  {{"512.6", 513}, {"512,6", 512}, {"512.4", 512}, {"-0.5", -1}, {"1e3", 1000},
                   {"abc", UNTOUCHED}, {"99999999999", UNTOUCHED}});

@@ -201,30 +201,26 @@ TEST_F(SettingsTool, RefusesWhatCannotBeMeantUnlessForced) {
     texts not_meant;
     const char* said;  // of the latter
   } CASES[] = {
-      {"cwop_enabled", {"0", "1"}, {"2", "-1"}, " takes 0 or 1 (1: upload to CWOP), not "},
-      {"idokep_enabled", {"0", "1", "2"}, {"3", "-1"}, " takes 0 to 2 (1: upload to Idokep; 2: to its pro"},
-      {"latitude_degrees",
-       {"0", "90", "-1"},
-       {"91", "-2"},
-       " takes 0 to 90, or -1 when it is not set (degrees"},
-      {"longitude_degrees", {"0", "180", "-1"}, {"181", "-2"}, " takes 0 to 180, or -1 when it is not set ("},
-      {"latitude_minutes", {"0", "59", "-1"}, {"60", "-2"}, " takes 0 to 59, or -1 when it is not set ("},
-      {"latitude_south", {"0", "1"}, {"2"}, " takes 0 or 1 (1 south of the equator"},
-      {"longitude_west", {"0", "1"}, {"2"}, " takes 0 or 1 (1 west of Greenwich"},
-      {"aprs_port", {"1", "65535"}, {"0", "65536"}, " takes 1 to 65535 (TCP port of the server), not "},
-      {"aprs_passcode", {"-1", "0", "99999"}, {}, ""},
-      {"wunderground_rapid_interval", {"0", "-1"}, {}, ""},
+      // clang-format off
+      {"cwop_enabled",      {"0", "1"},         {"2", "-1"},    " takes 0 or 1 (1: upload to CWOP), not "},
+      {"idokep_enabled",    {"0", "1", "2"},    {"3", "-1"},    " takes 0 to 2 (1: upload to Idokep; 2: to its pro"},
+      {"latitude_degrees",  {"0", "90", "-1"},  {"91", "-2"},   " takes 0 to 90, or -1 when it is not set (degrees"},
+      {"longitude_degrees", {"0", "180", "-1"}, {"181", "-2"},  " takes 0 to 180, or -1 when it is not set ("},
+      {"latitude_minutes",  {"0", "59", "-1"},  {"60", "-2"},   " takes 0 to 59, or -1 when it is not set ("},
+      {"latitude_south",    {"0", "1"},         {"2"},          " takes 0 or 1 (1 south of the equator"},
+      {"longitude_west",    {"0", "1"},         {"2"},          " takes 0 or 1 (1 west of Greenwich"},
+      {"aprs_port",         {"1", "65535"},     {"0", "65536"}, " takes 1 to 65535 (TCP port of the server), not "},
+      {"aprs_passcode",     {"-1", "0", "99999"},        {},    ""},
+      {"wunderground_rapid_interval", {"0", "-1"},       {},    ""},
       {"sensor_temp",
        {"", "t0", "th12", "thb1", "wind0", "rain0", "uv0", "sol0", "data99"},
        {"t", "0", "th0 ", " th0", "TH0", "thx0", "th0a", "th-1", "th0th1"},
-       " takes a class of sensors (t, th, thb, wind, rain, uv, sol, data) and a number, or nothing (outdoor "
-       "temperature sensor, such as th0), not "},
-      {"sensor_extra_temp5", {"t5"}, {"t"}, " takes a class of sensors"},
-      {"windfinder_name",
-       {"", "a b", "\xe9t\xe9", "\"';&$`"},
-       {"a\nb", "\x1b[2J", "\x7f", "\t"},
-       " takes no line breaks or other control characters"},
+       " takes a class of sensors (t, th, thb, wind, rain, uv, sol, data) and a number, or nothing (outdoor temperature "
+       "sensor, such as th0), not "},
+      {"sensor_extra_temp5",  {"t5"},  {"t"},        " takes a class of sensors"},
+      {"windfinder_name",     {"", "a b", "\xe9t\xe9", "\"';&$`"}, {"a\nb", "\x1b[2J", "\x7f", "\t"}, " takes no line breaks or other control characters"},
       {"windfinder_password", {"a b"}, {"secret\r"}, " takes no line breaks or other control characters;"},
+      // clang-format on
   };
   for (const coordinate& one : POSITION) {
     record.set_integer(one.minutes, 0);
