@@ -281,9 +281,10 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
         "regular uploads are sent there. Set wunderground_rapid in /etc/skypost/endpoints to the network's "
         "server, or set wunderground_rapid_enabled to 0.",
         "weatherflow_enabled: the server of WeatherFlow is not known, so nothing reaches it."}},
-      {{"idokep_enabled=2", "idokep_pro = http://idokep.invalid", "cwop_second = cwop.invalid",
-        "aprs_host=aprs.invalid"},
-       {"cwop_enabled: the second server of CWOP is not known, so only the other is tried. Set cwop_second ",
+      {{"idokep_enabled=2", "idokep_pro = http://idokep.invalid", "windit = http://idokep.invalid",
+        "cwop_second = cwop.invalid", "aprs_host=aprs.invalid"},
+       {"windit_enabled: the server of WindIt is not known, so nothing reaches it. Set windit in ",
+        "cwop_enabled: the second server of CWOP is not known, so only the other is tried. Set cwop_second ",
         "aprs_enabled: the server of APRS is not known, so nothing reaches it. Set aprs_host to the "
         "network's server",
         "idokep_enabled: the server of Idokep is not known, so nothing reaches it. Set idokep_pro in "}},

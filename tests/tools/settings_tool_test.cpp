@@ -162,7 +162,7 @@ TEST_F(SettingsTool, RefusesFilesThatItCannotJudge) {
   for (const texts& arguments : {texts{"show"}, {"show", file}}) expect_refused(arguments, file + ": empty");
   const std::string folder = fs::path(file).parent_path();
   expect_refused({"show", folder}, folder + ": not a regular file");
-  expect_refused({"show", file + ".missing"}, file + ".missing: No such file or directory");
+  expect_refused({"show", file + ".mis\nsing"}, file + ".mis\\x0asing: No such file or directory");
   // One without the slash may be a network.
   expect_refused({"show", "./idokep"}, "./idokep: No such file or directory");
   expect_refused({"show", "windfindr"},

@@ -68,7 +68,9 @@ std::string endpoint_named_by(std::string_view server, std::string_view id) {
   for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) {
     const auto row = static_cast<endpoint>(i);
     const std::string other = endpoint_name(row);
-    const std::size_t its_likeness = id.starts_with(other) ? other.size() : 0;
+    const std::size_t its_likeness = id.starts_with(other)   ? other.size()
+                                     : other.starts_with(id) ? id.size() - 1
+                                                             : 0;
     if (!server.ends_with(endpoint_value(row)) || (!name.empty() && its_likeness <= likeness)) continue;
     name = other;
     likeness = its_likeness;

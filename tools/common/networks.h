@@ -37,7 +37,7 @@ struct handed_out {
 std::vector<handed_out> all_handed_out();
 
 // The name that the endpoint file has for the server in effect that `server` ends in; empty when it is in none.
-// Where several networks have one server, the longest that the text's id begins with.
+// Where several networks have one server, the name that is most like the id of the text.
 std::string endpoint_named_by(std::string_view server, std::string_view id);
 
 // A setting of the endpoint file as its owner finds it: "windit in /etc/skypost/endpoints".

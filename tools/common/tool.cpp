@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "common/errors.h"
+#include "common/printable.h"
 
 namespace skypost {
 
@@ -18,10 +19,10 @@ int run_tool(const tool& program, words arguments, std::ostream& out, std::ostre
   try {
     return program.run(arguments, out);
   } catch (const usage_error& fault) {
-    errors << "Error: " << fault.what() << "\nTry '" << program.name << " --help'.\n";
+    errors << "Error: " << printable(fault.what()) << "\nTry '" << program.name << " --help'.\n";
     return fault.status;
   } catch (const tool_error& fault) {
-    errors << "Error: " << fault.what() << '\n';
+    errors << "Error: " << printable(fault.what()) << '\n';
     return fault.status;
   }
 }

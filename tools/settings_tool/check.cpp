@@ -7,6 +7,7 @@
 #include "base/endpoints.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
+#include "common/printable.h"
 #include "common/report_source.h"
 #include "run/host_identity.h"
 #include "settings_tool/checks.h"
@@ -76,7 +77,7 @@ int run_check(const words& all_arguments, std::ostream& out) {
     std::fputs("Asking the name server for the networks' servers ...\n", stderr);
   const findings found = findings_of(appliance);
   if (!quiet) {
-    for (const std::string& finding : found) out << finding << '\n';
+    for (const std::string& finding : found) out << printable(finding) << '\n';
     if (found.empty()) out << "Nothing found.\n";
   }
   return found.empty() ? 0 : 1;

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "common/errors.h"
 
 namespace skypost {
@@ -14,7 +16,7 @@ settings_file read_chosen_file(const words& arguments) {
   try {
     return read_settings_file(path);
   } catch (const tool_error& fault) {
-    if (is_there(path)) throw;
+    if (is_there(path) || errno != ENOENT) throw;
     throw tool_error(std::string(fault.what()) + "; make one with: skypost-settings new " + path);
   }
 }

@@ -63,7 +63,7 @@ int run_show(const words& all_arguments, std::ostream& out) {
   const std::string_view group = take_group(arguments);
   check_file(arguments);
   const settings_file file = read_chosen_file(arguments);
-  out << "File:       " << file.path << '\n'
+  out << "File:       " << printable(file.path) << '\n'
       << "Layout:     " << layout_of(file) << '\n'
       << "Byte order: "
       << (is_byte_order_foreign(file.image, platform()) ? "foreign; the values are shown converted"
