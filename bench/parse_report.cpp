@@ -126,8 +126,8 @@ void make_report(std::size_t size, bool has_keys) {
 const char* volatile found;
 
 void parse() {
-  reset_live_record();
-  parse_live_reply(report.c_str());
+  reset_live_record(live_record);
+  parse_live_reply(report.c_str(), station_settings, live_record);
 }
 
 void bare_strstr() {

@@ -35,13 +35,9 @@ endif()
 # Size goes before speed: the program waits for networks.
 set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -fno-plt")
 
-# MD5 comes from libcrypto, by default out of its static archive: nothing to install on the board.
+# MD5 comes from libcrypto's static archive: nothing to install on the board.
 find_path(CRYPTO_INCLUDE_DIR openssl/md5.h REQUIRED)
-if(SKYPOST_SHARED_CRYPTO)
-  find_library(CRYPTO_LIBRARY NAMES crypto REQUIRED)
-else()
-  find_library(CRYPTO_LIBRARY NAMES libcrypto.a REQUIRED)
-endif()
+find_library(CRYPTO_LIBRARY NAMES libcrypto.a REQUIRED)
 add_library(skypost_crypto INTERFACE)
 target_include_directories(skypost_crypto SYSTEM INTERFACE ${CRYPTO_INCLUDE_DIR})
 target_link_libraries(skypost_crypto INTERFACE ${CRYPTO_LIBRARY})

@@ -4,7 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "base/process_state.h"
+#include "base/error_text.h"
 #include "channels/channels.h"
 #include "harness.h"
 

@@ -11,7 +11,6 @@
 #include <string>
 
 #include "base/paths.h"
-#include "base/process_state.h"
 #include "channels/channels.h"
 #include "run/run_list.h"
 #include "settings/defaults.h"
@@ -126,15 +125,15 @@ void compose_everything() {
   for_each_outgoing([&](const outgoing& what) {
     outgoing_text text;
     what.compose(text, from);
-    if (what.by == carrier::http) require(text.was_cut() || is_sound(text.view()), what.id);
-    if (what.by == carrier::aprs) require(is_login_and_packet(text.view()), what.id);
-    if (what.by == carrier::mail) require(is_mail(text.view()), what.id);
+    if (what.carried_by == carrier::http) require(text.was_cut() || is_sound(text.view()), what.id);
+    if (what.carried_by == carrier::aprs) require(is_login_and_packet(text.view()), what.id);
+    if (what.carried_by == carrier::mail) require(is_mail(text.view()), what.id);
   });
   fixed_text<20'000> mail_command;
   append_mail_command(mail_command);
   require(is_sound(mail_command.view()), "the mail command");
   for (const run_step& step : run_list())
-    if (step.what->by == carrier::file) require(step.call() == 0, step.call.file);
+    if (step.upload->carried_by == carrier::file) require(step.upload->send() == 0, step.upload->id);
 }
 
 std::uint8_t take_byte(std::string_view& input) {

@@ -2,8 +2,9 @@
 
 #include <vector>
 
-#include "base/process_state.h"
+#include "base/error_text.h"
 #include "harness.h"
+#include "networks/networks.h"
 #include "run/run_list.h"
 
 namespace {
@@ -11,7 +12,8 @@ namespace {
 std::vector<const skypost::http_network*> every_network() {
   std::vector<const skypost::http_network*> networks;
   skypost::for_each_outgoing([&](const skypost::outgoing& what) {
-    if (const auto* const network = skypost::as_http_network(what)) networks.push_back(network);
+    if (what.carried_by == skypost::carrier::http)
+      networks.push_back(static_cast<const skypost::http_network*>(&what));
   });
   return networks;
 }

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "base/process_state.h"
 #include "harness.h"
 #include "live/data_server.h"
+#include "live/live_record.h"
 #include "live/report_parser.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::require(is_equipped, "equipped");
 
   const std::string report(fuzz::as_text(data, size));
-  flags.live_data_stale = 0;
+  live_data_stale = 0;
   load_live_record(report.c_str());
   fuzz::compose_everything();
   return 0;

@@ -13,6 +13,7 @@
 
 #include "base/paths.h"
 #include "channels/channels.h"
+#include "pullfiles/pullfiles.h"
 #include "run/run_list.h"
 #include "sim/report.h"
 #include "sim/world.h"
@@ -37,12 +38,13 @@ struct outcome {
 // What the network fetches from the web server, which has to be what both directories hold.
 outcome file_outcome(const run_step& step, const world& all, int web_port) {
   outcome result{.how = "file"};
+  const std::string name = static_cast<const pull_file&>(*step.upload).name;
   httplib::Client network("127.0.0.1", web_port);
-  const auto response = network.Get(std::string("/") + step.call.file);
+  const auto response = network.Get("/" + name);
   if (!response || response->status != 200) return result;
   result.sent = response->body;
   result.answer = "fetched, " + std::to_string(result.sent.size()) + " bytes";
-  const bool same = result.sent == all.board.read(PULL_DIRECTORIES[1] + std::string(step.call.file));
+  const bool same = result.sent == all.board.read(PULL_DIRECTORIES[1] + name);
   result.verdict = same ? "written" : "COPIES DIFFER";
   return result;
 }
@@ -79,13 +81,13 @@ outcome mail_outcome(const smtp_sink& server) {
 }
 
 outcome outcome_of(const run_step& step, const world& all, int web_port) {
-  switch (step.what->by) {
+  switch (step.upload->carried_by) {
     case carrier::file:
       return file_outcome(step, all, web_port);
     case carrier::http:
       return http_outcome(step, all.peers.requests());
     case carrier::aprs:
-      return aprs_outcome(step.what == &CWOP ? *all.cwop : *all.aprs);
+      return aprs_outcome(step.upload == &CWOP ? *all.cwop : *all.aprs);
     case carrier::mail:
       return mail_outcome(all.mail);
   }

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "transport/md5.h"
+#include "compose/md5.h"
 
 namespace skypost::sim {
 namespace {

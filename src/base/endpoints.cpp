@@ -143,24 +143,24 @@ const char* endpoint_name(endpoint row) { return ENDPOINTS[static_cast<std::size
 
 void reset_endpoints() { std::memset(overrides, 0, sizeof overrides); }
 
-void read_endpoints(std::FILE* file, const char* path, std::FILE* complaints) {
+void read_endpoints(std::FILE* file, const char* path, std::FILE* errors) {
   fixed_text<511> line;
   for (int number = 1; next_line(file, line); ++number)
     if (const char* const fault = line.was_cut() ? "too long" : read_line(line.view()))
-      std::fprintf(complaints, "Error: %s line %d: %s\n", path, number, fault);
-  if (std::ferror(file) != 0) std::fprintf(complaints, "Error: %s: %s\n", path, std::strerror(errno));
+      std::fprintf(errors, "Error: %s line %d: %s\n", path, number, fault);
+  if (std::ferror(file) != 0) std::fprintf(errors, "Error: %s: %s\n", path, std::strerror(errno));
 }
 
-void load_endpoints(std::FILE* complaints) {
+void load_endpoints(std::FILE* errors) {
   reset_endpoints();
   path_text path;
   append_appliance_path(path, ENDPOINTS_PATH);
   std::FILE* const file = std::fopen(path.c_str(), "re");
   if (file == nullptr) {
-    if (errno != ENOENT) std::fprintf(complaints, "Error: %s: %s\n", path.c_str(), std::strerror(errno));
+    if (errno != ENOENT) std::fprintf(errors, "Error: %s: %s\n", path.c_str(), std::strerror(errno));
     return;
   }
-  read_endpoints(file, path.c_str(), complaints);
+  read_endpoints(file, path.c_str(), errors);
   std::fclose(file);
 }
 

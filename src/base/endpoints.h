@@ -26,10 +26,10 @@ const char* endpoint_name(endpoint row);
 void reset_endpoints();
 
 // Reads rows `name = value`, one a line; `#` begins a comment. A line that is not such a row is skipped. Its
-// number and its fault are written to `complaints`, one a line, under the file's `path`.
-void read_endpoints(std::FILE* file, const char* path, std::FILE* complaints = stderr);
+// number and its fault are written to `errors`, one a line, under the file's `path`.
+void read_endpoints(std::FILE* file, const char* path, std::FILE* errors = stderr);
 
 // Reads the appliance's override file on top of the defaults. Most appliances have none.
-void load_endpoints(std::FILE* complaints = stderr);
+void load_endpoints(std::FILE* errors = stderr);
 
 }  // namespace skypost

@@ -8,8 +8,9 @@
 #include <cerrno>
 #include <cstring>
 
+#include "base/debug.h"
 #include "base/endpoints.h"
-#include "base/process_state.h"
+#include "base/error_text.h"
 #include "channels/channels.h"
 #include "compose/software.h"
 #include "compose/value.h"
@@ -70,11 +71,11 @@ void append_luminosity(text_buffer& text, std::int32_t solar10) {
     text.append("l%03d", solar10 / 10 - 1'000);
 }
 
-void append_values(text_buffer& text, const station& from, bool cwop) {
-  const LiveRecord& live = from.live;
+void append_values(text_buffer& text, const station& source, bool cwop) {
+  const LiveRecord& live = source.live;
   for (const packet_piece& piece : PIECES)
     append_piece(text, piece.letter, 3, piece.value.of(live), piece.convert);
-  const bool at_sea_level = from.settings.unsigned_integer(aprs_pressure_kind) == 1;
+  const bool at_sea_level = source.settings.unsigned_integer(aprs_pressure_kind) == 1;
   append_piece(text, 'b', 5, at_sea_level ? live.sealevel10 : live.altimeter10, to_itself);
   append_piece(text, 'h', 2, live.hum == 100 ? 0 : live.hum, to_itself);  // two digits: 00 is 100 %
   if (cwop) append_luminosity(text, live.solar10);
@@ -95,24 +96,24 @@ aprs_login login_at_aprs(const settings_record& settings) {
   return {settings.text(aprs_call_sign), settings.integer(aprs_passcode), false};
 }
 
-void append_packet(text_buffer& text, const station& from, const aprs_login& login) {
-  const std::tm& utc = from.now.utc;
+void append_packet(text_buffer& text, const station& source, const aprs_login& login) {
+  const std::tm& utc = source.now.utc;
   text.append_text("User ");
   text.append_text(login.call_sign);
   text.append(" pass %d vers %s\r\n", login.passcode, SOFTWARE_NAME);
   text.append_text(login.call_sign);
   text.append(">APRS,TCPXX*:@%02d%02d%02d", utc.tm_mday, utc.tm_hour, utc.tm_min);
-  append_position(text, from.settings);
-  append_values(text, from, login.cwop);
+  append_position(text, source.settings);
+  append_values(text, source, login.cwop);
   text.append("eNB%d\r\n", STATION_TYPE);
 }
 
-void compose_cwop(text_buffer& text, const station& from) {
-  append_packet(text, from, login_at_cwop(from.settings));
+void compose_cwop(text_buffer& text, const station& source) {
+  append_packet(text, source, login_at_cwop(source.settings));
 }
 
-void compose_aprs(text_buffer& text, const station& from) {
-  append_packet(text, from, login_at_aprs(from.settings));
+void compose_aprs(text_buffer& text, const station& source) {
+  append_packet(text, source, login_at_aprs(source.settings));
 }
 
 // What all attempts of a session have in common.
@@ -213,8 +214,8 @@ int session_of(const char* const* servers, std::uint32_t port, const aprs_login&
 
 }  // namespace
 
-constinit const outgoing CWOP = {"cwop", carrier::aprs, compose_cwop};
-constinit const outgoing APRS = {"aprs", carrier::aprs, compose_aprs};
+constinit const outgoing CWOP = {"cwop", carrier::aprs, compose_cwop, upload_cwop};
+constinit const outgoing APRS = {"aprs", carrier::aprs, compose_aprs, upload_aprs};
 
 constinit aprs_pause_lengths aprs_pauses;
 
@@ -235,15 +236,15 @@ text_buffer& newlines_to_commas(text_buffer& text) {
 int aprs_session(const char* const* servers, std::uint32_t port, const char* call_sign, std::int32_t passcode,
                  bool cwop) {
   error_text.clear();
-  const std::optional<station> from = current_station();
-  if (!from) return 0;
+  const std::optional<station> source = current_station();
+  if (!source) return 0;
   if (std::strpbrk(call_sign, "\r\n") != nullptr) {
     // The server would read what comes after it as a line of its own.
     error_text.append_text("error call sign: it holds a line break, nothing was sent");
     return -1;
   }
   outgoing_text text;
-  append_packet(text, *from, {call_sign, passcode, cwop});
+  append_packet(text, *source, {call_sign, passcode, cwop});
   if (!send_to_one_of(servers, {port, call_sign, cwop ? "CWOP" : "APRS", text})) return -1;
   error_text.clear();
   return 0;

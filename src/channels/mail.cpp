@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "base/endpoints.h"
+#include "base/error_text.h"
 #include "base/paths.h"
-#include "base/process_state.h"
 #include "base/shell.h"
 #include "channels/channels.h"
 #include "compose/parameters.h"
@@ -15,7 +15,7 @@ namespace skypost {
 namespace {
 
 constexpr char LOGGER_PATH[] = "/usr/bin/logger";
-constexpr value_form HUNDREDTHS{from_tenths, 2};
+constexpr value_format HUNDREDTHS{from_tenths, 2};
 
 // In the order in which they are sent.
 constexpr parameter BODY_LINES[] = {
@@ -49,30 +49,30 @@ void append_path_word(text_buffer& command, const char* appliance_path) {
   append_shell_word(command, path.view());
 }
 
-void append_header(text_buffer& mail, const station& from) {
+void append_header(text_buffer& mail, const station& source) {
   date_text date;
   mail.append_text("date: ");
-  mail.append_text({date, std::strftime(date, sizeof date, "%a, %d %b %Y %H:%M:%S %z", &from.now.local)});
+  mail.append_text({date, std::strftime(date, sizeof date, "%a, %d %b %Y %H:%M:%S %z", &source.now.local)});
   mail.append("\nto: %s\nfrom: ", endpoint_value(endpoint::borgervejr_recipient));
-  mail.append_text(sender_of(from.settings));
+  mail.append_text(sender_of(source.settings));
   mail.append_text("\nsubject: Nimbulog weather report\n\n");
 }
 
-void append_body(text_buffer& mail, const station& from) {
+void append_body(text_buffer& mail, const station& source) {
   date_text date;
-  mail.append_text({date, std::strftime(date, sizeof date, "%d/%m/%Y %H:%M:%S\r\n", &from.now.local)});
-  append_known(mail, from.live, BODY_LINES);
+  mail.append_text({date, std::strftime(date, sizeof date, "%d/%m/%Y %H:%M:%S\r\n", &source.now.local)});
+  append_known(mail, source.live, BODY_LINES);
 }
 
 // The header ends its lines in a line feed, the body in carriage return and line feed.
-void compose_mail(text_buffer& mail, const station& from) {
-  append_header(mail, from);
-  append_body(mail, from);
+void compose_mail(text_buffer& mail, const station& source) {
+  append_header(mail, source);
+  append_body(mail, source);
 }
 
 }  // namespace
 
-constinit const outgoing BORGERVEJR = {"borgervejr", carrier::mail, compose_mail};
+constinit const outgoing BORGERVEJR = {"borgervejr", carrier::mail, compose_mail, send_mail_report};
 
 void append_mail_command(text_buffer& command) {
   append_path_word(command, MAIL_PROGRAM_PATH);
@@ -82,10 +82,10 @@ void append_mail_command(text_buffer& command) {
 }
 
 int send_mail_report() {
-  const std::optional<station> from = current_station();
-  if (!from) return 0;
+  const std::optional<station> source = current_station();
+  if (!source) return 0;
   outgoing_text mail;
-  compose_mail(mail, *from);
+  compose_mail(mail, *source);
   mail_command command;
   append_mail_command(command);
 

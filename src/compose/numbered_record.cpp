@@ -1,6 +1,6 @@
 #include "compose/numbered_record.h"
 
-#include "transport/md5.h"
+#include "compose/md5.h"
 
 namespace skypost {
 namespace {
@@ -18,35 +18,35 @@ void append_digest(text_buffer& record, std::string_view password) {
 
 }  // namespace
 
-void append_content(text_buffer& record, const field_content& content, const station& from,
+void append_content(text_buffer& record, const field_content& content, const station& source,
                     text_writer write_text) {
   switch (content.kind) {
     case content_kind::fixed:
       record.append_text(content.filler);
       break;
     case content_kind::number:
-      append_or(record, content.filler, content.number.of(from.live), *content.form);
+      append_or(record, content.filler, content.number.of(source.live), *content.format);
       break;
     case content_kind::word:
-      if ((from.live.*content.text)[0] == '\0')
+      if ((source.live.*content.text)[0] == '\0')
         record.append_text(content.filler);
       else
-        write_text(record, from.live.*content.text);
+        write_text(record, source.live.*content.text);
       break;
     case content_kind::time:
-      if (is_time_missing(content, from.live))
+      if (is_time_missing(content, source.live))
         record.append_text(content.filler);
       else
-        write_text(record, from.live.*content.text);
+        write_text(record, source.live.*content.text);
       break;
     case content_kind::setting:
-      write_text(record, from.settings.text(*content.setting));
+      write_text(record, source.settings.text(*content.setting));
       break;
     case content_kind::digest:
-      append_digest(record, from.settings.text(*content.setting));
+      append_digest(record, source.settings.text(*content.setting));
       break;
     case content_kind::made:
-      content.compose(record, from);
+      content.compose(record, source);
       break;
   }
 }
@@ -54,11 +54,11 @@ void append_content(text_buffer& record, const field_content& content, const sta
 void append_unchanged(text_buffer& record, std::string_view text) { record.append_text(text); }
 
 void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
-                   const station& from, text_writer write_text) {
+                   const station& source, text_writer write_text) {
   for (const numbered_field& row : table) {
     for (int number = row.first; number <= row.last; ++number) {
       if (number > 1) record.append_text(separator);
-      append_content(record, row.content, from, write_text);
+      append_content(record, row.content, source, write_text);
     }
   }
 }

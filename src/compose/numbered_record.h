@@ -17,7 +17,7 @@ enum class content_kind : std::uint8_t { fixed, number, word, time, setting, dig
 struct field_content {
   const char* filler = "";  // in place of a missing value; of a fixed content all there is
   union {
-    const value_form* form;       // of a number
+    const value_format* format;   // of a number
     live_text LiveRecord::*text;  // of a word or a time
     const text_field* setting;    // of a setting or a digest
     composer compose;             // of a made content
@@ -27,10 +27,10 @@ struct field_content {
 };
 
 consteval field_content always(const char* text) {
-  return {.filler = text, .form = nullptr, .kind = content_kind::fixed};
+  return {.filler = text, .format = nullptr, .kind = content_kind::fixed};
 }
-consteval field_content number_or(const char* filler, live_number number, const value_form& form) {
-  return {.filler = filler, .form = &form, .kind = content_kind::number, .number = number};
+consteval field_content number_or(const char* filler, live_number number, const value_format& format) {
+  return {.filler = filler, .format = &format, .kind = content_kind::number, .number = number};
 }
 // A word, or the filler when it is empty.
 consteval field_content word_or(const char* filler, live_text LiveRecord::*text) {
@@ -56,7 +56,7 @@ using text_writer = void (*)(text_buffer& record, std::string_view text);
 void append_unchanged(text_buffer& record, std::string_view text);
 
 // Appends what the content makes of the station.
-void append_content(text_buffer& record, const field_content& content, const station& from,
+void append_content(text_buffer& record, const field_content& content, const station& source,
                     text_writer write_text);
 
 // One field, or a run of fields with the same content.
@@ -75,7 +75,7 @@ consteval numbered_field fields(std::uint8_t first, std::uint8_t last, const fie
 
 // Appends all fields, with `separator` between them.
 void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
-                   const station& from, text_writer write_text);
+                   const station& source, text_writer write_text);
 
 // True when the table holds the fields 1 to `count`, each once and in order.
 consteval bool numbers_each_once(std::span<const numbered_field> table, int count) {

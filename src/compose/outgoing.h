@@ -2,25 +2,27 @@
 
 #include <cstdint>
 
-#include "compose/station.h"
-#include "transport/command.h"
+#include "live/station.h"
+#include "transport/upload.h"
 
 namespace skypost {
 
 enum class carrier : std::uint8_t { http, file, aprs, mail };
 
-// A file, a packet and a mail have the room of a command.
+// Files, packets and mails share a command's capacity.
 using outgoing_text = command_text;
 
-// Appends the whole of what is handed out to an empty text, from the station and the endpoints alone: it asks
-// for no time, environment or file, so the same station always makes the same text.
-using composer = void (*)(text_buffer& text, const station& from);
+// Writes the complete text into an empty buffer. Depends on the station and the endpoints alone, never on clock,
+// environment or files.
+using composer = void (*)(text_buffer& text, const station& source);
 
-// What one step of a run hands out, and how.
+// An upload: what one step sends, and how.
 struct outgoing {
-  const char* id;  // one word of small letters, digits and "_"; no two have the same
-  carrier by;      // http: what is composed is the command that sends the request
+  const char* id;      // unique; lower-case letters, digits and "_"
+  carrier carried_by;  // for http, `compose` writes the wget command
   composer compose;
+  int (*send)();                            // returns 0, or -1 with the reason in `error_text`
+  const outgoing* rapid_variant = nullptr;  // what `send` sends instead in rapid fire, if that differs
 };
 
 }  // namespace skypost

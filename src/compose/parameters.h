@@ -11,7 +11,7 @@ namespace skypost {
 struct parameter {
   const char* key;
   live_number value;
-  const value_form& form;
+  const value_format& format;
   const char* end = "";     // goes with the value
   live_number only_with{};  // when set: left out while that number is missing, whatever its own is
 };
@@ -21,7 +21,7 @@ inline void append_known(text_buffer& text, const LiveRecord& live, const parame
   const live_number& deciding = row.only_with.is_none() ? row.value : row.only_with;
   if (!known(deciding.of(live))) return;
   text.append_text(row.key);
-  append_value(text, row.value.of(live), row.form);
+  append_value(text, row.value.of(live), row.format);
   text.append_text(row.end);
 }
 

@@ -10,26 +10,26 @@ namespace skypost {
 
 // How a network writes a number: converted, then printed with a fixed count of decimals. Without
 // decimals it is rounded to the nearest whole number, halves away from zero.
-struct value_form {
+struct value_format {
   double (*convert)(std::int32_t value);
   int decimals;
 };
 
-inline constexpr value_form WHOLE{to_itself, 0};          // the stored number
-inline constexpr value_form TENTHS{from_tenths, 1};       // °C, hPa, mm, m/s, W/m², UV index
-inline constexpr value_form WHOLE_UNITS{from_tenths, 0};  // the same, rounded
-inline constexpr value_form KMH{to_kmh, 1};
-inline constexpr value_form KNOTS{to_knots, 1};
-inline constexpr value_form MPH{to_mph, 1};
-inline constexpr value_form WHOLE_MPH{to_mph, 0};
-inline constexpr value_form FAHRENHEIT{to_fahrenheit, 1};
-inline constexpr value_form INCHES{to_inches, 2};
-inline constexpr value_form INHG{to_inhg, 2};
+inline constexpr value_format WHOLE{to_itself, 0};          // the stored number
+inline constexpr value_format TENTHS{from_tenths, 1};       // °C, hPa, mm, m/s, W/m², UV index
+inline constexpr value_format WHOLE_UNITS{from_tenths, 0};  // the same, rounded
+inline constexpr value_format KMH{to_kmh, 1};
+inline constexpr value_format KNOTS{to_knots, 1};
+inline constexpr value_format MPH{to_mph, 1};
+inline constexpr value_format WHOLE_MPH{to_mph, 0};
+inline constexpr value_format FAHRENHEIT{to_fahrenheit, 1};
+inline constexpr value_format INCHES{to_inches, 2};
+inline constexpr value_format INHG{to_inhg, 2};
 
 // Appends a known value.
-void append_value(text_buffer& text, std::int32_t value, const value_form& form);
+void append_value(text_buffer& text, std::int32_t value, const value_format& format);
 
 // Appends the value, or `filler` when it is missing.
-void append_or(text_buffer& text, const char* filler, std::int32_t value, const value_form& form);
+void append_or(text_buffer& text, const char* filler, std::int32_t value, const value_format& format);
 
 }  // namespace skypost

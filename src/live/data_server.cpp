@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "base/process_state.h"
+#include "live/live_record.h"
 
 namespace skypost {
 namespace {
@@ -32,9 +32,9 @@ std::uint32_t read_report(int connection, report_buffer& report) {
   return length;
 }
 
-// Connects the socket and reads; returns 0 or -1, the reason then among the complaints.
+// Connects the socket and reads; returns 0 or -1, the reason then among the errors.
 std::int32_t fetch_over(int connection, report_buffer& report, const char* host, std::uint16_t port,
-                        std::FILE* complaints) {
+                        std::FILE* errors) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = inet_addr(host);
@@ -42,19 +42,19 @@ std::int32_t fetch_over(int connection, report_buffer& report, const char* host,
 
   if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &LIMIT, sizeof LIMIT) != 0 ||
       setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &LIMIT, sizeof LIMIT) != 0) {
-    std::fprintf(complaints, "error set socket options %s:%d: %s\n", host, port, std::strerror(errno));
+    std::fprintf(errors, "error set socket options %s:%d: %s\n", host, port, std::strerror(errno));
     return -1;
   }
   if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
     // The limit leaves the error of a connection that is still being made.
     const int reason = errno == EINPROGRESS ? ETIMEDOUT : errno;
-    std::fprintf(complaints, "error connect socket %s:%d :%s\n", host, port, std::strerror(reason));
+    std::fprintf(errors, "error connect socket %s:%d :%s\n", host, port, std::strerror(reason));
     return -1;
   }
   // A server that closes at once leaves no error of its own.
   errno = 0;
   if (read_report(connection, report) == 0) {
-    std::fprintf(complaints, "error read socket: %s", std::strerror(errno));
+    std::fprintf(errors, "error read socket: %s", std::strerror(errno));
     return -1;
   }
   return 0;
@@ -62,17 +62,16 @@ std::int32_t fetch_over(int connection, report_buffer& report, const char* host,
 
 }  // namespace
 
-std::int32_t fetch_live_data(report_buffer& report, const char* host, std::uint16_t port,
-                             std::FILE* complaints) {
-  flags.live_data_stale = 1;
+std::int32_t fetch_live_data(report_buffer& report, const char* host, std::uint16_t port, std::FILE* errors) {
+  live_data_stale = 1;
   const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (connection < 0) {
-    std::fprintf(complaints, "error make socket %s:%d: %s\n", host, port, std::strerror(errno));
+    std::fprintf(errors, "error make socket %s:%d: %s\n", host, port, std::strerror(errno));
     return -1;
   }
-  const std::int32_t result = fetch_over(connection, report, host, port, complaints);
+  const std::int32_t result = fetch_over(connection, report, host, port, errors);
   close(connection);
-  if (result == 0) flags.live_data_stale = 0;
+  if (result == 0) live_data_stale = 0;
   return result;
 }
 

@@ -14,9 +14,9 @@ using report_buffer = char[REPORT_CAPACITY];
 
 // Reads the report of the data server at `host` (an IPv4 address as text) into `report`; the server sends it
 // unasked and closes. Connecting takes 5 seconds at most, and so does each wait for more of the report. Returns
-// 0 when anything came, -1 otherwise, with the reason written to `complaints`. Sets `live_data_stale`, and
+// 0 when anything came, -1 otherwise, with the reason written to `errors`. Sets `live_data_stale`, and
 // clears it on success.
 std::int32_t fetch_live_data(report_buffer& report, const char* host, std::uint16_t port,
-                             std::FILE* complaints = stderr);
+                             std::FILE* errors = stderr);
 
 }  // namespace skypost

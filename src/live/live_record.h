@@ -179,4 +179,8 @@ class live_number {
 // The record of this process. Only load_live_record writes it; the networks read it afterwards.
 extern LiveRecord live_record;
 
+// While it is 1 the live record must not be sent; otherwise 0. The data server client sets it before each fetch and
+// clears it after a successful one; load_live_record sets it again if an outdoor value is missing.
+extern std::int32_t live_data_stale;
+
 }  // namespace skypost

@@ -33,10 +33,10 @@ void store_number(std::int64_t digits, std::int32_t power, bool is_negative, std
 
 }  // namespace
 
-void read_number(number_form form, const char* text, std::int32_t& value) {
+void read_number(number_scan scan, const char* text, std::int32_t& value) {
   constexpr std::int64_t DIGITS_LIMIT = 100'000'000'000'000'000;  // there is room for one more digit
-  const bool is_whole = form == number_form::integer || form == number_form::integer_tenths;
-  std::int32_t power = form == number_form::tenths || form == number_form::integer_tenths ? 1 : 0;
+  const bool is_whole = scan == number_scan::integer || scan == number_scan::integer_tenths;
+  std::int32_t power = scan == number_scan::tenths || scan == number_scan::integer_tenths ? 1 : 0;
   const bool is_negative = *text == '-';
   if (*text == '+' || *text == '-') ++text;
 

@@ -5,13 +5,13 @@
 #include <limits>
 #include <string_view>
 
-#include "base/process_state.h"
+#include "base/debug.h"
+#include "base/text.h"
+#include "live/live_record.h"
 #include "live/live_table.h"
 #include "settings/record.h"
 
 namespace skypost {
-
-constinit LiveRecord live_record{};
 
 namespace {
 
@@ -42,32 +42,33 @@ void read_word(const char* text, live_text& destination) {
   if (length != 0) copy_text(destination, {text, length});
 }
 
-void read_time(const live_row& row, const char* text) {
+void read_time(const live_row& row, const char* text, LiveRecord& live) {
   for (std::int32_t i = 0; i < TIME_DIGITS; ++i)
     if (!is_digit(text[i])) return;
-  format_hhmm(live_record.*row.text, text);
+  format_hhmm(live.*row.text, text);
   if (row.number.is_none()) return;
   const std::int64_t seconds = parse_server_time(text);
   if (seconds >= std::numeric_limits<std::int32_t>::min() &&
       seconds <= std::numeric_limits<std::int32_t>::max())
-    row.number.set(live_record, static_cast<std::int32_t>(seconds));
+    row.number.set(live, static_cast<std::int32_t>(seconds));
 }
 
-void parse_row(const live_row& row, std::string_view report) {
-  const char* const value = find_value(report, row);
+void parse_row(const live_row& row, std::string_view report, const settings_record& settings,
+               LiveRecord& live) {
+  const char* const value = find_value(report, row, settings);
   if (value == nullptr) return;
   switch (row.kind) {
     case value_kind::number: {
-      std::int32_t number = row.absent_number;
-      read_number(row.form, value, number);
-      row.number.set(live_record, number);
+      std::int32_t number = row.missing_number;
+      read_number(row.scan, value, number);
+      row.number.set(live, number);
       break;
     }
     case value_kind::word:
-      read_word(value, live_record.*row.text);
+      read_word(value, live.*row.text);
       break;
     case value_kind::time:
-      read_time(row, value);
+      read_time(row, value, live);
       break;
   }
 }
@@ -108,28 +109,28 @@ constexpr widening WIDENINGS[] = {
     // clang-format on
 };
 
-bool is_usable(std::int32_t LiveRecord::*field) { return field == nullptr || known(live_record.*field); }
-
-void widen_extremes() {
-  for (const widening& row : WIDENINGS) {
-    const std::int32_t current = live_record.*row.current;
-    if (!known(current) || !is_usable(row.highest) || !is_usable(row.lowest)) continue;
-    if (row.highest != nullptr && current > live_record.*row.highest) live_record.*row.highest = current;
-    if (row.lowest != nullptr && current < live_record.*row.lowest) live_record.*row.lowest = current;
-  }
-  // The day's highest gust takes a current one even where the report gives no highest yet.
-  if (live_record.gust10 > live_record.todaymaxgust10) live_record.todaymaxgust10 = live_record.gust10;
+bool is_usable(std::int32_t LiveRecord::*field, const LiveRecord& live) {
+  return field == nullptr || known(live.*field);
 }
 
-void check_outdoor_values() {
-  LiveRecord& live = live_record;
+void widen_extremes(LiveRecord& live) {
+  for (const widening& row : WIDENINGS) {
+    const std::int32_t current = live.*row.current;
+    if (!known(current) || !is_usable(row.highest, live) || !is_usable(row.lowest, live)) continue;
+    if (row.highest != nullptr && current > live.*row.highest) live.*row.highest = current;
+    if (row.lowest != nullptr && current < live.*row.lowest) live.*row.lowest = current;
+  }
+  // The day's highest gust is raised even if the report has none.
+  if (live.gust10 > live.todaymaxgust10) live.todaymaxgust10 = live.gust10;
+}
+
+void check_outdoor_values(LiveRecord& live) {
   if (known(live.temp10) && known(live.dew10) && known(live.hum)) return;
   live.temp10 = live.dew10 = live.hum = MISSING_VALUE;
-  flags.live_data_stale = 1;
+  live_data_stale = 1;
 }
 
-void dump_live_record() {
-  const LiveRecord& live = live_record;
+void dump_live_record(const LiveRecord& live) {
   debug_print(
       "temp10: %d\nhum: %d\ndew10: %d\npress10: %d\nsealevel10: %d\naltimeter10: %d\nwind10: %d\n"
       "gust10: %d\nlast15mmaxgust10: %d\nwinddir: %d\nwinddirstr: %s\nrain: %d\ntodayraintotal10: %d\n",
@@ -160,26 +161,25 @@ std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t co
 
 }  // namespace
 
-const char* find_value(std::string_view report, const live_row& row) {
+const char* find_value(std::string_view report, const live_row& row, const settings_record& settings) {
   fixed_text<63> key;
-  key.append_pattern(row.key,
-                     row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
+  key.append_pattern(row.key, row.sensor == nullptr ? std::string_view{} : settings.text(*row.sensor));
   // Not strstr: it takes 2.6 to 6 times as long on ARM or with musl; bench/parse_report.cpp has the figures.
   const void* const place = memmem(report.data(), report.size(), key.c_str(), key.length());
   return place == nullptr ? nullptr : skip_blanks(skip_word(static_cast<const char*>(place)));
 }
 
-void reset_live_record() {
+void reset_live_record(LiveRecord& live) {
   for (const live_row& row : LIVE_TABLE) {
-    if (!row.number.is_none()) row.number.set(live_record, row.absent_number);
-    if (row.text != nullptr) copy_text(live_record.*row.text, row.absent_text);
+    if (!row.number.is_none()) row.number.set(live, row.missing_number);
+    if (row.text != nullptr) copy_text(live.*row.text, row.missing_text);
   }
 }
 
-void parse_live_reply(const char* report) {
-  const std::string_view text = report;  // its length is taken once
-  for (const live_row& row : LIVE_TABLE) parse_row(row, text);
-  widen_extremes();
+void parse_live_reply(const char* report, const settings_record& settings, LiveRecord& live) {
+  const std::string_view text = report;  // measured once
+  for (const live_row& row : LIVE_TABLE) parse_row(row, text, settings, live);
+  widen_extremes(live);
 }
 
 std::int64_t parse_server_time(const char* digits) {
@@ -200,10 +200,10 @@ void format_hhmm(live_text& destination, const char* digits) {
 }
 
 std::int32_t load_live_record(const char* report) {
-  reset_live_record();
-  parse_live_reply(report);
-  check_outdoor_values();
-  dump_live_record();
+  reset_live_record(live_record);
+  parse_live_reply(report, station_settings, live_record);
+  check_outdoor_values(live_record);
+  dump_live_record(live_record);
   return 0;
 }
 

@@ -1,15 +1,15 @@
 // AnythingWeather. A POST request with name, password and a comma-separated record: local time, °F, %, inHg,
 // mph, inches, W/m². A missing value is an empty field.
 
-#include "base/process_state.h"
+#include "base/debug.h"
+#include "compose/command.h"
 #include "compose/numbered_record.h"
 #include "networks/networks.h"
-#include "transport/command.h"
 
 namespace skypost {
 namespace {
 
-constexpr value_form EXACT_INHG{to_exact_inhg, 2};
+constexpr value_format EXACT_INHG{to_exact_inhg, 2};
 
 constexpr numbered_field FIELDS[] = {
     // clang-format off
@@ -30,20 +30,20 @@ static_assert(numbers_each_once(FIELDS, 11));
 
 // The form is encoded already: "%2D" and "%2C" are '-' and ',', "%0D" ends the record. The network spells
 // "vsersion" like that.
-void append_form(text_buffer& command, const station& from) {
-  const std::tm& local = from.now.local;
-  append_parameter(command, "username=", from.settings.text(anythingweather_user));
-  append_parameter(command, "&password=", from.settings.text(anythingweather_password));
+void append_form(text_buffer& command, const station& source) {
+  const std::tm& local = source.now.local;
+  append_parameter(command, "username=", source.settings.text(anythingweather_user));
+  append_parameter(command, "&password=", source.settings.text(anythingweather_password));
   command.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", local.tm_year + 1900,
                  local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min);
-  append_fields(command, FIELDS, "%2C", from, append_url_value);
+  append_fields(command, FIELDS, "%2C", source, append_url_value);
   command.append_text("%2C%0D");
 }
 
-void compose_anythingweather(text_buffer& command, const station& from) {
+void compose_anythingweather(text_buffer& command, const station& source) {
   begin_post(command);
   command.append_text("--post-data=\"");
-  append_form(command, from);
+  append_form(command, source);
   command.append("\" \"%s/feeds/load/WXDATAPOST.ASP\" 2>/dev/stdout",
                  endpoint_value(endpoint::anythingweather));
 }
@@ -75,6 +75,7 @@ int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
 constinit const http_network ANYTHINGWEATHER = {
     "anythingweather",
     compose_anythingweather,
+    upload_anythingweather,
     {.debug_header = "\nANYTHINGWEATHER\n%s\n",
      .success = judge_anythingweather,
      .failure_format = "upload to www.anythingweather.com failed: %s",

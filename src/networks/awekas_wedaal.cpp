@@ -3,9 +3,9 @@
 // km/h, W/m². A missing value is an empty field.
 
 #include "compose/dates.h"
+#include "compose/record_request.h"
 #include "compose/software.h"
 #include "networks/networks.h"
-#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -67,19 +67,20 @@ constexpr numbered_field WEDAAL_FIELDS[] = {
 };
 static_assert(numbers_each_once(WEDAAL_FIELDS, 24));
 
-void compose_awekas(text_buffer& command, const station& from) {
+void compose_awekas(text_buffer& command, const station& source) {
   append_record_request(command, endpoint::awekas, "/extern/eingabe_pruefung.php", "val=", AWEKAS_FIELDS,
-                        from);
+                        source);
 }
 
-void compose_wedaal(text_buffer& command, const station& from) {
-  append_record_request(command, endpoint::wedaal, "/get_wetter.php", "val=", WEDAAL_FIELDS, from);
+void compose_wedaal(text_buffer& command, const station& source) {
+  append_record_request(command, endpoint::wedaal, "/get_wetter.php", "val=", WEDAAL_FIELDS, source);
 }
 
 }  // namespace
 
 constinit const http_network AWEKAS_PUSH = {"awekas_push",
                                             compose_awekas,
+                                            push_awekas,
                                             {.debug_header = "\nAWEKAS (PUSH)\n%s\n",
                                              .success = {"OK", reply_mode::first_line},
                                              .failure_format = "upload to awekas: %s",
@@ -87,6 +88,7 @@ constinit const http_network AWEKAS_PUSH = {"awekas_push",
 
 constinit const http_network WEDAAL_PUSH = {"wedaal_push",
                                             compose_wedaal,
+                                            push_wedaal,
                                             {.debug_header = "\nWEDAAL (PUSH)\n%s\n",
                                              .success = {"OK", reply_mode::first_line},
                                              .failure_format = "upload to wedaal: %s",

@@ -1,10 +1,10 @@
 // Idokep (Hungary) and Wetterarchiv (Germany). A GET request with user and password and one parameter,
 // named in the network's language, for each known value: °C, %, hPa, m/s, mm.
 
+#include "compose/command.h"
 #include "compose/parameters.h"
 #include "compose/software.h"
 #include "networks/networks.h"
-#include "transport/command.h"
 
 namespace skypost {
 namespace {
@@ -37,24 +37,24 @@ constexpr parameter WETTERARCHIV_PARAMETERS[] = {
     // clang-format on
 };
 
-void compose_idokep(text_buffer& command, const station& from) {
-  const bool is_pro = from.settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE;
+void compose_idokep(text_buffer& command, const station& source) {
+  const bool is_pro = source.settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE;
   begin_get(command, is_pro ? endpoint::idokep_pro : endpoint::idokep, "/sendws.php");
-  append_parameter(command, "user=", from.settings.text(idokep_user));
-  append_parameter(command, "&pass=", from.settings.text(idokep_password));
+  append_parameter(command, "user=", source.settings.text(idokep_user));
+  append_parameter(command, "&pass=", source.settings.text(idokep_password));
   command.append("&tipus=NB%d", STATION_TYPE);
-  append_known(command, from.live, IDOKEP_PARAMETERS);
+  append_known(command, source.live, IDOKEP_PARAMETERS);
   end_get(command);
 }
 
-void compose_wetterarchiv(text_buffer& command, const station& from) {
+void compose_wetterarchiv(text_buffer& command, const station& source) {
   begin_get(command, endpoint::wetterarchiv, "/interface/http/input.php");
-  append_parameter(command, "benutzername=", from.settings.text(wetterarchiv_user));
-  append_parameter(command, "&passwort=", from.settings.text(wetterarchiv_password));
-  const std::tm& local = from.now.local;
+  append_parameter(command, "benutzername=", source.settings.text(wetterarchiv_user));
+  append_parameter(command, "&passwort=", source.settings.text(wetterarchiv_password));
+  const std::tm& local = source.now.local;
   command.append("&datum=%04d%02d%02d%02d%02d&version=NB%d", local.tm_year + 1900, local.tm_mon + 1,
                  local.tm_mday, local.tm_hour, local.tm_min, STATION_TYPE);
-  append_known(command, from.live, WETTERARCHIV_PARAMETERS);
+  append_known(command, source.live, WETTERARCHIV_PARAMETERS);
   end_get(command);
 }
 
@@ -70,6 +70,7 @@ int judge_idokep(text_buffer& reply, const upload_spec& spec) {
 
 constinit const http_network IDOKEP = {"idokep",
                                        compose_idokep,
+                                       upload_idokep,
                                        {.debug_header = "\nIDOKEP (PUSH)\n%s\n",
                                         .success = judge_idokep,
                                         .failure_format = "upload to idokep: %s",
@@ -77,6 +78,7 @@ constinit const http_network IDOKEP = {"idokep",
 
 constinit const http_network WETTERARCHIV = {"wetterarchiv",
                                              compose_wetterarchiv,
+                                             upload_wetterarchiv,
                                              {.debug_header = "\nWETTERARCHIV\n%s\n",
                                               .success = "status=SUCCESS",
                                               .failure_format = "upload to wetterarchiv failed: %s",

@@ -5,9 +5,9 @@
 #include <cctype>
 #include <cstring>
 
+#include "compose/command.h"
 #include "compose/parameters.h"
 #include "networks/networks.h"
-#include "transport/command.h"
 
 namespace skypost {
 namespace {
@@ -15,8 +15,8 @@ namespace {
 // Boards that carry one of these share it with others of their series.
 constexpr const char* GENERIC_ADDRESSES[] = {"0E:AD:00:00:00:03", "00:01:C0:04:C5:2E", "00:30:E0:00:01:05"};
 
-constexpr value_form WHOLE_UNITS_TRUNCATED{from_tenths_truncated, 0};
-constexpr value_form FIVE_MINUTE_MEAN{hour_to_five_minutes, 1};
+constexpr value_format WHOLE_UNITS_TRUNCATED{from_tenths_truncated, 0};
+constexpr value_format FIVE_MINUTE_MEAN{hour_to_five_minutes, 1};
 
 constexpr parameter PARAMETERS[] = {
     // clang-format off
@@ -75,25 +75,25 @@ void append_login_options(text_buffer& command, std::string_view user, std::stri
 }
 
 // The time of the last full five minutes, then the values.
-void append_form(text_buffer& command, const station& from) {
-  const std::tm& utc = from.now.utc;
+void append_form(text_buffer& command, const station& source) {
+  const std::tm& utc = source.now.utc;
   command.append("--post-data=\"time=%04d-%02d-%02d+%02d%%3A%02d%%3A00", utc.tm_year + 1900, utc.tm_mon + 1,
                  utc.tm_mday, utc.tm_hour, utc.tm_min - utc.tm_min % 5);
-  append_known(command, from.live, PARAMETERS);
+  append_known(command, source.live, PARAMETERS);
   command.append_text("\" ");
 }
 
 // An NSLU2 sends the login in the URL, over plain http; every other board sends it over https.
-void compose_meteonews(text_buffer& command, const station& from) {
-  const char* const hardware = from.host.hardware_address;
+void compose_meteonews(text_buffer& command, const station& source) {
+  const char* const hardware = source.host.hardware_address;
   fixed_text<32> user;
-  append_user(user, is_generic(hardware) ? from.settings.text(meteonews_mac) : hardware);
-  const std::string_view password = from.settings.text(meteonews_password);
-  const bool is_nslu2 = from.host.platform != nullptr && std::strcmp(from.host.platform, "NSLU2") == 0;
+  append_user(user, is_generic(hardware) ? source.settings.text(meteonews_mac) : hardware);
+  const std::string_view password = source.settings.text(meteonews_password);
+  const bool is_nslu2 = source.host.platform != nullptr && std::strcmp(source.host.platform, "NSLU2") == 0;
 
   begin_post(command);
   if (!is_nslu2) append_login_options(command, user.view(), password);
-  append_form(command, from);
+  append_form(command, source);
   command.append_text(is_nslu2 ? "\"http://" : "\"https://");
   if (is_nslu2) append_url_login(command, user.view(), password);
   command.append("%s\" 2>/dev/stdout | tail -n 1", endpoint_value(endpoint::meteonews));
@@ -112,6 +112,7 @@ int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
 
 constinit const http_network METEONEWS = {"meteonews",
                                           compose_meteonews,
+                                          upload_meteonews,
                                           {.debug_header = "\nMETEONEWS\n%s\n",
                                            .success = judge_meteonews,
                                            .failure_format = "upload to meteonews failed: %s",

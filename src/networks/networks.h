@@ -7,23 +7,20 @@
 //
 // A network function sends the current values in one request and judges the reply. Each takes no arguments
 // and returns 0, or -1 with the reason in `error_text`. While the live data are stale it sends nothing and
-// returns 0. Weather Underground and WeatherFlow send another form while the rapid-fire flag is set.
+// returns 0. In rapid fire, Weather Underground and WeatherFlow send their rapid variant.
 namespace skypost {
 
-// A network: its request and the judgement of its reply.
+// 1 in rapid fire, otherwise 0. Set once, by the command line.
+extern std::int32_t rapid_fire_flag;
+
+// A network: its request and how its reply is judged.
 struct http_network : outgoing {
-  consteval http_network(const char* called, composer composed_by, const upload_spec& judged_by,
-                         const http_network* sent_in_rapid_fire = nullptr)
-      : outgoing{called, carrier::http, composed_by}, reply(judged_by), rapid_form(sent_in_rapid_fire) {}
+  consteval http_network(const char* called, composer composed_by, int (*sent_by)(),
+                         const upload_spec& judged_by, const outgoing* in_rapid_fire = nullptr)
+      : outgoing{called, carrier::http, composed_by, sent_by, in_rapid_fire}, reply(judged_by) {}
 
   upload_spec reply;
-  const http_network* rapid_form;  // sent instead in rapid fire; nullptr: there is no other form
 };
-
-// The network that hands `what` out; nullptr when no request does.
-inline const http_network* as_http_network(const outgoing& what) {
-  return what.by == carrier::http ? static_cast<const http_network*>(&what) : nullptr;
-}
 
 extern const http_network ANYTHINGWEATHER;
 extern const http_network AWEKAS_PUSH;
@@ -65,7 +62,7 @@ int upload_wetterring();
 int upload_windfinder();
 int upload_windit();
 
-// What every network function does, with its network.
+// The body of every network function.
 int upload_to(const http_network& network);
 
 }  // namespace skypost

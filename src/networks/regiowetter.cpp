@@ -4,8 +4,8 @@
 // the field of a missing value empty and only separates its fields.
 
 #include "compose/dates.h"
+#include "compose/record_request.h"
 #include "networks/networks.h"
-#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -13,8 +13,8 @@ namespace {
 constexpr int FIELD_COUNT = 23;
 
 // The year without leading zeros.
-void append_bw_date(text_buffer& record, const station& from) {
-  const std::tm& local = from.now.local;
+void append_bw_date(text_buffer& record, const station& source) {
+  const std::tm& local = source.now.local;
   record.append("%02d.%02d.%d", local.tm_mday, local.tm_mon + 1, local.tm_year + 1900);
 }
 
@@ -65,19 +65,21 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_regiowetter_bw(text_buffer& command, const station& from) {
+void compose_regiowetter_bw(text_buffer& command, const station& source) {
   append_record_request(command, endpoint::regiowetter_bw, "/data/nimbulog/get_nimbulog.php",
-                        "Data=", BW_FIELDS, from);
+                        "Data=", BW_FIELDS, source);
 }
 
-void compose_regiowetter(text_buffer& command, const station& from) {
-  append_record_request(command, endpoint::regiowetter, "/admin/jobs/nimbulog.asp", "val=", FIELDS, from, "");
+void compose_regiowetter(text_buffer& command, const station& source) {
+  append_record_request(command, endpoint::regiowetter, "/admin/jobs/nimbulog.asp", "val=", FIELDS, source,
+                        "");
 }
 
 }  // namespace
 
 constinit const http_network REGIOWETTER_BW = {"regiowetter_bw",
                                                compose_regiowetter_bw,
+                                               upload_regiowetter_bw,
                                                {.debug_header = "\nREGIOWETTER-BW\n%s\n",
                                                 .success = {"Success", reply_mode::breaks_to_blanks},
                                                 .failure_format = "upload to regiowetter-bw failed: %s",
@@ -85,6 +87,7 @@ constinit const http_network REGIOWETTER_BW = {"regiowetter_bw",
 
 constinit const http_network REGIOWETTER = {"regiowetter",
                                             compose_regiowetter,
+                                            upload_regiowetter,
                                             {.debug_header = "\nREGIOWETTER\n%s\n",
                                              .success = "success",
                                              .failure_format = "upload to regiowetter failed: %s",

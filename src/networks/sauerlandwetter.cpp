@@ -3,8 +3,8 @@
 // kind of station does not fill, are two hyphens.
 
 #include "compose/dates.h"
+#include "compose/record_request.h"
 #include "networks/networks.h"
-#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -53,8 +53,8 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_sauerlandwetter(text_buffer& command, const station& from) {
-  append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, from);
+void compose_sauerlandwetter(text_buffer& command, const station& source) {
+  append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, source);
 }
 
 // A server that accepts a record may answer nothing at all.
@@ -67,6 +67,7 @@ int accept_empty_reply(const upload_spec&) {
 
 constinit const http_network SAUERLANDWETTER = {"sauerlandwetter",
                                                 compose_sauerlandwetter,
+                                                upload_sauerlandwetter,
                                                 {.debug_header = "\nSAUERLANDWETTER\n%s\n",
                                                  .success = "erfolgreich",
                                                  .failure_format = "upload to sauerlandwetter failed: %s",

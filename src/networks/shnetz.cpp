@@ -3,9 +3,9 @@
 // this kind of station does not fill, are three hyphens.
 
 #include "compose/dates.h"
+#include "compose/record_request.h"
 #include "compose/software.h"
 #include "networks/networks.h"
-#include "networks/record_request.h"
 
 namespace skypost {
 namespace {
@@ -15,19 +15,25 @@ constexpr char MISSING[] = "---";
 
 void append_station_type(text_buffer& record, const station&) { record.append("NB%d", STATION_TYPE); }
 
-void append_year(text_buffer& record, const station& from) {
-  record.append("%04d", from.now.local.tm_year + 1900);
+void append_year(text_buffer& record, const station& source) {
+  record.append("%04d", source.now.local.tm_year + 1900);
 }
 
-void append_month(text_buffer& record, const station& from) {
-  record.append("%02d", from.now.local.tm_mon + 1);
+void append_month(text_buffer& record, const station& source) {
+  record.append("%02d", source.now.local.tm_mon + 1);
 }
 
-void append_day(text_buffer& record, const station& from) { record.append("%02d", from.now.local.tm_mday); }
+void append_day(text_buffer& record, const station& source) {
+  record.append("%02d", source.now.local.tm_mday);
+}
 
-void append_hour(text_buffer& record, const station& from) { record.append("%02d", from.now.local.tm_hour); }
+void append_hour(text_buffer& record, const station& source) {
+  record.append("%02d", source.now.local.tm_hour);
+}
 
-void append_minute(text_buffer& record, const station& from) { record.append("%02d", from.now.local.tm_min); }
+void append_minute(text_buffer& record, const station& source) {
+  record.append("%02d", source.now.local.tm_min);
+}
 
 constexpr numbered_field FIELDS[] = {
     // clang-format off
@@ -87,14 +93,15 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_shnetz(text_buffer& command, const station& from) {
-  append_record_request(command, endpoint::shnetz, "/sh-netz/daten.php", "daten=", FIELDS, from);
+void compose_shnetz(text_buffer& command, const station& source) {
+  append_record_request(command, endpoint::shnetz, "/sh-netz/daten.php", "daten=", FIELDS, source);
 }
 
 }  // namespace
 
 constinit const http_network SHNETZ = {"shnetz",
                                        compose_shnetz,
+                                       upload_shnetz,
                                        {.debug_header = "\nSH-NETZ (PUSH)\n%s\n",
                                         .success = {"OK", reply_mode::first_line},
                                         .failure_format = "upload to SH-Netz: %s",

@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
+#include "compose/command.h"
 #include "compose/parameters.h"
 #include "compose/software.h"
 #include "networks/networks.h"
-#include "transport/command.h"
 
 namespace skypost {
 namespace {
@@ -15,7 +15,7 @@ enum network_set : std::uint8_t { WU = 1, WF = 2, WOW = 4, PWS = 8, WB = 16 };
 
 struct family_parameter {
   int networks;
-  parameter what;
+  parameter sent;
 };
 
 consteval live_number extra(int index) { return live_number::extra_temperature(index); }
@@ -56,85 +56,85 @@ constexpr family_parameter PARAMETERS[] = {
 // Everything after the head.
 void append_values(text_buffer& command, const LiveRecord& live, network_set network) {
   for (const family_parameter& row : PARAMETERS)
-    if ((row.networks & network) != 0) append_known(command, live, row.what);
+    if ((row.networks & network) != 0) append_known(command, live, row.sent);
   // wget's error output does not join the reply of this family.
   command.append("&softwaretype=%s\"", SOFTWARE_NAME);
 }
 
-void append_utc(text_buffer& command, const station& from) {
-  const std::tm& utc = from.now.utc;
+void append_utc(text_buffer& command, const station& source) {
+  const std::tm& utc = source.now.utc;
   command.append("&dateutc=%04d-%02d-%02d %02d:%02d:%02d", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
                  utc.tm_hour, utc.tm_min, utc.tm_sec);
 }
 
 // The head that three of them share.
 void begin_update(text_buffer& command, endpoint server, const char* path, const text_field& id,
-                  const text_field& password, const station& from) {
+                  const text_field& password, const station& source) {
   begin_get(command, server, path);
-  append_parameter(command, "action=updateraw&ID=", from.settings.text(id));
-  append_parameter(command, "&PASSWORD=", from.settings.text(password));
-  append_utc(command, from);
+  append_parameter(command, "action=updateraw&ID=", source.settings.text(id));
+  append_parameter(command, "&PASSWORD=", source.settings.text(password));
+  append_utc(command, source);
 }
 
 void append_rapid_fire(text_buffer& command, std::int32_t interval) {
   command.append("&realtime=1&rtfreq=%d", interval);
 }
 
-void begin_wunderground(text_buffer& command, endpoint server, const station& from) {
+void begin_wunderground(text_buffer& command, endpoint server, const station& source) {
   begin_update(command, server, "/weatherstation/updateweatherstation.php", wunderground_id,
-               wunderground_password, from);
+               wunderground_password, source);
 }
 
-void compose_wunderground(text_buffer& command, const station& from) {
-  begin_wunderground(command, endpoint::wunderground, from);
-  append_values(command, from.live, WU);
+void compose_wunderground(text_buffer& command, const station& source) {
+  begin_wunderground(command, endpoint::wunderground, source);
+  append_values(command, source.live, WU);
 }
 
-void compose_wunderground_rapid(text_buffer& command, const station& from) {
-  begin_wunderground(command, endpoint::wunderground_rapid, from);
-  append_rapid_fire(command, from.settings.integer(wunderground_rapid_interval));
-  append_values(command, from.live, WU);
+void compose_wunderground_rapid(text_buffer& command, const station& source) {
+  begin_wunderground(command, endpoint::wunderground_rapid, source);
+  append_rapid_fire(command, source.settings.integer(wunderground_rapid_interval));
+  append_values(command, source.live, WU);
 }
 
-void begin_weatherflow(text_buffer& command, const station& from) {
+void begin_weatherflow(text_buffer& command, const station& source) {
   begin_update(command, endpoint::weatherflow, "/wxengine/rest/collection/weatherstation", weatherflow_id,
-               weatherflow_password, from);
+               weatherflow_password, source);
 }
 
-void compose_weatherflow(text_buffer& command, const station& from) {
-  begin_weatherflow(command, from);
-  append_values(command, from.live, WF);
+void compose_weatherflow(text_buffer& command, const station& source) {
+  begin_weatherflow(command, source);
+  append_values(command, source.live, WF);
 }
 
-void compose_weatherflow_rapid(text_buffer& command, const station& from) {
-  begin_weatherflow(command, from);
-  append_rapid_fire(command, from.settings.integer(weatherflow_rapid_interval));
-  append_values(command, from.live, WF);
+void compose_weatherflow_rapid(text_buffer& command, const station& source) {
+  begin_weatherflow(command, source);
+  append_rapid_fire(command, source.settings.integer(weatherflow_rapid_interval));
+  append_values(command, source.live, WF);
 }
 
-void compose_metoffice(text_buffer& command, const station& from) {
-  const std::tm& utc = from.now.utc;
+void compose_metoffice(text_buffer& command, const station& source) {
+  const std::tm& utc = source.now.utc;
   begin_get(command, endpoint::metoffice, "/automaticreading");
-  append_parameter(command, "siteid=", from.settings.text(metoffice_site_id));
-  append_parameter(command, "&siteAuthenticationKey=", from.settings.text(metoffice_site_key));
+  append_parameter(command, "siteid=", source.settings.text(metoffice_site_id));
+  append_parameter(command, "&siteAuthenticationKey=", source.settings.text(metoffice_site_key));
   command.append("&dateutc=%04d-%02d-%02d+%02d%%3A%02d%%3A%02d", utc.tm_year + 1900, utc.tm_mon + 1,
                  utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec);
-  append_values(command, from.live, WOW);
+  append_values(command, source.live, WOW);
 }
 
-void compose_pwsweather(text_buffer& command, const station& from) {
+void compose_pwsweather(text_buffer& command, const station& source) {
   begin_update(command, endpoint::pwsweather, "/pwsupdate/pwsupdate.php", hamweather_id, hamweather_password,
-               from);
-  append_values(command, from.live, PWS);
+               source);
+  append_values(command, source.live, PWS);
 }
 
-void compose_weatherbug(text_buffer& command, const station& from) {
+void compose_weatherbug(text_buffer& command, const station& source) {
   begin_get(command, endpoint::weatherbug, "/data/livedata.aspx");
-  append_parameter(command, "ID=", from.settings.text(weatherbug_id));
-  append_parameter(command, "&PASSWORD=", from.settings.text(weatherbug_password));
-  append_parameter(command, "&num=", from.settings.text(weatherbug_num));
-  append_utc(command, from);
-  append_values(command, from.live, WB);
+  append_parameter(command, "ID=", source.settings.text(weatherbug_id));
+  append_parameter(command, "&PASSWORD=", source.settings.text(weatherbug_password));
+  append_parameter(command, "&num=", source.settings.text(weatherbug_num));
+  append_utc(command, source);
+  append_values(command, source.live, WB);
 }
 
 // PWSweather answers with a page; what counts is its body.
@@ -162,20 +162,22 @@ constexpr upload_spec WEATHERFLOW_REPLY = {.debug_header = "\nWEATHERFLOW\n",
 }  // namespace
 
 constinit const http_network WUNDERGROUND_RAPID = {"wunderground_rapid", compose_wunderground_rapid,
+                                                   upload_weather_underground,
                                                    wunderground_reply("\nWEATHER UNDERGROUND\nrapid: %s\n")};
 
-constinit const http_network WUNDERGROUND = {"wunderground", compose_wunderground,
+constinit const http_network WUNDERGROUND = {"wunderground", compose_wunderground, upload_weather_underground,
                                              wunderground_reply("\nWEATHER UNDERGROUND\nnormal: %s\n"),
                                              &WUNDERGROUND_RAPID};
 
 constinit const http_network WEATHERFLOW_RAPID = {"weatherflow_rapid", compose_weatherflow_rapid,
-                                                  WEATHERFLOW_REPLY};
+                                                  upload_weatherflow, WEATHERFLOW_REPLY};
 
-constinit const http_network WEATHERFLOW = {"weatherflow", compose_weatherflow, WEATHERFLOW_REPLY,
-                                            &WEATHERFLOW_RAPID};
+constinit const http_network WEATHERFLOW = {"weatherflow", compose_weatherflow, upload_weatherflow,
+                                            WEATHERFLOW_REPLY, &WEATHERFLOW_RAPID};
 
 constinit const http_network METOFFICE = {"metoffice",
                                           compose_metoffice,
+                                          upload_metoffice_wow,
                                           {.debug_header = "\nMETOFFICE\n%s\n",
                                            .success = {"success", reply_mode::breaks_to_blanks},
                                            .failure_format = "upload to metoffice failed: %s",
@@ -183,6 +185,7 @@ constinit const http_network METOFFICE = {"metoffice",
 
 constinit const http_network PWSWEATHER = {"pwsweather",
                                            compose_pwsweather,
+                                           upload_pwsweather,
                                            {.debug_header = "\nWEATHERFORYOU\n%s\n",
                                             .success = judge_pwsweather,
                                             .failure_format = "upload to HAMweather: %s",
@@ -190,14 +193,17 @@ constinit const http_network PWSWEATHER = {"pwsweather",
 
 constinit const http_network WEATHERBUG = {"weatherbug",
                                            compose_weatherbug,
+                                           upload_weatherbug,
                                            {.debug_header = "\nWEATHERBUG\n%s\n",
                                             .success = {"Success", reply_mode::breaks_to_blanks},
                                             .failure_format = "upload to weather bug failed: %s",
                                             .no_response_text = "no response from weather bug"}};
 
-int upload_weather_underground() { return upload_to(WUNDERGROUND); }
+int upload_weather_underground() {
+  return upload_to(rapid_fire_flag != 0 ? WUNDERGROUND_RAPID : WUNDERGROUND);
+}
 
-int upload_weatherflow() { return upload_to(WEATHERFLOW); }
+int upload_weatherflow() { return upload_to(rapid_fire_flag != 0 ? WEATHERFLOW_RAPID : WEATHERFLOW); }
 
 int upload_metoffice_wow() { return upload_to(METOFFICE); }
 

@@ -1,9 +1,9 @@
 // Wetterring: a GET request with a secret for login, the seconds since the epoch, and what is known of now,
 // the day, the month and the year: °C, km/h, hPa, mm, W/m². Some of the day's extremes bring their time along.
 
+#include "compose/command.h"
 #include "compose/parameters.h"
 #include "networks/networks.h"
-#include "transport/command.h"
 
 namespace skypost {
 namespace {
@@ -47,13 +47,13 @@ void append_direction(text_buffer& command, const LiveRecord& live) {
   append_parameter(command, "&wind_dir=", live.winddirstr);
 }
 
-void compose_wetterring(text_buffer& command, const station& from) {
+void compose_wetterring(text_buffer& command, const station& source) {
   begin_get(command, endpoint::wetterring, "/weatherboxx/");
-  append_parameter(command, "secret=", from.settings.text(wetterring_secret));
-  command.append("&tm=%lld", static_cast<long long>(from.now.seconds));
-  append_known(command, from.live, PARAMETERS);
-  append_direction(command, from.live);
-  append_known(command, from.live, {"&sun_watt_c=", &LiveRecord::solar10, WHOLE_UNITS});
+  append_parameter(command, "secret=", source.settings.text(wetterring_secret));
+  command.append("&tm=%lld", static_cast<long long>(source.now.seconds));
+  append_known(command, source.live, PARAMETERS);
+  append_direction(command, source.live);
+  append_known(command, source.live, {"&sun_watt_c=", &LiveRecord::solar10, WHOLE_UNITS});
   end_get(command);
 }
 
@@ -61,6 +61,7 @@ void compose_wetterring(text_buffer& command, const station& from) {
 
 constinit const http_network WETTERRING = {"wetterring",
                                            compose_wetterring,
+                                           upload_wetterring,
                                            {.debug_header = "\nWETTERRING\n%s\n",
                                             .success = "successfully",
                                             .failure_format = "upload to wetterring failed: %s",

@@ -1,11 +1,11 @@
 // Windfinder and WindIt, two networks for wind. A GET request: login, local time, then what is known, in °C,
 // %, hPa, mm, and the wind in knots (Windfinder, over the last 15 minutes) or m/s (WindIt).
 
-#include "base/process_state.h"
+#include "base/debug.h"
+#include "compose/command.h"
 #include "compose/dates.h"
 #include "compose/parameters.h"
 #include "networks/networks.h"
-#include "transport/command.h"
 
 namespace skypost {
 namespace {
@@ -39,27 +39,27 @@ constexpr parameter WINDIT_PARAMETERS[] = {
     // clang-format on
 };
 
-void compose_windfinder(text_buffer& command, const station& from) {
+void compose_windfinder(text_buffer& command, const station& source) {
   begin_get(command, endpoint::windfinder, "/wind-cgi/nimbulogload.pl");
-  append_parameter(command, "name=", from.settings.text(windfinder_name));
-  append_parameter(command, "&password=", from.settings.text(windfinder_password));
+  append_parameter(command, "name=", source.settings.text(windfinder_name));
+  append_parameter(command, "&password=", source.settings.text(windfinder_password));
   command.append_text("&date=");
-  append_local_date(command, from);
+  append_local_date(command, source);
   command.append_text("&time=");
-  append_local_clock(command, from);
-  append_known(command, from.live, WINDFINDER_PARAMETERS);
+  append_local_clock(command, source);
+  append_known(command, source.live, WINDFINDER_PARAMETERS);
   end_get(command);
 }
 
-void compose_windit(text_buffer& command, const station& from) {
+void compose_windit(text_buffer& command, const station& source) {
   begin_get(command, endpoint::windit, "/nimbulog/nimbulogload");
-  append_parameter(command, "id=", from.settings.text(windit_id));
+  append_parameter(command, "id=", source.settings.text(windit_id));
   command.append_text("&d=");
-  append_local_date(command, from);
+  append_local_date(command, source);
   command.append_text("&t=");
-  append_local_clock(command, from);
-  command.append(":%02d", from.now.local.tm_sec);
-  append_known(command, from.live, WINDIT_PARAMETERS);
+  append_local_clock(command, source);
+  command.append(":%02d", source.now.local.tm_sec);
+  append_known(command, source.live, WINDIT_PARAMETERS);
   command.append_text("&clid=nb");
   end_get(command);
 }
@@ -81,6 +81,7 @@ int judge_windfinder(text_buffer& reply, const upload_spec& spec) {
 
 constinit const http_network WINDFINDER = {"windfinder",
                                            compose_windfinder,
+                                           upload_windfinder,
                                            {.debug_header = "\nWINDFINDER\n%s\n",
                                             .success = judge_windfinder,
                                             .failure_format = "upload to windfinder: %s",
@@ -88,6 +89,7 @@ constinit const http_network WINDFINDER = {"windfinder",
 
 constinit const http_network WINDIT = {"windit",
                                        compose_windit,
+                                       upload_windit,
                                        {.debug_header = "\nWINDIT\n%s\n",
                                         .success = "OK",
                                         .failure_format = "upload to windit: %s",

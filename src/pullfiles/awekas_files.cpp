@@ -13,8 +13,8 @@ namespace {
 enum file_set : std::uint8_t { AWEKAS = 1, WEDAAL = 2, PAGE24 = 4, ALL = AWEKAS | WEDAAL | PAGE24 };
 
 // The year with two digits: 100 in 2100.
-void append_short_date(text_buffer& text, const station& from) {
-  const std::tm& local = from.now.local;
+void append_short_date(text_buffer& text, const station& source) {
+  const std::tm& local = source.now.local;
   text.append("%02d.%02d.%02d", local.tm_mday, local.tm_mon + 1, local.tm_year - 100);
 }
 
@@ -67,22 +67,25 @@ static_assert(has_each_line_once(WEDAAL, 24));
 static_assert(has_each_line_once(PAGE24, 10));
 
 template <file_set file>
-void compose_lines(text_buffer& text, const station& from) {
+void compose_lines(text_buffer& text, const station& source) {
   for (const file_line& line : LINES) {
     if ((line.files & file) == 0) continue;
-    append_content(text, line.content, from, append_unchanged);
+    append_content(text, line.content, source, append_unchanged);
     text.append_character('\n');
   }
 }
 
 }  // namespace
 
-constinit const pull_file AWEKAS_PULL = {"awekas_pull", compose_lines<AWEKAS>};
-constinit const pull_file WEDAAL_PULL = {"wedaal_pull", compose_lines<WEDAAL>};
-constinit const pull_file WETTERPAGE24 = {"wetterpage24", compose_lines<PAGE24>};
+constinit const pull_file AWEKAS_PULL = {"awekas_pull", compose_lines<AWEKAS>, write_awekas_file,
+                                         "awekas.txt"};
+constinit const pull_file WEDAAL_PULL = {"wedaal_pull", compose_lines<WEDAAL>, write_wedaal_file,
+                                         "wedaal.txt"};
+constinit const pull_file WETTERPAGE24 = {"wetterpage24", compose_lines<PAGE24>, write_wetterpage24_file,
+                                          "wetterpage24.txt"};
 
-int write_awekas_file(const char* name) { return write_pull_file(AWEKAS_PULL, name); }
-int write_wedaal_file(const char* name) { return write_pull_file(WEDAAL_PULL, name); }
-int write_wetterpage24_file(const char* name) { return write_pull_file(WETTERPAGE24, name); }
+int write_awekas_file() { return write_pull_file(AWEKAS_PULL); }
+int write_wedaal_file() { return write_pull_file(WEDAAL_PULL); }
+int write_wetterpage24_file() { return write_pull_file(WETTERPAGE24); }
 
 }  // namespace skypost

@@ -17,16 +17,18 @@ void append_date(text_buffer& text, const std::tm& date) {
   text.append("%02d-%02d-%02d", date.tm_mday, date.tm_mon + 1, date.tm_year - 100);
 }
 
-void append_short_local_date(text_buffer& text, const station& from) { append_date(text, from.now.local); }
-
-void append_short_utc_date(text_buffer& text, const station& from) { append_date(text, from.now.utc); }
-
-void append_utc_clock(text_buffer& text, const station& from) {
-  text.append("%02d:%02d", from.now.utc.tm_hour, from.now.utc.tm_min);
+void append_short_local_date(text_buffer& text, const station& source) {
+  append_date(text, source.now.local);
 }
 
-void append_tendency(text_buffer& text, const station& from) {
-  switch (from.live.last60mpresstrend) {
+void append_short_utc_date(text_buffer& text, const station& source) { append_date(text, source.now.utc); }
+
+void append_utc_clock(text_buffer& text, const station& source) {
+  text.append("%02d:%02d", source.now.utc.tm_hour, source.now.utc.tm_min);
+}
+
+void append_tendency(text_buffer& text, const station& source) {
+  switch (source.live.last60mpresstrend) {
     case 0:
       text.append_text("Steady");
       break;
@@ -155,18 +157,20 @@ consteval bool has_each_line_once() {
 }
 static_assert(has_each_line_once());
 
-void compose_hetweeractueel(text_buffer& text, const station& from) {
+void compose_hetweeractueel(text_buffer& text, const station& source) {
   for (const assignment& row : LINES) {
     if (row.variable != nullptr) text.append("$%s = \"", row.variable);
-    append_content(text, row.content, from, append_unchanged);
+    append_content(text, row.content, source, append_unchanged);
     text.append_text(row.variable != nullptr ? "\";\n" : "\n");
   }
 }
 
 }  // namespace
 
-constinit const pull_file HETWEERACTUEEL = {"hetweeractueel", compose_hetweeractueel, "HETWEERACTUEEL"};
+constinit const pull_file HETWEERACTUEEL = {"hetweeractueel", compose_hetweeractueel,
+                                            write_hetweeractueel_file, "hetweeractueel.txt",
+                                            "HETWEERACTUEEL"};
 
-int write_hetweeractueel_file(const char* name) { return write_pull_file(HETWEERACTUEEL, name); }
+int write_hetweeractueel_file() { return write_pull_file(HETWEERACTUEEL); }
 
 }  // namespace skypost

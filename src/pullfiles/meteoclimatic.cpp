@@ -48,29 +48,30 @@ constexpr parameter EXTREMES[] = {
     // clang-format on
 };
 
-void append_head(text_buffer& text, const station& from) {
-  const std::tm& local = from.now.local;
+void append_head(text_buffer& text, const station& source) {
+  const std::tm& local = source.now.local;
   text.append_text("*VER=DATA2\n*COD=");
-  text.append_text(from.settings.text(meteoclimatic_station));
+  text.append_text(source.settings.text(meteoclimatic_station));
   text.append("\n*UPD=%02d/%02d/%04d %02d:%02d\n", local.tm_mday, local.tm_mon + 1, local.tm_year + 1900,
               local.tm_hour, local.tm_min);
 }
 
-void compose_meteoclimatic(text_buffer& text, const station& from) {
-  append_head(text, from);
+void compose_meteoclimatic(text_buffer& text, const station& source) {
+  append_head(text, source);
   for (const parameter& line : CURRENT) {
     text.append_text(line.key);
-    append_or(text, "", line.value.of(from.live), line.form);
+    append_or(text, "", line.value.of(source.live), line.format);
     text.append_character('\n');
   }
-  append_known(text, from.live, EXTREMES);
+  append_known(text, source.live, EXTREMES);
   text.append_text("*EOT*\n");
 }
 
 }  // namespace
 
-constinit const pull_file METEOCLIMATIC = {"meteoclimatic", compose_meteoclimatic, "METEOCLIMATIC"};
+constinit const pull_file METEOCLIMATIC = {"meteoclimatic", compose_meteoclimatic, write_meteoclimatic_file,
+                                           "meteoclimatic.txt", "METEOCLIMATIC"};
 
-int write_meteoclimatic_file(const char* name) { return write_pull_file(METEOCLIMATIC, name); }
+int write_meteoclimatic_file() { return write_pull_file(METEOCLIMATIC); }
 
 }  // namespace skypost

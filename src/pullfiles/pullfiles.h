@@ -4,16 +4,20 @@
 
 // The text files that networks fetch from the appliance's web server.
 //
-// A writer composes the file `name` once and writes it into each pull directory in turn. It returns 0, or -1
-// at the first directory in which the file cannot be opened, with the reason in `error_text`; a copy written
-// before stays. While the live data are stale it writes nothing and returns 0.
+// A writer composes its file once and writes it into each pull directory in turn. It returns 0, or -1 at the first
+// directory in which the file cannot be opened, with the reason in `error_text`; an earlier copy is kept. While
+// the live data are stale it writes nothing and returns 0.
 namespace skypost {
 
 struct pull_file : outgoing {
-  consteval pull_file(const char* called, composer composed_by, const char* printed_under = nullptr)
-      : outgoing{called, carrier::file, composed_by}, debug_title(printed_under) {}
+  consteval pull_file(const char* called, composer composed_by, int (*written_by)(), const char* file_name,
+                      const char* printed_under = nullptr)
+      : outgoing{called, carrier::file, composed_by, written_by},
+        name(file_name),
+        debug_title(printed_under) {}
 
-  const char* debug_title;  // in debug mode the text is printed under it; nullptr: it is not
+  const char* name;         // in the pull directories
+  const char* debug_title;  // heading in debug output; nullptr: the text is not printed
 };
 
 extern const pull_file AWEKAS_PULL;
@@ -23,14 +27,14 @@ extern const pull_file WEDAAL_PULL;
 extern const pull_file WETTERPAGE24;
 extern const pull_file WETTERSPIEGEL;
 
-int write_awekas_file(const char* name);
-int write_hetweeractueel_file(const char* name);
-int write_meteoclimatic_file(const char* name);
-int write_wedaal_file(const char* name);
-int write_wetterpage24_file(const char* name);
-int write_wetterspiegel_file(const char* name);
+int write_awekas_file();
+int write_hetweeractueel_file();
+int write_meteoclimatic_file();
+int write_wedaal_file();
+int write_wetterpage24_file();
+int write_wetterspiegel_file();
 
-// What every writer does, with its file.
-int write_pull_file(const pull_file& file, const char* name);
+// The body of every writer.
+int write_pull_file(const pull_file& file);
 
 }  // namespace skypost

@@ -19,22 +19,23 @@ constexpr parameter WIND_TO_HUMIDITY[] = {
     // clang-format on
 };
 
-void compose_wetterspiegel(text_buffer& text, const station& from) {
-  const std::tm& local = from.now.local;
+void compose_wetterspiegel(text_buffer& text, const station& source) {
+  const std::tm& local = source.now.local;
   text.append_text("Wetterspiegel-id: ");
-  text.append_text(from.settings.text(wetterspiegel_id));
+  text.append_text(source.settings.text(wetterspiegel_id));
   text.append("\nDatum: %04d-%02d-%02d\n", local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
   text.append("Std: %02d\n", local.tm_hour);
-  append_known(text, from.live, {"temp: ", &LiveRecord::temp10, TENTHS, "\n"});
+  append_known(text, source.live, {"temp: ", &LiveRecord::temp10, TENTHS, "\n"});
   text.append_text("wx: -1\nn: 9\nALT 1: -1\nALT 2: -1\n");
-  append_known(text, from.live, WIND_TO_HUMIDITY);
+  append_known(text, source.live, WIND_TO_HUMIDITY);
   text.append_text("SS: -1\nSN: -1\n");
 }
 
 }  // namespace
 
-constinit const pull_file WETTERSPIEGEL = {"wetterspiegel", compose_wetterspiegel};
+constinit const pull_file WETTERSPIEGEL = {"wetterspiegel", compose_wetterspiegel, write_wetterspiegel_file,
+                                           "wetterspiegel.txt"};
 
-int write_wetterspiegel_file(const char* name) { return write_pull_file(WETTERSPIEGEL, name); }
+int write_wetterspiegel_file() { return write_pull_file(WETTERSPIEGEL); }
 
 }  // namespace skypost

@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
+#include "base/error_text.h"
 #include "base/paths.h"
-#include "base/process_state.h"
 #include "base/shell.h"
 
 namespace skypost {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/board.h"
 #include "base/paths.h"
 
 namespace skypost {
@@ -60,7 +61,7 @@ void detect_platform() {
   if (read_system_text(text) == 0) return;
   for (const platform_mark& row : PLATFORM_MARKS) {
     if (std::strstr(text, row.mark) == nullptr) continue;
-    setenv("NIMBULOGHW", row.platform, 1);
+    setenv(PLATFORM_VARIABLE, row.platform, 1);
     return;
   }
 }
@@ -74,7 +75,7 @@ int find_hardware_address(const char* line, text_buffer& address) {
   return 0;
 }
 
-int read_hardware_address(text_buffer& address, std::FILE* complaints) {
+int read_hardware_address(text_buffer& address, std::FILE* errors) {
   address.clear();
   errno = 0;  // a line without an address is not a system error
   std::FILE* const pipe = popen("/sbin/ifconfig eth0 2>/dev/null", "re");
@@ -84,15 +85,14 @@ int read_hardware_address(text_buffer& address, std::FILE* complaints) {
   int result = 0;
   if (std::fgets(line, sizeof line, pipe) != nullptr) {
     result = find_hardware_address(line, address);
-    if (result != 0)
-      std::fprintf(complaints, "Error ifconfig read eth0 mac address: %s\n", std::strerror(errno));
+    if (result != 0) std::fprintf(errors, "Error ifconfig read eth0 mac address: %s\n", std::strerror(errno));
   }
   pclose(pipe);
   return result;
 }
 
 const char* to_upper_text(const char* text) {
-  static char upper[32];
+  static char upper[HARDWARE_ADDRESS_CAPACITY + 1];
   std::size_t length = 0;
   for (; length < sizeof upper - 1 && text[length] != '\0'; ++length)
     upper[length] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[length])));

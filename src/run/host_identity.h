@@ -21,8 +21,8 @@ void detect_platform();
 int find_hardware_address(const char* line, text_buffer& address);
 
 // Reads the hardware address of eth0 into `address`, in upper case; it is empty when there is none. Returns 0,
-// or -1 when `ifconfig` printed a line without an address, with a message to `complaints`.
-int read_hardware_address(text_buffer& address, std::FILE* complaints = stderr);
+// or -1 when `ifconfig` printed a line without an address, with a message to `errors`.
+int read_hardware_address(text_buffer& address, std::FILE* errors = stderr);
 
 // `text` with its letters in upper case, in a static buffer of 32 bytes; cut where it does not fit.
 const char* to_upper_text(const char* text);

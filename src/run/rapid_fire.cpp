@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <ctime>
 
-#include "base/process_state.h"
+#include "base/error_text.h"
 #include "live/report_parser.h"
 #include "networks/networks.h"
 #include "run/last_run.h"
-#include "run/settings_retries.h"
 #include "settings/defaults.h"
+#include "settings/load.h"
 
 namespace skypost {
 namespace {
@@ -22,12 +22,12 @@ constexpr std::int32_t FIXED_INTERVAL = 10;  // seconds
 settings_record backup_settings;
 
 std::int32_t interval_of(const rapid_fire_network& network, const settings_record& settings) {
-  return network.own_interval == nullptr ? FIXED_INTERVAL : settings.integer(*network.own_interval);
+  return network.interval == nullptr ? FIXED_INTERVAL : settings.integer(*network.interval);
 }
 
 void send_what_is_due(rapid_fire_stamps& stamps, std::int64_t now) {
   for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
-    if (take_turn(network, station_settings, stamps, now) && network.call() != 0)
+    if (take_turn(network, station_settings, stamps, now) && network.upload->send() != 0)
       report_failure(network.name);
 }
 
@@ -57,10 +57,10 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 
 constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
     // clang-format off
-    // name                            enabled                rapid enabled                own interval                  last                                   call
-    {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &rapid_fire_stamps::wunderground_last, upload_weather_underground},
-    {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &rapid_fire_stamps::weatherflow_last,  upload_weatherflow},
-    {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &rapid_fire_stamps::windit_last,       upload_windit},
+    // name                            enabled                rapid enabled                interval                      last                                   upload
+    {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &rapid_fire_stamps::wunderground_last, &WUNDERGROUND},
+    {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &rapid_fire_stamps::weatherflow_last,  &WEATHERFLOW},
+    {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &rapid_fire_stamps::windit_last,       &WINDIT},
     // clang-format on
 };
 
@@ -93,8 +93,8 @@ bool take_turn(const rapid_fire_network& network, const settings_record& setting
 
 void make_intervals_valid(settings_record& record) {
   for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
-    if (network.own_interval != nullptr && record.integer(*network.own_interval) < 1)
-      record.set_integer(*network.own_interval, DEFAULT_RAPID_INTERVAL);
+    if (network.interval != nullptr && record.integer(*network.interval) < 1)
+      record.set_integer(*network.interval, DEFAULT_RAPID_INTERVAL);
 }
 
 void run_rapid_fire(report_buffer& report, std::int64_t start) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "compose/outgoing.h"
 #include "live/data_server.h"
 #include "run/failure.h"
 #include "settings/record.h"
@@ -15,14 +16,14 @@ struct rapid_fire_stamps {
   std::int64_t windit_last;
 };
 
-// A network that takes rapid fire.
+// A network that supports rapid fire.
 struct rapid_fire_network {
   failure_name name;
-  const integer_field* enabled;        // it is active when this is on
-  const integer_field* rapid_enabled;  // and this, when set
-  const integer_field* own_interval;   // seconds; without it the interval is fixed
+  const integer_field* enabled;        // must be on
+  const integer_field* rapid_enabled;  // must be on too, if set
+  const integer_field* interval;       // seconds; nullptr: fixed
   std::int64_t rapid_fire_stamps::*last;
-  int (*call)();  // 0, or another value with the reason in `error_text`
+  const outgoing* upload;
 };
 
 // In the order in which a pass sends them.

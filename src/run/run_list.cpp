@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "channels/channels.h"
+#include "networks/networks.h"
 #include "pullfiles/pullfiles.h"
 #include "run/last_run.h"
 
@@ -11,45 +12,45 @@ namespace {
 
 constexpr unsigned STEP_SECONDS = 15;  // the alarm's default action ends the process
 
-constexpr auto OWN = step_limit::own;
+constexpr auto FRESH = step_limit::fresh;
 constexpr auto SHARED = step_limit::shared;
 constexpr auto GATED = step_limit::gated;
 
 constinit const run_step RUN_LIST[] = {
     // clang-format off
-    // name                  enabled                   user          limit   call                                                  what
-    {"awekas-pull",          &awekas_enabled,          nullptr,      OWN,    {write_awekas_file, "awekas.txt"},                    &AWEKAS_PULL},
-    {"awekas-push",          &awekas_enabled,          &awekas_user, SHARED, push_awekas,                                          &AWEKAS_PUSH},
-    {"wedaal-pull",          &wedaal_enabled,          nullptr,      OWN,    {write_wedaal_file, "wedaal.txt"},                    &WEDAAL_PULL},
-    {"wedaal-push",          &wedaal_enabled,          &wedaal_user, SHARED, push_wedaal,                                          &WEDAAL_PUSH},
-    {"meteonews",            &meteonews_enabled,       nullptr,      OWN,    upload_meteonews,                                     &METEONEWS},
-    {"sauerlandwetter",      &sauerlandwetter_enabled, nullptr,      OWN,    upload_sauerlandwetter,                               &SAUERLANDWETTER},
-    {"SH-Netz",              &shnetz_enabled,          nullptr,      OWN,    upload_shnetz,                                        &SHNETZ},
-    {"windfinder",           &windfinder_enabled,      nullptr,      OWN,    upload_windfinder,                                    &WINDFINDER},
-    {"windit",               &windit_enabled,          nullptr,      OWN,    upload_windit,                                        &WINDIT},
-    {"hetweeractueel",       &hetweeractueel_enabled,  nullptr,      OWN,    {write_hetweeractueel_file, "hetweeractueel.txt"},    &HETWEERACTUEEL},
-    {"wetterpage24",         &wetterpage24_enabled,    nullptr,      OWN,    {write_wetterpage24_file, "wetterpage24.txt"},        &WETTERPAGE24},
-    {"meteoclimatic",        &meteoclimatic_enabled,   nullptr,      OWN,    {write_meteoclimatic_file, "meteoclimatic.txt"},      &METEOCLIMATIC},
-    {"wetterspiegel",        &wetterspiegel_enabled,   nullptr,      OWN,    {write_wetterspiegel_file, "wetterspiegel.txt"},      &WETTERSPIEGEL},
-    {"HAMweather/weather4u", &hamweather_enabled,      nullptr,      OWN,    upload_pwsweather,                                    &PWSWEATHER},
-    {"wetterarchiv",         &wetterarchiv_enabled,    nullptr,      GATED,  upload_wetterarchiv,                                  &WETTERARCHIV},
-    {"anythingweather",      &anythingweather_enabled, nullptr,      OWN,    upload_anythingweather,                               &ANYTHINGWEATHER},
-    {"wetterring",           &wetterring_enabled,      nullptr,      OWN,    upload_wetterring,                                    &WETTERRING},
-    {"regiowetter",          &regiowetter_enabled,     nullptr,      OWN,    upload_regiowetter,                                   &REGIOWETTER},
-    {"regiowetter-bw",       &regiowetter_bw_enabled,  nullptr,      OWN,    upload_regiowetter_bw,                                &REGIOWETTER_BW},
-    {"weather underground",  &wunderground_enabled,    nullptr,      OWN,    upload_weather_underground,                           &WUNDERGROUND},
-    {"weatherflow",          &weatherflow_enabled,     nullptr,      OWN,    upload_weatherflow,                                   &WEATHERFLOW},
-    {"metoffice",            &metoffice_enabled,       nullptr,      OWN,    upload_metoffice_wow,                                 &METOFFICE},
-    {"CWOP",                 &cwop_enabled,            nullptr,      OWN,    upload_cwop,                                          &CWOP},
-    {"APRS",                 &aprs_enabled,            nullptr,      OWN,    upload_aprs,                                          &APRS},
-    {"weatherbug",           &weatherbug_enabled,      nullptr,      OWN,    upload_weatherbug,                                    &WEATHERBUG},
-    {"borgervejr",           &borgervejr_enabled,      nullptr,      OWN,    send_mail_report,                                     &BORGERVEJR},
-    {"idokep",               &idokep_enabled,          nullptr,      OWN,    upload_idokep,                                        &IDOKEP},
+    // name                  enabled                   user          limit   upload
+    {"awekas-pull",          &awekas_enabled,          nullptr,      FRESH,  &AWEKAS_PULL},
+    {"awekas-push",          &awekas_enabled,          &awekas_user, SHARED, &AWEKAS_PUSH},
+    {"wedaal-pull",          &wedaal_enabled,          nullptr,      FRESH,  &WEDAAL_PULL},
+    {"wedaal-push",          &wedaal_enabled,          &wedaal_user, SHARED, &WEDAAL_PUSH},
+    {"meteonews",            &meteonews_enabled,       nullptr,      FRESH,  &METEONEWS},
+    {"sauerlandwetter",      &sauerlandwetter_enabled, nullptr,      FRESH,  &SAUERLANDWETTER},
+    {"SH-Netz",              &shnetz_enabled,          nullptr,      FRESH,  &SHNETZ},
+    {"windfinder",           &windfinder_enabled,      nullptr,      FRESH,  &WINDFINDER},
+    {"windit",               &windit_enabled,          nullptr,      FRESH,  &WINDIT},
+    {"hetweeractueel",       &hetweeractueel_enabled,  nullptr,      FRESH,  &HETWEERACTUEEL},
+    {"wetterpage24",         &wetterpage24_enabled,    nullptr,      FRESH,  &WETTERPAGE24},
+    {"meteoclimatic",        &meteoclimatic_enabled,   nullptr,      FRESH,  &METEOCLIMATIC},
+    {"wetterspiegel",        &wetterspiegel_enabled,   nullptr,      FRESH,  &WETTERSPIEGEL},
+    {"HAMweather/weather4u", &hamweather_enabled,      nullptr,      FRESH,  &PWSWEATHER},
+    {"wetterarchiv",         &wetterarchiv_enabled,    nullptr,      GATED,  &WETTERARCHIV},
+    {"anythingweather",      &anythingweather_enabled, nullptr,      FRESH,  &ANYTHINGWEATHER},
+    {"wetterring",           &wetterring_enabled,      nullptr,      FRESH,  &WETTERRING},
+    {"regiowetter",          &regiowetter_enabled,     nullptr,      FRESH,  &REGIOWETTER},
+    {"regiowetter-bw",       &regiowetter_bw_enabled,  nullptr,      FRESH,  &REGIOWETTER_BW},
+    {"weather underground",  &wunderground_enabled,    nullptr,      FRESH,  &WUNDERGROUND},
+    {"weatherflow",          &weatherflow_enabled,     nullptr,      FRESH,  &WEATHERFLOW},
+    {"metoffice",            &metoffice_enabled,       nullptr,      FRESH,  &METOFFICE},
+    {"CWOP",                 &cwop_enabled,            nullptr,      FRESH,  &CWOP},
+    {"APRS",                 &aprs_enabled,            nullptr,      FRESH,  &APRS},
+    {"weatherbug",           &weatherbug_enabled,      nullptr,      FRESH,  &WEATHERBUG},
+    {"borgervejr",           &borgervejr_enabled,      nullptr,      FRESH,  &BORGERVEJR},
+    {"idokep",               &idokep_enabled,          nullptr,      FRESH,  &IDOKEP},
     // clang-format on
 };
 
 void run(const run_step& step) {
-  if (step.call() != 0) report_failure(step.name);
+  if (step.upload->send() != 0) report_failure(step.name);
 }
 
 // The gate's time is written whether or not its step is enabled, and whatever the step returned.
@@ -79,7 +80,7 @@ void walk_run_list(const settings_record& settings, long long age, long long now
     if (step.limit == step_limit::gated) {
       run_gated(step, settings, age, now);
     } else if (is_enabled(step, settings)) {
-      if (step.limit == step_limit::own) alarm(STEP_SECONDS);
+      if (step.limit == step_limit::fresh) alarm(STEP_SECONDS);
       run(step);
     }
   }

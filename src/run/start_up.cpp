@@ -6,17 +6,19 @@
 #include <cstring>
 #include <ctime>
 
+#include "base/board.h"
+#include "base/debug.h"
 #include "base/endpoints.h"
-#include "base/process_state.h"
 #include "live/data_server.h"
+#include "live/live_record.h"
 #include "live/report_parser.h"
+#include "networks/networks.h"
 #include "run/failure.h"
 #include "run/host_identity.h"
 #include "run/last_run.h"
 #include "run/process.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
-#include "run/settings_retries.h"
 #include "settings/load.h"
 
 namespace skypost {
@@ -32,9 +34,9 @@ report_buffer report;
 // Sets the flag that the one argument asks for; false when there is no such argument.
 bool read_argument(const char* argument) {
   if (std::strcmp(argument, "-r") == 0)
-    flags.rapid_fire_flag = 1;
+    rapid_fire_flag = 1;
   else if (std::strcmp(argument, "-d") == 0)
-    flags.debug_flag = 1;
+    debug_flag = 1;
   else
     return false;
   return true;
@@ -44,7 +46,7 @@ void run_once(long long now) {
   const long long age = last_run_age(now);
   if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return;
   load_live_record(report);
-  if (flags.live_data_stale != 0 && is_any_network_enabled(station_settings)) report_failure(STALE_DATA_NAME);
+  if (live_data_stale != 0 && is_any_network_enabled(station_settings)) report_failure(STALE_DATA_NAME);
   walk_run_list(station_settings, age, now);
 }
 
@@ -71,7 +73,7 @@ int run_skypost(int argument_count, char** arguments) {
   }
   make_intervals_valid(station_settings);
   const std::time_t now = std::time(nullptr);
-  if (flags.rapid_fire_flag != 0) run_rapid_fire(report, now);
+  if (rapid_fire_flag != 0) run_rapid_fire(report, now);
   run_once(now);
   return 0;
 }

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/board.h"
 #include "base/paths.h"
 #include "base/shell.h"
 #include "settings/byte_order.h"
@@ -48,7 +49,7 @@ void open_gap(settings_record& record) {
 std::int32_t read_settings_file(int file, settings_record& record) {
   struct stat status {};
   if (fstat(file, &status) != 0) return -1;
-  const bool size_unlisted = is_size_unlisted(status.st_size, std::getenv("NIMBULOGHW"));
+  const bool size_unlisted = is_size_unlisted(status.st_size, this_board().platform);
 
   const std::int64_t count = read(file, record.bytes, SETTINGS_SIZE);
   if (count <= 0) return -1;
@@ -91,7 +92,7 @@ std::int32_t adapt_image(settings_record& record, bool size_unlisted, const char
 
 std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unlisted) {
   if (size_unlisted != 0) back_up_settings_file();
-  return adapt_image(record, size_unlisted != 0, std::getenv("NIMBULOGHW"));
+  return adapt_image(record, size_unlisted != 0, this_board().platform);
 }
 
 std::int32_t load_settings(settings_record& record) {
@@ -102,6 +103,16 @@ std::int32_t load_settings(settings_record& record) {
   if (file >= 0) close(file);
   if (result != 0) set_default_settings(record);
   return result;
+}
+
+std::int32_t load_settings_with_retries(settings_record& record) {
+  constexpr int ATTEMPTS = 3;
+  constexpr unsigned PAUSE = 1;  // seconds
+  for (int attempt = 0; attempt < ATTEMPTS; ++attempt) {
+    if (load_settings(record) == 0) return 0;
+    sleep(PAUSE);
+  }
+  return -1;
 }
 
 }  // namespace skypost

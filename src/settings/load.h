@@ -15,6 +15,10 @@ inline constexpr std::int64_t OLDER_PLUG_LAYOUT_SIZE = 38'692;
 // usable file. Writes no message; the caller reports.
 std::int32_t load_settings(settings_record& record);
 
+// The same with up to three attempts and a one-second pause after each failure, since the web pages may be writing
+// the file.
+std::int32_t load_settings_with_retries(settings_record& record);
+
 // The steps of loading, which the owner's tools call separately. `platform` is the value of NIMBULOGHW, or
 // nullptr.
 

@@ -3,8 +3,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include "base/process_state.h"
-#include "transport/command.h"
+#include "base/debug.h"
+#include "base/error_text.h"
 
 namespace skypost {
 namespace {
@@ -18,7 +18,7 @@ void set_pipe_failure(const text_buffer& command, const upload_spec& spec, const
 }
 
 void print_header(const text_buffer& command, const upload_spec& spec) {
-  if (flags.debug_flag == 0) return;
+  if (debug_flag == 0) return;
   fixed_text<COMMAND_CAPACITY + 100> header;
   header.append_pattern(spec.debug_header, command.view());
   debug_print("%s", header.c_str());
@@ -69,7 +69,7 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
 
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec) {
   if (count == 0) return spec.judge_empty(spec);
-  return spec.success.own != nullptr ? spec.success.own(reply, spec) : find_success_word(reply, spec);
+  return spec.success.judge != nullptr ? spec.success.judge(reply, spec) : find_success_word(reply, spec);
 }
 
 int fail_without_response(const upload_spec& spec) {
@@ -87,7 +87,7 @@ int fail_with_reply(const upload_spec& spec, std::string_view reply) {
 }
 
 void print_reply(std::string_view reply) {
-  if (flags.debug_flag == 0) return;
+  if (debug_flag == 0) return;
   reply_text line;
   line.append_text(reply);
   debug_print("Reply: %s\n", strip_line_breaks(line).c_str());

@@ -9,6 +9,9 @@
 
 namespace skypost {
 
+inline constexpr std::size_t COMMAND_CAPACITY = 9'999;
+using command_text = fixed_text<COMMAND_CAPACITY>;
+
 inline constexpr std::size_t REPLY_CAPACITY = 10'000;
 using reply_text = fixed_text<REPLY_CAPACITY>;
 
@@ -28,11 +31,11 @@ using reply_judge = int (*)(text_buffer& reply, const upload_spec& spec);
 struct judgement {
   consteval judgement(const char* word, reply_mode searched = reply_mode::raw)
       : success_word(word), mode(searched) {}
-  consteval judgement(reply_judge of_network) : own(of_network) {}
+  consteval judgement(reply_judge of_network) : judge(of_network) {}
 
   const char* success_word = nullptr;
   reply_mode mode = reply_mode::raw;
-  reply_judge own = nullptr;  // when set, there is no word
+  reply_judge judge = nullptr;  // if set, there is no word
 };
 
 // Judges an empty reply: leaves the network's text for it in `error_text` and returns -1.

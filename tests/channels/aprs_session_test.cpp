@@ -11,8 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "base/debug.h"
 #include "base/endpoints.h"
-#include "base/process_state.h"
+#include "base/error_text.h"
 #include "channels/channels.h"
 #include "sim/tcp_server.h"
 #include "support/station.h"
@@ -66,7 +67,7 @@ class AprsSession : public ::testing::Test {
  protected:
   void SetUp() override {
     aprs_pauses = {.before_attempt = 0, .before_reading = 0};
-    flags = {};
+    live_data_stale = debug_flag = 0;
     fill_settings(station_settings);
     live_record = fully_equipped_station();
     error_text.clear();
@@ -129,7 +130,7 @@ TEST_F(AprsSession, SendsNoCallSignWithALineBreak) {
 
 TEST_F(AprsSession, TellsWhatItDoes) {
   replying_server server({"N0CALL\n"});
-  flags.debug_flag = 1;
+  debug_flag = 1;
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(session(server.port()), 0);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),

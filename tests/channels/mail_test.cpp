@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <string>
 
-#include "base/process_state.h"
 #include "channels/channels.h"
 
 namespace skypost::testing {

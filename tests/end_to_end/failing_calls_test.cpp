@@ -58,6 +58,7 @@ const failure_case CASES[] = {
     {"read:1-3",    {}, "Can't read nimbulog settings file", "", "", 1, false},
     // HTTP.
     {"popen:2", {&wunderground_enabled}, "weather underground", R"(error open pipe (Input/output error): /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*/weatherstation/updateweatherstation.php?*")"},
+    {"popen:2", {&weatherflow_enabled}, "weatherflow", R"(error open pipe /usr/bin/wget -U nimbulog -t 4 -q -O /dev/stdout "http://127.0.0.1:*/wxengine/rest/collection/weatherstation?*": Input/output error)"},
     {"fread:3", {&windfinder_enabled},   "windfinder", "no response from windfinder"},
     {"fgets:1", {&windfinder_enabled},   "", ""},  // only the hardware address is not there
     // Pull files: the copy in the first directory stays.

@@ -11,10 +11,12 @@
 #include <set>
 #include <sstream>
 
+#include "base/endpoints.h"
 #include "base/paths.h"
 #include "channels/channels.h"
 #include "end_to_end/program.h"
 #include "live/report_parser.h"
+#include "networks/networks.h"
 #include "preview/html.h"
 #include "preview/text.h"
 #include "run/run_list.h"

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "base/process_state.h"
+#include "live/live_record.h"
 #include "sim/tcp_server.h"
 
 namespace skypost::testing {
@@ -27,9 +27,9 @@ std::string fetched(const std::vector<std::string>& pieces) {
   });
   static report_buffer report;
   std::memset(report, 'x', sizeof report);
-  flags.live_data_stale = 1;
+  live_data_stale = 1;
   EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port()), 0);
-  EXPECT_EQ(flags.live_data_stale, 0);
+  EXPECT_EQ(live_data_stale, 0);
   return {report, strnlen(report, sizeof report)};
 }
 
@@ -54,13 +54,13 @@ TEST(DataServer, IsGivenUpWhenItsQueueIsFull) {
   const sim::full_server server;
   static report_buffer report;
   ::testing::internal::CaptureStderr();
-  flags.live_data_stale = 0;
+  live_data_stale = 0;
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port()), -1);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),
             "error connect socket 127.0.0.1:" + std::to_string(server.port()) + " :Connection timed out\n");
-  EXPECT_EQ(flags.live_data_stale, 1);
+  EXPECT_EQ(live_data_stale, 1);
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ struct number_case {
   std::int32_t expected;
 };
 
-void expect_numbers(number_form form, std::initializer_list<number_case> cases) {
+void expect_numbers(number_scan form, std::initializer_list<number_case> cases) {
   for (const number_case& row : cases) {
     std::int32_t value = UNTOUCHED;
     read_number(form, row.text, value);
@@ -27,7 +27,7 @@ void expect_numbers(number_form form, std::initializer_list<number_case> cases) 
 
 TEST(NumberReader, ReadsTenths) {
   // clang-format off
-  expect_numbers(number_form::tenths,
+  expect_numbers(number_scan::tenths,
                  {{"21.25", 213}, {"-3.25", -33}, {"21.24", 212},
                   {"21.249999999999999999999999999999", 212}, {"-0.04", 0}, {"-0.05", -1}, {"0.15", 2},
                   {"+5", 50}, {"-.5", -5}, {"5.", 50}, {"00012.5", 125}, {"1e2", 1000},
@@ -47,16 +47,16 @@ TEST(NumberReader, ReadsTenths) {
 
 TEST(NumberReader, ReadsWholeNumbers) {
   // clang-format off
-  expect_numbers(number_form::integer,
+  expect_numbers(number_scan::integer,
                  {{"55", 55}, {"55.7", 55}, {"-7.9", -7}, {"+7", 7}, {"007", 7}, {"12e3", 12},
                   {"0x10", 0}, {"2147483647", INT_MAX}, {"-2147483648", INT_MIN},
                   {"2147483648", UNTOUCHED}, {"-2147483649", UNTOUCHED},
                   {"99999999999", UNTOUCHED}, {"18446744073709551671", UNTOUCHED},
                   {".5", UNTOUCHED}, {"nan", UNTOUCHED}, {"", UNTOUCHED}});
-  expect_numbers(number_form::integer_tenths,
+  expect_numbers(number_scan::integer_tenths,
                  {{"523.4", 5230}, {"-3.9", -30}, {"5e1", 50}, {"214748364", 2'147'483'640},
                   {"214748365", UNTOUCHED}, {"---", UNTOUCHED}});
-  expect_numbers(number_form::rounded,
+  expect_numbers(number_scan::rounded,
                  {{"512.6", 513}, {"512,6", 512}, {"512.4", 512}, {"-0.5", -1}, {"1e3", 1000},
                   {"abc", UNTOUCHED}, {"99999999999", UNTOUCHED}});
   // clang-format on

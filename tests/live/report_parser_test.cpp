@@ -12,7 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "base/process_state.h"
+#include "base/debug.h"
+#include "live/live_record.h"
 #include "live/live_table.h"
 #include "settings/record.h"
 #include "support/station.h"
@@ -74,19 +75,19 @@ class ReportParser : public ::testing::Test {
         {sensor_extra_temp0, "t0"}, {sensor_extra_temp1, "t1"}, {sensor_extra_temp2, "t2"},
         {sensor_extra_temp3, "t3"}, {sensor_extra_temp4, "t4"}, {sensor_extra_temp5, "t5"}};
     for (const auto& [field, sensor] : SENSORS) station_settings.set_text(field, sensor);
-    flags = {};
+    live_data_stale = debug_flag = 0;
     std::memset(&live_record, 0x5a, sizeof live_record);
   }
   void TearDown() override {
     std::memset(&station_settings, 0, sizeof station_settings);
-    flags = {};
+    live_data_stale = debug_flag = 0;
   }
 };
 
 TEST_F(ReportParser, FillsEveryFieldFromItsOwnKey) {
   load_live_record(full_report().c_str());
   expect_live_record(station_of_the_report(), "a full report");
-  EXPECT_EQ(flags.live_data_stale, 0);
+  EXPECT_EQ(live_data_stale, 0);
 }
 
 TEST_F(ReportParser, ForgetsWhatTheNextReportDoesNotSay) {
@@ -165,8 +166,8 @@ TEST_F(ReportParser, ReadsTheValueAfterTheFirstOccurrenceOfTheKey) {
       {std::string(490'000, 'a') + "ctual_th0_temp_c 9", 90},
   };
   for (const report_case& row : cases) {
-    reset_live_record();
-    parse_live_reply(row.report.c_str());
+    reset_live_record(live_record);
+    parse_live_reply(row.report.c_str(), station_settings, live_record);
     EXPECT_EQ(live_record.temp10, row.temperature) << row.report.substr(0, 100);
   }
 }
@@ -234,10 +235,10 @@ void expect_widened(const quantity& row, const char* value, std::size_t absent) 
   // The three outdoor values count together or not at all.
   const bool is_stale = !known(expected.temp10) || !known(expected.hum) || !known(expected.dew10);
   if (is_stale) expected.temp10 = expected.hum = expected.dew10 = MISSING_VALUE;
-  flags.live_data_stale = 0;
+  live_data_stale = 0;
   load_live_record(report.c_str());
   expect_live_record(expected, change);
-  EXPECT_EQ(flags.live_data_stale, is_stale ? 1 : 0) << change;
+  EXPECT_EQ(live_data_stale, is_stale ? 1 : 0) << change;
 }
 
 TEST_F(ReportParser, WidensTheExtremesThatTheCurrentValuePassed) {
@@ -259,7 +260,7 @@ TEST_F(ReportParser, KeepsWhatAnOutdoorValueHasWidenedWhenItFallsWithAnother) {
 
 TEST_F(ReportParser, PrintsItsMainValuesInDebugMode) {
   for (const std::int32_t debug : {0, 1}) {
-    flags.debug_flag = debug;
+    debug_flag = debug;
     ::testing::internal::CaptureStderr();
     load_live_record(full_report().c_str());
     const std::string expected =

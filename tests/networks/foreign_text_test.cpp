@@ -114,14 +114,14 @@ TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
   for (const char* const key : {"actual_wind0_dir_de ", "actual_wind0_dir_en ",
                                 "actual_sunrise_standard_local ", "actual_sunset_standard_local "})
     expect_unaltered(key, sizeof(live_text) - 1, live, [&](const std::string& text) {
-      parse_live_reply((key + text).c_str());
+      parse_live_reply((key + text).c_str(), station_settings, live_record);
       std::memcpy(live.winddirstr, live_record.winddirstr, sizeof(live_text));
     });
 }
 
 std::vector<const outgoing*> every_command() {
   std::vector<const outgoing*> commands = everything_handed_out();
-  std::erase_if(commands, [](const outgoing* what) { return what->by != carrier::http; });
+  std::erase_if(commands, [](const outgoing* what) { return what->carried_by != carrier::http; });
   return commands;
 }
 

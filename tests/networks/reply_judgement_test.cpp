@@ -9,7 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/process_state.h"
+#include "base/debug.h"
+#include "base/error_text.h"
 #include "networks/networks.h"
 
 namespace skypost::testing {
@@ -83,9 +84,9 @@ TEST(ReplyJudgement, IsTheSameWithAndWithoutDebugOutput) {
     for (const std::int32_t debug : {0, 1}) {
       SCOPED_TRACE(std::string(row.network.id) + ": " + std::string(row.reply));
       ::testing::internal::CaptureStderr();
-      flags.debug_flag = debug;
+      debug_flag = debug;
       EXPECT_EQ(judge(row.network, row.reply), row.result);
-      flags.debug_flag = 0;
+      debug_flag = 0;
       EXPECT_EQ(error_text.view(), row.error.empty() ? LEFT : row.error);
       const std::string output = ::testing::internal::GetCapturedStderr();
       if (debug == 0 || row.debug_output != nullptr) {

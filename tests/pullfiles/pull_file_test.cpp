@@ -7,7 +7,8 @@
 #include <filesystem>
 #include <string>
 
-#include "base/process_state.h"
+#include "base/debug.h"
+#include "base/error_text.h"
 #include "run/run_list.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
@@ -15,49 +16,48 @@
 namespace skypost::testing {
 namespace {
 
-constexpr char IN_WEB_ROOT[] = "/srv/www/name.txt";
-constexpr char IN_UPLOADS[] = "/var/run/nimbulog/uploads/name.txt";
-
 class PullFile : public ::testing::Test {
  protected:
   void SetUp() override {
-    flags = {};
+    live_data_stale = debug_flag = 0;
     error_text.clear();
     error_text.append_text("left by another network");
     fill_settings(station_settings);
     live_record = fully_equipped_station();
-    for (const char* const path : {IN_WEB_ROOT, IN_UPLOADS})
-      appliance_.write(path, std::string(COMMAND_CAPACITY, 'x'));
   }
-
-  std::string content(const char* path) { return read_whole_file(appliance_.path(path)); }
 
   appliance_folder appliance_;
 };
 
 TEST_F(PullFile, IsInBothDirectoriesInPlaceOfTheOldOne) {
-  flags.debug_flag = 1;
+  debug_flag = 1;
   for (const run_step& step : run_list()) {
-    if (step.what->by != carrier::file) continue;
+    if (step.upload->carried_by != carrier::file) continue;
     SCOPED_TRACE(step.name.text);
-    const std::string before = composed_now(*step.what);
+    const auto& file = static_cast<const pull_file&>(*step.upload);
+    const std::string in_web_root = std::string("/srv/www/") + file.name;
+    const std::string in_uploads = std::string("/var/run/nimbulog/uploads/") + file.name;
+    for (const std::string& path : {in_web_root, in_uploads})
+      appliance_.write(path, std::string(COMMAND_CAPACITY, 'x'));
+    const std::string before = composed_now(file);
     ::testing::internal::CaptureStderr();
-    EXPECT_EQ(step.call.write("name.txt"), 0);
-    const std::string text = content(IN_WEB_ROOT);
-    EXPECT_TRUE(text == before || text == composed_now(*step.what)) << text;
-    EXPECT_EQ(content(IN_UPLOADS), text);
-    const char* const title = static_cast<const pull_file*>(step.what)->debug_title;
-    const std::string debug = title == nullptr ? "" : std::string("\n") + title + "\n" + text + "\n";
+    EXPECT_EQ(file.send(), 0);
+    const std::string text = read_whole_file(appliance_.path(in_web_root));
+    EXPECT_TRUE(text == before || text == composed_now(file)) << text;
+    EXPECT_EQ(read_whole_file(appliance_.path(in_uploads)), text);
+    const std::string debug =
+        file.debug_title == nullptr ? "" : std::string("\n") + file.debug_title + "\n" + text + "\n";
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), debug + debug);
   }
 }
 
 TEST_F(PullFile, IsWrittenNowhereWithoutTheFirstDirectory) {
-  const std::filesystem::path file = appliance_.path(IN_WEB_ROOT);
-  std::filesystem::remove_all(file.parent_path());
-  EXPECT_EQ(write_awekas_file("name.txt"), -1);
-  EXPECT_EQ(error_text.view(), "error open file " + file.string() + ": No such file or directory\n");
-  EXPECT_EQ(content(IN_UPLOADS), std::string(COMMAND_CAPACITY, 'x'));
+  const std::filesystem::path uploads = appliance_.path("/var/run/nimbulog/uploads");
+  std::filesystem::create_directories(uploads);
+  EXPECT_EQ(write_awekas_file(), -1);
+  EXPECT_EQ(error_text.view(), "error open file " + appliance_.path("/srv/www/awekas.txt").string() +
+                                   ": No such file or directory\n");
+  EXPECT_TRUE(std::filesystem::is_empty(uploads));
 }
 
 }  // namespace

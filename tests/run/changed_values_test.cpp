@@ -48,8 +48,8 @@ station_change at_minute(int minute) {
 station_change in_year(int year) {
   return [=](test_station& at) { at.now.local.tm_year = year - 1900; };
 }
-station_change on_board(const char* platform, const char* hardware_address) {
-  return [=](test_station& at) { at.host = {platform, hardware_address}; };
+station_change on_board(const char* platform, const char* address) {
+  return [=](test_station& at) { at.host = {platform, address}; };
 }
 void at_unset_position(test_station& at) {
   for (const integer_field* field :

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "base/process_state.h"
+#include "base/error_text.h"
 #include "sim/appliance.h"
 
 namespace skypost::testing {

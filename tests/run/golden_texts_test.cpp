@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "networks/networks.h"
 #include "run/run_list.h"
 #include "support/station.h"
 
@@ -18,7 +19,7 @@ namespace {
 std::string as_in_file(const outgoing& what, const LiveRecord& live) {
   settings_record settings;
   fill_settings(settings);
-  return composed(what, settings, live) + (what.by == carrier::http ? "\n" : "");
+  return composed(what, settings, live) + (what.carried_by == carrier::http ? "\n" : "");
 }
 
 // Compares with a golden text. Where that is missing or different, the text is left in a file of that name: once
@@ -56,13 +57,13 @@ std::string in_one_line(std::string text) {
 TEST(GoldenTexts, OfTheReplies) {
   std::string texts;
   for (const outgoing* const what : everything_handed_out()) {
-    const http_network* const network = as_http_network(*what);
-    if (network == nullptr) continue;
-    const upload_spec& reply = network->reply;
+    if (what->carried_by != carrier::http) continue;
+    const upload_spec& reply = static_cast<const http_network*>(what)->reply;
     constexpr const char* MODES[] = {"with blanks for line feeds", "in the first line", "as it is"};
-    const std::string wanted = reply.success.own != nullptr ? "judged in its own way"
-                                                            : reply.success.success_word + std::string(", ") +
-                                                                  MODES[static_cast<int>(reply.success.mode)];
+    const std::string wanted =
+        reply.success.judge != nullptr
+            ? "judged in its own way"
+            : reply.success.success_word + std::string(", ") + MODES[static_cast<int>(reply.success.mode)];
     texts += std::string(what->id) + "\n    debug:   " + in_one_line(reply.debug_header) +
              "\n    success: " + wanted + "\n    failure: " + reply.failure_format +
              "\n    nothing: " + reply.no_response_text + '\n';

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "base/error_text.h"
 #include "base/paths.h"
-#include "base/process_state.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
 

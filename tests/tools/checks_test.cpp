@@ -14,13 +14,13 @@
 #include "base/endpoints.h"
 #include "base/paths.h"
 #include "common/kept_text.h"
+#include "compose/md5.h"
 #include "run/run_list.h"
 #include "settings/byte_order.h"
 #include "settings_tool/field_lookup.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"
 #include "support/station.h"
-#include "transport/md5.h"
 
 namespace skypost::testing {
 namespace {

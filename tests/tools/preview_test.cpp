@@ -13,8 +13,9 @@
 #include <sstream>
 
 #include "base/paths.h"
-#include "base/process_state.h"
 #include "common/errors.h"
+#include "compose/md5.h"
+#include "live/live_record.h"
 #include "live/report_parser.h"
 #include "preview/html.h"
 #include "preview/preview_tool.h"
@@ -23,7 +24,6 @@
 #include "settings/field_descriptions.h"
 #include "sim/report.h"
 #include "support/tool_test.h"
-#include "transport/md5.h"
 
 namespace skypost::testing {
 namespace {
@@ -47,8 +47,8 @@ class Preview : public ::testing::Test {
   static void set(const text_field& field, std::string_view text) { station_settings.set_text(field, text); }
 
   preview_page page(const texts& networks = {}) {
-    reset_live_record();
-    parse_live_reply(report.c_str());
+    reset_live_record(live_record);
+    parse_live_reply(report.c_str(), station_settings, live_record);
     return {"nimbulog.conf",
             "report",
             "noon",
@@ -219,9 +219,9 @@ TEST_F(Preview, TakesTheSameDataForStaleAsARun) {
     report = complete;
     replace_in_report(("actual_" + key + " [^\n]*\n").c_str(), "");
     const bool is_sent = one("idokep").obstacles.empty();
-    flags.live_data_stale = 0;
+    live_data_stale = 0;
     load_live_record(report.c_str());
-    EXPECT_EQ(is_sent, flags.live_data_stale == 0) << key;
+    EXPECT_EQ(is_sent, live_data_stale == 0) << key;
   }
 }
 

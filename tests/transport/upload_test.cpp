@@ -8,9 +8,10 @@
 #include <string>
 #include <utility>
 
-#include "base/process_state.h"
+#include "base/debug.h"
+#include "base/error_text.h"
+#include "compose/command.h"
 #include "support/appliance_folder.h"
-#include "transport/command.h"
 
 namespace skypost::testing {
 namespace {
@@ -23,7 +24,7 @@ constexpr upload_spec SPEC = {.debug_header = "\nNETWORK\n%s\n",
 class Upload : public ::testing::Test {
  protected:
   void SetUp() override {
-    flags = {};
+    debug_flag = 0;
     error_text.clear();
     error_text.append_text("left by another network");
   }
@@ -63,7 +64,7 @@ TEST_F(Upload, RunsNoCommandThatDidNotFit) {
 
 TEST_F(Upload, SaysTheSameToTheOwnerWithAndWithoutDebugOutput) {
   for (const std::int32_t debug : {0, 1}) {
-    flags.debug_flag = debug;
+    debug_flag = debug;
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(upload("printf 'bad\\r\\nnews\\n'"), -1);
     EXPECT_EQ(error(), "upload failed: badnews");

@@ -25,8 +25,8 @@ bool is_text_lacking(const outgoing& what, const station& from, const field_desc
 }
 
 bool is_hardware_address_told(const outgoing& what, const station& from) {
-  const auto text_with = [&](const char* hardware_address) {
-    return text_of(what, {from.settings, from.live, from.now, {from.host.platform, hardware_address}});
+  const auto text_with = [&](const char* address) {
+    return text_of(what, {from.settings, from.live, from.now, {from.host.platform, address}});
   };
   return text_with("1") != text_with("2");
 }

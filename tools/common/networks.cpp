@@ -44,7 +44,7 @@ bool is_same_name(std::string_view one, std::string_view other) {
 
 bool is_network_name(std::string_view name, const run_step& step) {
   return is_same_name(name, network_of(step)) || is_same_name(name, step.name.text) ||
-         is_same_name(name, step.what->id) || is_same_name(name, switch_name(step));
+         is_same_name(name, step.upload->id) || is_same_name(name, switch_name(step));
 }
 
 bool handed_out::is_on(const settings_record& settings) const {
@@ -54,10 +54,9 @@ bool handed_out::is_on(const settings_record& settings) const {
 std::vector<handed_out> all_handed_out() {
   std::vector<handed_out> all;
   for (const run_step& step : run_list()) {
-    all.push_back({step, *step.what, nullptr});
-    const http_network* const network = as_http_network(*step.what);
-    if (network != nullptr && network->rapid_form != nullptr)
-      all.push_back({step, *network->rapid_form, rapid_fire_of(step)});
+    all.push_back({step, *step.upload, nullptr});
+    if (step.upload->rapid_variant != nullptr)
+      all.push_back({step, *step.upload->rapid_variant, rapid_fire_of(step)});
   }
   return all;
 }

@@ -16,7 +16,7 @@ std::string key_of(const live_row& row) {
 }
 
 std::optional<std::string> word_for(const live_row& row, const char* report) {
-  const char* const value = find_value(report, row);
+  const char* const value = find_value(report, row, station_settings);
   if (value == nullptr) return std::nullopt;
   return std::string(value, std::strcspn(value, " \t\n\v\f\r"));
 }

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <memory>
 
+#include "base/board.h"
 #include "base/paths.h"
 #include "common/errors.h"
 #include "run/host_identity.h"
@@ -84,9 +85,9 @@ void flush_folder_of(const std::string& path) {
 }  // namespace
 
 const char* platform() {
-  const char* const named = std::getenv("NIMBULOGHW");
+  const char* const named = std::getenv(PLATFORM_VARIABLE);
   if (named == nullptr || *named == '\0') detect_platform();
-  return std::getenv("NIMBULOGHW");
+  return std::getenv(PLATFORM_VARIABLE);
 }
 
 std::string appliance_path(const char* path) {

@@ -18,8 +18,8 @@ constexpr char SOME_TEXT[] = "x";
 void put(live_text& place, std::string_view text) { place[text.copy(place, sizeof place - 1)] = '\0'; }
 
 bool is_missing(const live_row& row, const LiveRecord& live) {
-  if (row.text != nullptr) return std::strcmp(live.*row.text, row.absent_text) == 0;
-  return row.number.of(live) == row.absent_number;
+  if (row.text != nullptr) return std::strcmp(live.*row.text, row.missing_text) == 0;
+  return row.number.of(live) == row.missing_number;
 }
 
 void fill(const live_row& row, LiveRecord& live) {
@@ -28,8 +28,8 @@ void fill(const live_row& row, LiveRecord& live) {
 }
 
 void empty(const live_row& row, LiveRecord& live) {
-  if (!row.number.is_none()) row.number.set(live, row.absent_number);
-  if (row.text != nullptr) put(live.*row.text, row.absent_text);
+  if (!row.number.is_none()) row.number.set(live, row.missing_number);
+  if (row.text != nullptr) put(live.*row.text, row.missing_text);
 }
 
 missing_value explained(const live_row& row, const char* report) {

@@ -13,7 +13,9 @@
 #include "common/position.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
+#include "networks/networks.h"
 #include "preview/hidden_secrets.h"
+#include "pullfiles/pullfiles.h"
 #include "settings/field_descriptions.h"
 
 namespace skypost {
@@ -70,7 +72,7 @@ void describe_request(step_preview& preview) {
 void describe_file(step_preview& preview, const handed_out& one) {
   preview.how = "file";
   for (const char* const directory : PULL_DIRECTORIES)
-    preview.where.push_back(appliance_path(directory) + one.step.call.file);
+    preview.where.push_back(appliance_path(directory) + static_cast<const pull_file&>(one.what).name);
 }
 
 // One of the two is enough.
@@ -113,7 +115,7 @@ void describe_mail(step_preview& preview) {
 }
 
 void describe_way(step_preview& preview, const handed_out& one, const preview_source& source) {
-  switch (one.what.by) {
+  switch (one.what.carried_by) {
     case carrier::http:
       return describe_request(preview);
     case carrier::file:
@@ -137,7 +139,7 @@ void compose_content(step_preview& preview, const outgoing& what, const preview_
     one = with(with_secrets_replaced(source.from.settings, false));
     other = with(with_secrets_replaced(source.from.settings, true));
   }
-  if (what.by == carrier::http)
+  if (what.carried_by == carrier::http)
     preview.request = with_differences_hidden(take_apart(one), take_apart(other));
   else
     preview.text = with_differences_hidden(one, other);
@@ -147,7 +149,7 @@ step_preview preview_of(const handed_out& one, const preview_source& source) {
   step_preview preview;
   preview.network = network_of(one.step);
   if (one.rapid != nullptr) preview.network += ", rapid fire";
-  if (one.what.by == carrier::file) preview.network += ", file";
+  if (one.what.carried_by == carrier::file) preview.network += ", file";
   preview.id = one.what.id;
   preview.obstacles = obstacles_of(one, source);
   compose_content(preview, one.what, source);

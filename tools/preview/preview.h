@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "common/request_parts.h"
-#include "compose/station.h"
+#include "live/station.h"
 #include "preview/missing_values.h"
 
 namespace skypost {

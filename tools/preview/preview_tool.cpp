@@ -5,8 +5,8 @@
 #include <optional>
 #include <ostream>
 
+#include "base/board.h"
 #include "base/endpoints.h"
-#include "base/process_state.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
 #include "common/networks.h"
@@ -108,16 +108,15 @@ void show(const command_line& wanted, std::ostream& out) {
   page.report = wanted.report.value_or(data_server());
   const std::string report = report_for(wanted);
   // Without the step that drops all outdoor values when one of them is missing: the others are shown.
-  reset_live_record();
-  parse_live_reply(report.c_str());
+  reset_live_record(live_record);
+  parse_live_reply(report.c_str(), station_settings, live_record);
   const moment now = current_moment();
   page.time = written(now);
-  page.steps = make_previews(
-      {.from = {station_settings, live_record, now, {std::getenv("NIMBULOGHW"), hardware_address.c_str()}},
-       .report = report.c_str(),
-       .last_run_age = last_run_age(now.seconds),
-       .with_secrets = wanted.with_secrets},
-      wanted.networks);
+  page.steps = make_previews({.from = {station_settings, live_record, now, this_board()},
+                              .report = report.c_str(),
+                              .last_run_age = last_run_age(now.seconds),
+                              .with_secrets = wanted.with_secrets},
+                             wanted.networks);
   if (wanted.as_html)
     print_html(out, page);
   else

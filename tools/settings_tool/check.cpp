@@ -9,11 +9,11 @@
 #include "common/kept_text.h"
 #include "common/printable.h"
 #include "common/report_source.h"
+#include "compose/command.h"
 #include "run/host_identity.h"
 #include "settings_tool/checks.h"
 #include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
-#include "transport/command.h"
 
 namespace skypost {
 namespace {

@@ -25,7 +25,7 @@ called_server server_of(const outgoing& what) {
 std::vector<called_server> http_servers_of(const run_step& step) {
   std::vector<called_server> servers;
   for (const handed_out& one : handed_out_by(step)) {
-    if (one.what.by != carrier::http) continue;
+    if (one.what.carried_by != carrier::http) continue;
     called_server server = server_of(one.what);
     server.switched_by = switch_of(step);
     if (one.rapid != nullptr) {
@@ -56,9 +56,9 @@ std::vector<called_server> cwop_servers() {
 
 }  // namespace
 
-station station_without_values(const char* hardware_address) {
-  reset_live_record();
-  return {station_settings, live_record, moment_at(0), {platform(), hardware_address}};
+station station_without_values(const char* address) {
+  reset_live_record(live_record);
+  return {station_settings, live_record, moment_at(0), {platform(), address}};
 }
 
 std::vector<const run_step*> enabled_steps() {
@@ -76,8 +76,8 @@ std::vector<handed_out> handed_out_by(const run_step& step) {
 }
 
 std::vector<called_server> servers_of(const run_step& step) {
-  if (step.what == &CWOP) return cwop_servers();
-  if (step.what == &APRS && !station_settings.text(aprs_host).empty())
+  if (step.upload == &CWOP) return cwop_servers();
+  if (step.upload == &APRS && !station_settings.text(aprs_host).empty())
     return {{.scheme = "",
              .host = std::string(station_settings.text(aprs_host)),
              .named_by = description_of(aprs_host).name,

@@ -38,6 +38,6 @@ struct called_server {
 std::vector<called_server> servers_of(const run_step& step);
 
 // This station when every value of the report is missing.
-station station_without_values(const char* hardware_address);
+station station_without_values(const char* address);
 
 }  // namespace skypost

@@ -41,20 +41,21 @@ void check_packet(const run_step& step, findings& found) {
 
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
-  if (step.what->by == carrier::aprs) check_packet(step, found);
+  if (step.upload->carried_by == carrier::aprs) check_packet(step, found);
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (row.group != network || !is_unset(station_settings, row)) continue;
     const bool is_told = is_lacking(step, row, appliance);
     // The name of the APRS server is no part of the packet.
     if (!is_told && row.field.offset != aprs_host.offset) continue;
-    const bool is_call_sign = is_told && step.what->by == carrier::aprs && row.field.is_text();
+    const bool is_call_sign = is_told && step.upload->carried_by == carrier::aprs && row.field.is_text();
     found.push_back(std::string(row.name) + ": " + network + " is switched on without its " + thing_of(row) +
                     (is_call_sign ? ", and an empty one is found in every answer: each upload counts as good,"
                                     " whatever the server says"
                                   : "") +
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
-  if (appliance.hardware_address.empty() && is_hardware_address_told(*step.what, station_without_values("")))
+  if (appliance.hardware_address.empty() &&
+      is_hardware_address_told(*step.upload, station_without_values("")))
     found.push_back(
         "eth0: ifconfig shows no hardware address after \"HWaddr\", by which " + network +
         " knows the station. Newer versions write \"ether\": see skypost(8). Check the interface, or set " +
@@ -117,7 +118,7 @@ void check_endpoint_file(const checked_appliance& appliance, findings& found) {
 
 void check_position(const checked_appliance&, findings& found) {
   const std::string networks =
-      networks_where([](const run_step& step) { return step.what->by == carrier::aprs; });
+      networks_where([](const run_step& step) { return step.upload->carried_by == carrier::aprs; });
   if (networks.empty()) return;
   for (const std::string& fault : faults_of_position(station_settings, networks)) found.push_back(fault);
 }
@@ -134,12 +135,12 @@ void check_rapid_fire(const checked_appliance&, findings& found) {
   settings_record valid = station_settings;
   make_intervals_valid(valid);
   for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS) {
-    if (network.own_interval == nullptr || !is_active(network, station_settings)) continue;
-    const std::int32_t interval = station_settings.integer(*network.own_interval);
-    const std::int32_t used = valid.integer(*network.own_interval);
+    if (network.interval == nullptr || !is_active(network, station_settings)) continue;
+    const std::int32_t interval = station_settings.integer(*network.interval);
+    const std::int32_t used = valid.integer(*network.interval);
     if (interval != used)
-      found.push_back(std::string(description_of(*network.own_interval).name) + ": " +
-                      std::to_string(interval) + " seconds is too short, so " + std::to_string(used) +
+      found.push_back(std::string(description_of(*network.interval).name) + ": " + std::to_string(interval) +
+                      " seconds is too short, so " + std::to_string(used) +
                       " are used instead. Set it to 1 or more.");
   }
 }

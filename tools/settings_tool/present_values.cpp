@@ -42,7 +42,7 @@ std::vector<const live_row*> present_values_of(const settings_field& setting) {
 
 bool is_number(const live_row& row, const std::string& word) {
   std::int32_t number = MISSING_VALUE;
-  read_number(row.form, word.c_str(), number);
+  read_number(row.scan, word.c_str(), number);
   return known(number);
 }
 

@@ -16,7 +16,7 @@ namespace skypost {
 namespace {
 
 std::string networks_by(carrier by) {
-  return networks_where([by](const run_step& step) { return step.what->by == by; });
+  return networks_where([by](const run_step& step) { return step.upload->carried_by == by; });
 }
 
 // Why a program cannot be run; empty when it can.

@@ -1,7 +1,7 @@
 // The networks that take a hashed password take MD5; libcrypto counts it as deprecated.
 #define OPENSSL_SUPPRESS_DEPRECATED
 
-#include "transport/md5.h"
+#include "compose/md5.h"
 
 #include <openssl/crypto.h>
 #include <openssl/md5.h>

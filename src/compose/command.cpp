@@ -1,4 +1,4 @@
-#include "transport/command.h"
+#include "compose/command.h"
 
 namespace skypost {
 

@@ -11,9 +11,6 @@ namespace skypost {
 inline constexpr char WGET_COMMAND[] = "/usr/bin/wget -U nimbulog";
 inline constexpr int WGET_TRIES = 4;
 
-inline constexpr std::size_t COMMAND_CAPACITY = 9'999;
-using command_text = fixed_text<COMMAND_CAPACITY>;
-
 // Begins the command of a GET request: up to and including the "?" after the endpoint's `path`.
 void begin_get(text_buffer& command, endpoint server, const char* path);
 

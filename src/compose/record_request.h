@@ -2,14 +2,15 @@
 
 #include <span>
 
+#include "compose/command.h"
 #include "compose/numbered_record.h"
-#include "transport/command.h"
 
 namespace skypost {
 
 // Appends the command of a GET request with one parameter, `key` (which ends in "="): a record with `end`
 // after its last field and semicolons between them.
 void append_record_request(text_buffer& command, endpoint server, const char* path, const char* key,
-                           std::span<const numbered_field> table, const station& from, const char* end = ";");
+                           std::span<const numbered_field> table, const station& source,
+                           const char* end = ";");
 
 }  // namespace skypost

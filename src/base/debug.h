@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+
+namespace skypost {
+
+// 1 in debug mode, otherwise 0. Set once, by the command line.
+extern std::int32_t debug_flag;
+
+// printf to standard error, if the debug flag is set.
+[[gnu::format(printf, 1, 2)]] void debug_print(const char* format, ...);
+
+}  // namespace skypost

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "base/text.h"
+
+namespace skypost {
+
+inline constexpr std::size_t ERROR_TEXT_CAPACITY = 10'000;
+
+// The reason for the latest failure, for report_failure. Cleared at the start of each rapid-fire pass.
+extern text_buffer error_text;
+
+}  // namespace skypost
