@@ -17,7 +17,7 @@
 
 // No process is started, however a target reaches the call, and no time is spent.
 extern "C" int system(const char*) { return 0; }
-extern "C" int usleep(useconds_t) { return 0; }
+extern "C" int nanosleep(const timespec*, timespec*) { return 0; }
 extern "C" std::FILE* popen(const char*, const char*) {
   errno = EMFILE;
   return nullptr;

@@ -30,7 +30,7 @@ std::string field_of(const std::string& record, char separator, int number) {
 
 std::string as_sent(const account_text& text) {
   if (!text.is_hashed) return text.value;
-  fixed_text<32> digest;
+  md5_text digest;
   return std::string(md5_hex(text.value, digest).view());
 }
 

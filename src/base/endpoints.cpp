@@ -27,20 +27,9 @@ constexpr endpoint_row ENDPOINTS[] = {
 // The owner's values, empty where the default is in effect. Written by read_endpoints at start-up.
 char overrides[std::size(ENDPOINTS)][ENDPOINT_CAPACITY + 1];
 
-constexpr std::string_view LETTERS_AND_DIGITS =
-    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
-
-bool is_made_of(std::string_view text, std::string_view more_characters) {
-  for (const char character : text)
-    if (LETTERS_AND_DIGITS.find(character) == std::string_view::npos &&
-        more_characters.find(character) == std::string_view::npos)
-      return false;
-  return true;
-}
-
 bool is_host(std::string_view text) {
-  return !text.empty() && is_made_of(text, ".-") && is_made_of(head_of(text, 1), "") &&
-         is_made_of(tail_of(text, text.size() - 1), "");
+  return !text.empty() && is_alphanumeric(text, ".-") && is_alphanumeric(head_of(text, 1)) &&
+         is_alphanumeric(tail_of(text, text.size() - 1));
 }
 
 bool is_port(std::string_view text) {
@@ -68,7 +57,8 @@ bool is_address(std::string_view text) {
   const std::size_t at = text.find('@');
   if (at == std::string_view::npos || at == 0) return false;
   const std::string_view mailbox = head_of(text, at);
-  return is_made_of(mailbox, "._+-") && is_made_of(head_of(mailbox, 1), "") && is_host(tail_of(text, at + 1));
+  return is_alphanumeric(mailbox, "._+-") && is_alphanumeric(head_of(mailbox, 1)) &&
+         is_host(tail_of(text, at + 1));
 }
 
 bool fits_its_place(endpoint_kind kind, std::string_view value) {
@@ -153,8 +143,7 @@ void read_endpoints(std::FILE* file, const char* path, std::FILE* errors) {
 
 void load_endpoints(std::FILE* errors) {
   reset_endpoints();
-  path_text path;
-  append_appliance_path(path, ENDPOINTS_PATH);
+  const path_text path(ENDPOINTS_PATH);
   std::FILE* const file = std::fopen(path.c_str(), "re");
   if (file == nullptr) {
     if (errno != ENOENT) std::fprintf(errors, "Error: %s: %s\n", path.c_str(), std::strerror(errno));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <climits>
+
 #include "base/text.h"
 
 namespace skypost {
@@ -17,12 +19,13 @@ inline constexpr char PCI_DEVICES_PATH[] = "/proc/bus/pci/devices";
 // The directories that networks fetch files from, in the order in which they are written.
 inline constexpr const char* PULL_DIRECTORIES[] = {"/srv/www/", "/var/run/nimbulog/uploads/"};
 
-// The longest path that Linux accepts.
-inline constexpr std::size_t PATH_CAPACITY = 4'095;
-using path_text = fixed_text<PATH_CAPACITY>;
+// One character more than Linux accepts: a truncated path is refused as too long and never names another file.
+inline constexpr std::size_t PATH_CAPACITY = PATH_MAX;
 
-// Appends one of the appliance's own paths, with the variable SKYPOST_ROOT, when set, before it: a whole
-// appliance in a folder, for a demonstration or a test.
-void append_appliance_path(text_buffer& path, const char* appliance_path);
+// An appliance path, prefixed with $SKYPOST_ROOT if set: demos and tests keep a whole appliance in one directory.
+class path_text : public fixed_text<PATH_CAPACITY> {
+ public:
+  explicit path_text(const char* appliance_path);
+};
 
 }  // namespace skypost

@@ -11,8 +11,7 @@ void append_quoted(text_buffer& command, std::string_view text) {
 }
 
 void append_shell_word(text_buffer& command, std::string_view text) {
-  constexpr std::string_view PLAIN = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._-";
-  if (!text.empty() && text.find_first_not_of(PLAIN) == std::string_view::npos) {
+  if (!text.empty() && is_alphanumeric(text, "/._-")) {
     command.append_text(text);
     return;
   }

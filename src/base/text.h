@@ -15,6 +15,17 @@ constexpr std::string_view tail_of(std::string_view text, std::size_t count) {
   return text;
 }
 
+// True if every character is an ASCII letter, a digit or one of `others`.
+constexpr bool is_alphanumeric(std::string_view text, std::string_view others = {}) {
+  constexpr std::string_view LETTERS_AND_DIGITS =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+  for (const char character : text)
+    if (LETTERS_AND_DIGITS.find(character) == std::string_view::npos &&
+        others.find(character) == std::string_view::npos)
+      return false;
+  return true;
+}
+
 // A text in a buffer of fixed capacity. Every append is checked: what does not fit is cut off and
 // was_cut() says so from then on, until clear(). The text is NUL-terminated at all times.
 class text_buffer {
@@ -61,10 +72,10 @@ class text_buffer {
 template <std::size_t text_capacity>
 class fixed_text : public text_buffer {
  public:
-  constexpr fixed_text() : text_buffer(bytes_) {}
+  constexpr fixed_text() : text_buffer(bytes_) { bytes_[0] = '\0'; }
 
  private:
-  char bytes_[text_capacity + 1] = {};
+  char bytes_[text_capacity + 1];
 };
 
 }  // namespace skypost

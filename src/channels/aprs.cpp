@@ -5,8 +5,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 
 #include "base/debug.h"
 #include "base/endpoints.h"
@@ -20,7 +22,7 @@ namespace {
 
 constexpr std::int32_t CWOP_PASSCODE = -1;  // CWOP stations are not verified
 constexpr int ATTEMPTS = 5;                 // at each server
-constexpr std::size_t ANSWER_CAPACITY = 1'000;
+constexpr std::size_t APRS_REPLY_CAPACITY = 1'000;
 
 struct packet_piece {
   char letter;
@@ -126,10 +128,14 @@ struct aprs_task {
 
 enum class outcome { sent, try_again, next_server, give_up };
 
-void pause_for(unsigned milliseconds) { usleep(milliseconds * 1'000); }
+void pause_for(unsigned milliseconds) {
+  const timespec length = {.tv_sec = milliseconds / 1'000,
+                           .tv_nsec = static_cast<long>(milliseconds % 1'000) * 1'000'000};
+  nanosleep(&length, nullptr);
+}
 
-void add_failure(const char* what, int attempt, const char* host, const char* reason) {
-  error_text.append("error %s (%d) \"%s\": %s, ", what, attempt, host, reason);
+void add_failure(const char* action, int attempt, const char* host, const char* reason) {
+  error_text.append("error %s (%d) \"%s\": %s, ", action, attempt, host, reason);
 }
 
 // Returns nullptr, or why there is no connection.
@@ -144,12 +150,12 @@ const char* connect_to(int connection, const char* host, std::uint32_t port) {
 }
 
 // Reads what the server has said so far, in one read. Returns false when that is nothing.
-bool read_answer(int connection, text_buffer& answer) {
+bool receive_reply(int connection, text_buffer& reply) {
   // A server that closes leaves no error of its own.
   errno = 0;
-  const ssize_t count = read(connection, answer.storage(), answer.capacity());
+  const ssize_t count = read(connection, reply.storage(), reply.capacity());
   if (count < 1) return false;
-  answer.set_length(static_cast<std::size_t>(count));
+  reply.set_length(static_cast<std::size_t>(count));
   return true;
 }
 
@@ -164,14 +170,14 @@ outcome exchange(int connection, const aprs_task& task, const char* host, int at
     return outcome::try_again;
   }
   pause_for(aprs_pauses.before_reading);
-  fixed_text<ANSWER_CAPACITY> answer;
-  if (!read_answer(connection, answer)) {
+  fixed_text<APRS_REPLY_CAPACITY> reply;
+  if (!receive_reply(connection, reply)) {
     add_failure("socket read", attempt, host, std::strerror(errno));
     return outcome::try_again;
   }
-  debug_print("Reply: %s\n", answer.c_str());
-  if (std::strstr(answer.c_str(), task.call_sign) != nullptr) return outcome::sent;
-  add_failure("data transfer", attempt, host, newlines_to_commas(answer).c_str());
+  debug_print("Reply: %s\n", reply.c_str());
+  if (std::strstr(reply.c_str(), task.call_sign) != nullptr) return outcome::sent;
+  add_failure("data transfer", attempt, host, newlines_to_commas(reply).c_str());
   return outcome::try_again;
 }
 
@@ -203,8 +209,8 @@ bool send_to_one_of(const char* const* servers, const aprs_task& task) {
   return false;
 }
 
-// A setting's text with a NUL after it, which a full slot does not have.
-using setting_text = fixed_text<128>;
+// A NUL-terminated copy of a setting; a full slot has no NUL.
+using setting_text = fixed_text<std::max({cwop_id.size, aprs_call_sign.size, aprs_host.size})>;
 
 int session_of(const char* const* servers, std::uint32_t port, const aprs_login& login) {
   setting_text call_sign;

@@ -44,9 +44,7 @@ std::string_view sender_of(const settings_record& settings) {
 }
 
 void append_path_word(text_buffer& command, const char* appliance_path) {
-  path_text path;
-  append_appliance_path(path, appliance_path);
-  append_shell_word(command, path.view());
+  append_shell_word(command, path_text(appliance_path).view());
 }
 
 void append_header(text_buffer& mail, const station& source) {

@@ -13,7 +13,7 @@ extern "C" void OPENSSL_cleanse(void* place, std::size_t size) { explicit_bzero(
 
 namespace skypost {
 
-text_buffer& md5_hex(std::string_view text, text_buffer& out) {
+md5_text& md5_hex(std::string_view text, md5_text& out) {
   unsigned char digest[MD5_DIGEST_LENGTH];
   MD5(reinterpret_cast<const unsigned char*>(text.data()), text.size(), digest);
   out.clear();

@@ -6,8 +6,10 @@
 
 namespace skypost {
 
-// The MD5 digest of `text` (RFC 1321) as 32 lower-case hexadecimal digits. Replaces what `out` held,
-// which has room for 32 characters or more, and returns it.
-text_buffer& md5_hex(std::string_view text, text_buffer& out);
+using md5_text = fixed_text<32>;
+
+// Writes the MD5 digest of `text` (RFC 1321) to `out`, as lower-case hexadecimal digits in place of what it held, and
+// returns `out`.
+md5_text& md5_hex(std::string_view text, md5_text& out);
 
 }  // namespace skypost

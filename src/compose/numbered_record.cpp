@@ -12,7 +12,7 @@ bool is_time_missing(const field_content& content, const LiveRecord& live) {
 }
 
 void append_digest(text_buffer& record, std::string_view password) {
-  fixed_text<32> digest;
+  md5_text digest;
   record.append_text(md5_hex(password, digest).view());
 }
 

@@ -14,7 +14,7 @@
 namespace skypost {
 namespace {
 
-constexpr std::uint32_t READ_BUDGET = 499'999;
+constexpr std::uint32_t READ_BUDGET = REPORT_CAPACITY - 1;  // the NUL needs the last byte
 constexpr std::uint32_t CHUNK_SIZE = 32'768;
 constexpr timeval LIMIT = {.tv_sec = 5, .tv_usec = 0};  // of connecting, and of each receiving
 constexpr useconds_t PAUSE_AFTER_CHUNK = 100;           // microseconds

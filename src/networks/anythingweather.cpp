@@ -51,7 +51,7 @@ void compose_anythingweather(text_buffer& command, const station& source) {
 // What counts is wget's own status line.
 constexpr std::string_view SUCCESS = "200 OK";
 
-// The debug output of every upload that the first line does not confirm ends in this, good or bad.
+// Ends the debug output whenever the first line does not confirm the upload.
 constexpr char CLOSING_LINE[] = "Reply: OK\n";
 
 int fail_with_closing_line(const upload_spec& spec) {
@@ -59,15 +59,14 @@ int fail_with_closing_line(const upload_spec& spec) {
   return fail_without_response(spec);
 }
 
-// The texts follow the reply's first line, but the status may come after lines about the connection: any
-// line with it makes a good upload.
+// A failure text quotes the first line. The status may come after lines about the connection, so it counts in any
+// line.
 int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
   const std::string_view first_line = head_of(reply.view(), reply.view().find('\n'));
-  if (first_line.find(SUCCESS) != std::string_view::npos) return 0;
-  debug_print(CLOSING_LINE);
-  fail_with_reply(spec, first_line);
-  return reply.view().find(SUCCESS) != std::string_view::npos ? 0 : -1;
+  if (first_line.find(SUCCESS) == std::string_view::npos) debug_print(CLOSING_LINE);
+  if (reply.view().find(SUCCESS) != std::string_view::npos) return 0;
+  return fail_with_reply(spec, first_line);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 // W/m². The user is the station's hardware address.
 
 #include <strings.h>
+
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -86,7 +88,7 @@ void append_form(text_buffer& command, const station& source) {
 // An NSLU2 sends the login in the URL, over plain http; every other board sends it over https.
 void compose_meteonews(text_buffer& command, const station& source) {
   const char* const hardware = source.host.hardware_address;
-  fixed_text<32> user;
+  fixed_text<std::max<std::size_t>(HARDWARE_ADDRESS_CAPACITY, meteonews_mac.size)> user;
   append_user(user, is_generic(hardware) ? source.settings.text(meteonews_mac) : hardware);
   const std::string_view password = source.settings.text(meteonews_password);
   const bool is_nslu2 = source.host.platform != nullptr && std::strcmp(source.host.platform, "NSLU2") == 0;

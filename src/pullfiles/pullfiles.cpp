@@ -12,8 +12,7 @@ namespace skypost {
 namespace {
 
 int write_into(const char* directory, const pull_file& pulled, const text_buffer& text) {
-  path_text path;
-  append_appliance_path(path, directory);
+  path_text path(directory);
   path.append_text(pulled.name);
   std::FILE* const file = std::fopen(path.c_str(), "we");
   if (file == nullptr) {

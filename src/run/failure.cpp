@@ -18,8 +18,7 @@ using alarm_command =
 }  // namespace
 
 void report_failure(failure_name name) {
-  path_text script;
-  append_appliance_path(script, ALARM_SCRIPT_PATH);
+  const path_text script(ALARM_SCRIPT_PATH);
   alarm_command command;
   append_shell_word(command, script.view());
   command.append(" %s \"", SOURCE_TAG);

@@ -31,8 +31,7 @@ bool is_first_read = true;
 
 // Reads the head of a file to `place` and ends it with a NUL; returns false when it cannot be opened.
 bool read_part(const char* file_path, char* place, std::size_t& length) {
-  path_text path;
-  append_appliance_path(path, file_path);
+  const path_text path(file_path);
   std::FILE* const file = std::fopen(path.c_str(), "re");
   if (file == nullptr) return false;
   length = std::fread(place, 1, PART_CAPACITY, file);

@@ -15,8 +15,7 @@ constexpr long long AGE_AFTER_CLOCK_CHANGE = 1'000;
 }  // namespace
 
 long long last_run_age(long long now) {
-  path_text path;
-  append_appliance_path(path, LAST_RUN_PATH);
+  const path_text path(LAST_RUN_PATH);
   std::FILE* const file = std::fopen(path.c_str(), "re");
   if (file == nullptr) return AGE_UNKNOWN;
   char text[101];
@@ -32,8 +31,7 @@ long long last_run_age(long long now) {
 }
 
 void write_last_run(long long now) {
-  path_text path;
-  append_appliance_path(path, LAST_RUN_PATH);
+  const path_text path(LAST_RUN_PATH);
   std::FILE* const file = std::fopen(path.c_str(), "we");
   if (file == nullptr) return;
   std::fprintf(file, "%lld", now);

@@ -48,8 +48,7 @@ void prepare_process() {
 void limit_wget() {
   const char* const callers = std::getenv("WGETRC");
   if (callers != nullptr && *callers != '\0') return;  // wget ignores an empty one
-  path_text path;
-  append_appliance_path(path, WGET_SETTINGS_PATH);
+  const path_text path(WGET_SETTINGS_PATH);
   if (access(path.c_str(), R_OK) == 0) setenv("WGETRC", path.c_str(), 1);
 }
 

@@ -27,8 +27,7 @@ bool is_platform(const char* platform, const char* name) {
 }
 
 void back_up_settings_file() {
-  path_text path;
-  append_appliance_path(path, SETTINGS_PATH);
+  const path_text path(SETTINGS_PATH);
   fixed_text<2 * 2 * PATH_CAPACITY + 16> command;
   command.append_text("cp ");
   append_shell_word(command, path.view());
@@ -96,8 +95,7 @@ std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unliste
 }
 
 std::int32_t load_settings(settings_record& record) {
-  path_text path;
-  append_appliance_path(path, SETTINGS_PATH);
+  const path_text path(SETTINGS_PATH);
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   const std::int32_t result = file < 0 ? -1 : read_settings_file(file, record);
   if (file >= 0) close(file);

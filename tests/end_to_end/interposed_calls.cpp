@@ -196,12 +196,15 @@ extern "C" unsigned alarm(unsigned seconds) {
   return 0;
 }
 
-extern "C" int usleep(useconds_t microseconds) {
-  return real<int(useconds_t)>("usleep")(microseconds /
-                                         static_cast<unsigned>(factor_of("SKYPOST_TEST_HASTE")));
+extern "C" int nanosleep(const timespec* length, timespec* rest) {
+  const long long nanoseconds =
+      (length->tv_sec * 1'000'000'000LL + length->tv_nsec) / factor_of("SKYPOST_TEST_HASTE");
+  const timespec shortened = {.tv_sec = nanoseconds / 1'000'000'000, .tv_nsec = nanoseconds % 1'000'000'000};
+  return real<int(const timespec*, timespec*)>("nanosleep")(&shortened, rest);
 }
 
 extern "C" unsigned sleep(unsigned seconds) {
-  usleep(seconds * 1'000'000);
+  const timespec length = {.tv_sec = seconds, .tv_nsec = 0};
+  nanosleep(&length, nullptr);
   return 0;
 }

@@ -3,12 +3,13 @@
 #include "run/rapid_fire.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "base/error_text.h"
@@ -27,7 +28,7 @@ extern "C" unsigned sleep(unsigned seconds) {
   if (on_sleep != nullptr)
     on_sleep(seconds);
   else
-    usleep(seconds * 1'000'000);
+    std::this_thread::sleep_for(std::chrono::seconds(seconds));
   return 0;
 }
 

@@ -377,7 +377,7 @@ TEST(Checks, FindWhatElseKeepsANetworkFromItsStation) {
 TEST(Checks, BeginWithTheWorstAndTellNoSecret) {
   good_station station;
   const std::string secret = "\"Geheim&\n";
-  fixed_text<32> digest;
+  md5_text digest;
   md5_hex(secret, digest);
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (row.field.is_text())

@@ -111,7 +111,7 @@ bool contains(const std::string& text, const std::string& part) {
 // The secrets have characters that are escaped somewhere. What would betray them is nowhere else.
 TEST_F(Preview, ShowsNoSecretUnlessAsked) {
   const std::string secret = " \"`$&#<>'%;Zq100Qz\\";
-  fixed_text<32> digest;
+  md5_text digest;
   md5_hex(secret, digest);
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (row.field.is_secret() && row.field.is_text())

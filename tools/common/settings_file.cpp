@@ -90,11 +90,7 @@ const char* platform() {
   return std::getenv(PLATFORM_VARIABLE);
 }
 
-std::string appliance_path(const char* path) {
-  path_text text;
-  append_appliance_path(text, path);
-  return text.c_str();
-}
+std::string appliance_path(const char* path) { return path_text(path).c_str(); }
 
 std::string appliance_settings_path() { return appliance_path(SETTINGS_PATH); }
 
