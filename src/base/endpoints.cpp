@@ -125,8 +125,8 @@ const char* read_line(std::string_view line) {
 }  // namespace
 
 const char* endpoint_value(endpoint row) {
-  const char* const own = overrides[static_cast<std::size_t>(row)];
-  return own[0] != '\0' ? own : ENDPOINTS[static_cast<std::size_t>(row)].value;
+  const char* const overriding = overrides[static_cast<std::size_t>(row)];
+  return overriding[0] != '\0' ? overriding : ENDPOINTS[static_cast<std::size_t>(row)].value;
 }
 
 const char* endpoint_name(endpoint row) { return ENDPOINTS[static_cast<std::size_t>(row)].name; }
