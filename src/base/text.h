@@ -54,7 +54,7 @@ class text_buffer {
   char* storage() { return bytes_; }
   void set_length(std::size_t length);
 
-  const char* c_str() const { return bytes_; }
+  constexpr const char* c_str() const { return bytes_; }
   std::string_view view() const { return {bytes_, length_}; }
   std::size_t length() const { return length_; }
   std::size_t capacity() const { return capacity_; }

@@ -18,6 +18,9 @@ struct text_case {
   bool was_cut;
 };
 
+// Its bytes are not cleared but for the first. The compiler refuses to read one that is not.
+static_assert(*fixed_text<8>().c_str() == '\0');
+
 TEST(Text, StaysInItsRoom) {
   const text_case cases[] = {
       // clang-format off
