@@ -11,7 +11,7 @@ inline constexpr char PLATFORM_VARIABLE[] = "NIMBULOGHW";
 inline constexpr std::size_t HARDWARE_ADDRESS_CAPACITY = 31;
 extern text_buffer hardware_address;
 
-// A board that the program runs on.
+// The machine that the program runs on.
 struct board {
   const char* platform;          // as in PLATFORM_VARIABLE; nullptr if unknown
   const char* hardware_address;  // as above

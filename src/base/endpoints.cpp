@@ -12,7 +12,7 @@ namespace {
 
 enum class endpoint_kind { url, host_and_port, host, address };
 
-// In the order of the enumeration, which is made from the same list.
+// Same order as enum endpoint; both come from endpoints.def.
 struct endpoint_row {
   const char* name;
   endpoint_kind kind;
@@ -24,7 +24,7 @@ constexpr endpoint_row ENDPOINTS[] = {
 #include "base/endpoints.def"
 };
 
-// The owner's values, empty where the default is in effect. Written by read_endpoints at start-up.
+// The owner's overrides; empty means the default. Written by read_endpoints.
 char overrides[std::size(ENDPOINTS)][ENDPOINT_CAPACITY + 1];
 
 bool is_host(std::string_view text) {
@@ -76,11 +76,11 @@ bool fits_its_place(endpoint_kind kind, std::string_view value) {
   return false;
 }
 
-// What is wrong with a value that does not fit. A URL copied from a browser ends in a slash.
+// Explains why a value was rejected. A URL copied from a browser often ends in a slash.
 const char* fault_of(endpoint_kind kind, std::string_view value) {
   if (value.ends_with('/') && fits_its_place(kind, head_of(value, value.size() - 1)))
-    return "the slash at the end of the value does not belong there";
-  return "not a value for this name";
+    return "remove the trailing slash";
+  return "invalid value for this name";
 }
 
 std::string_view without_blanks_around(std::string_view text) {
@@ -90,8 +90,8 @@ std::string_view without_blanks_around(std::string_view text) {
   return tail_of(head_of(text, text.find_last_not_of(BLANKS) + 1), first);
 }
 
-// Puts the next line, without its comment and its end, into `line`; false after the last one. A NUL byte
-// is a character like any other, so that it hides nothing of what follows it.
+// Reads the next line without its comment and newline; false at end of file. NUL is an ordinary character, so
+// it cannot hide the rest of the line.
 bool next_line(std::FILE* file, text_buffer& line) {
   line.clear();
   int character = std::getc(file);
@@ -104,12 +104,12 @@ bool next_line(std::FILE* file, text_buffer& line) {
   return true;
 }
 
-// Takes one line in; returns what is wrong with it, or nullptr.
+// Applies one line; returns an error message, or nullptr.
 const char* read_line(std::string_view line) {
   line = without_blanks_around(line);
   if (line.empty()) return nullptr;
   const std::size_t equals = line.find('=');
-  if (equals == std::string_view::npos) return "no \"name = value\"";
+  if (equals == std::string_view::npos) return "expected \"name = value\"";
   const std::string_view name = without_blanks_around(head_of(line, equals));
   const std::string_view value = without_blanks_around(tail_of(line, equals + 1));
   for (std::size_t i = 0; i < std::size(ENDPOINTS); ++i) {
@@ -119,7 +119,7 @@ const char* read_line(std::string_view line) {
     overrides[i][value.size()] = '\0';
     return nullptr;
   }
-  return "no such name";
+  return "unknown name";
 }
 
 }  // namespace

@@ -4,14 +4,14 @@
 
 #include "base/text.h"
 
-// The program starts other programs through the shell. Whatever a text holds, it reaches the program's
-// argument unaltered through these, and the shell interprets nothing in it.
+// Other programs are started through the shell. These functions quote a text so that it arrives as one
+// unchanged argument.
 namespace skypost {
 
-// Appends `text` as it has to be between double quotes: `"`, `` ` ``, `$` and `\` get a backslash.
+// Appends `text` escaped for use inside double quotes: a backslash before `"`, `` ` ``, `$` and `\`.
 void append_quoted(text_buffer& command, std::string_view text);
 
-// Appends `text` as one word: bare when it is a plain path, in double quotes otherwise.
+// Appends `text` as one word: bare if it is a plain path, otherwise in double quotes.
 void append_shell_word(text_buffer& command, std::string_view text);
 
 }  // namespace skypost

@@ -5,8 +5,8 @@
 
 namespace skypost {
 
-// The first `count` characters of `text`, and the rest after them; of a shorter text as much as there is.
-// (string_view::substr can throw, and brings the whole exception run time with it.)
+// The first `count` characters, and the rest. `count` may exceed the length. (string_view::substr can throw,
+// and pulls in the exception runtime.)
 constexpr std::string_view head_of(std::string_view text, std::size_t count) {
   return {text.data(), count < text.size() ? count : text.size()};
 }
@@ -26,11 +26,11 @@ constexpr bool is_alphanumeric(std::string_view text, std::string_view others = 
   return true;
 }
 
-// A text in a buffer of fixed capacity. Every append is checked: what does not fit is cut off and
-// was_cut() says so from then on, until clear(). The text is NUL-terminated at all times.
+// A text in a buffer of fixed capacity, NUL-terminated at all times. Text that does not fit is truncated, and
+// was_cut() stays true until clear().
 class text_buffer {
  public:
-  // Over an array that lives at least as long as the text; its last byte is kept for the NUL.
+  // Uses `bytes`, which must outlive this object; the last byte is reserved for the NUL.
   template <std::size_t size>
   explicit constexpr text_buffer(char (&bytes)[size]) : bytes_(bytes), capacity_(size - 1) {}
 
@@ -41,16 +41,16 @@ class text_buffer {
   void append_text(std::string_view text);
   void append_character(char character) { append_text({&character, 1}); }
 
-  // `pattern` with its first "%s" replaced by `value`, whatever either of them holds.
+  // `pattern` with its first "%s" replaced by `value`; nothing else is interpreted.
   void append_pattern(const char* pattern, std::string_view value);
 
   void clear();
 
-  // Replaces every `from` by `to`, in place. With NUL as `to` the text ends there.
+  // If `to` is NUL, the text ends at the first `from`.
   void replace_all(char from, char to);
   void remove_all(char character);
 
-  // For a reader that fills the buffer itself: room for capacity() bytes, then say how many came.
+  // For read() and the like: fill up to capacity() bytes, then call set_length().
   char* storage() { return bytes_; }
   void set_length(std::size_t length);
 
@@ -68,7 +68,7 @@ class text_buffer {
   bool cut_ = false;
 };
 
-// A text_buffer that brings its own room for `text_capacity` characters and the NUL.
+// A text_buffer with its own storage.
 template <std::size_t text_capacity>
 class fixed_text : public text_buffer {
  public:

@@ -1,5 +1,5 @@
 // CWOP and APRS: one session with a server of the APRS-IS network. A login line, one weather packet with
-// position and UTC time, and an answer that names the station when it was let in.
+// position and UTC time, and a reply that contains the call sign if the login was accepted.
 
 #include <netdb.h>
 #include <sys/socket.h>
@@ -21,7 +21,7 @@ namespace skypost {
 namespace {
 
 constexpr std::int32_t CWOP_PASSCODE = -1;  // CWOP stations are not verified
-constexpr int ATTEMPTS = 5;                 // at each server
+constexpr int ATTEMPTS = 5;                 // per server
 constexpr std::size_t APRS_REPLY_CAPACITY = 1'000;
 
 struct packet_piece {
@@ -30,7 +30,7 @@ struct packet_piece {
   double (*convert)(std::int32_t value);
 };
 
-// Those of three digits, in the order of the packet.
+// The three-digit pieces, in packet order.
 constexpr packet_piece PIECES[] = {
     // clang-format off
     {'_', &LiveRecord::winddir,            to_itself},
@@ -43,7 +43,7 @@ constexpr packet_piece PIECES[] = {
     // clang-format on
 };
 
-// A letter and `width` digits, or as many dots for a missing value.
+// A letter and `width` digits, or dots if the value is missing.
 void append_piece(text_buffer& text, char letter, int width, std::int32_t value,
                   double (*convert)(std::int32_t)) {
   if (known(value))
@@ -64,7 +64,7 @@ void append_position(text_buffer& text, const settings_record& settings) {
               settings.is_on(longitude_west) ? 'W' : 'E');
 }
 
-// Three digits of W/m²; a small letter means 1000 more.
+// W/m² in three digits; lower-case l adds 1000.
 void append_luminosity(text_buffer& text, std::int32_t solar10) {
   if (!known(solar10)) return;
   if (solar10 <= 9'999)
@@ -83,7 +83,7 @@ void append_values(text_buffer& text, const station& source, bool cwop) {
   if (cwop) append_luminosity(text, live.solar10);
 }
 
-// Who logs in, and what kind of station it says it is.
+// Who logs in, and as which kind of station.
 struct aprs_login {
   std::string_view call_sign;
   std::int32_t passcode;
@@ -118,7 +118,7 @@ void compose_aprs(text_buffer& text, const station& source) {
   append_packet(text, source, login_at_aprs(source.settings));
 }
 
-// What all attempts of a session have in common.
+// What stays the same for every attempt.
 struct aprs_task {
   std::uint32_t port;
   const char* call_sign;
@@ -138,9 +138,9 @@ void add_failure(const char* action, int attempt, const char* host, const char* 
   error_text.append("error %s (%d) \"%s\": %s, ", action, attempt, host, reason);
 }
 
-// Returns nullptr, or why there is no connection.
+// Returns nullptr on success, otherwise the reason.
 const char* connect_to(int connection, const char* host, std::uint32_t port) {
-  constexpr int SEE_ERRNO = -1;  // glibc's NETDB_INTERNAL; musl has neither the name nor the case
+  constexpr int SEE_ERRNO = -1;  // glibc's NETDB_INTERNAL; musl has no such constant and never sets it
   sockaddr_in address{};
   if (resolve_host(address, host, port) != 0)
     return h_errno == SEE_ERRNO ? std::strerror(errno) : hstrerror(h_errno);
@@ -149,9 +149,9 @@ const char* connect_to(int connection, const char* host, std::uint32_t port) {
   return nullptr;
 }
 
-// Reads what the server has said so far, in one read. Returns false when that is nothing.
+// Reads what the server has sent so far, in one read; false if nothing.
 bool receive_reply(int connection, text_buffer& reply) {
-  // A server that closes leaves no error of its own.
+  // A plain close sets no errno; do not report a stale one.
   errno = 0;
   const ssize_t count = read(connection, reply.storage(), reply.capacity());
   if (count < 1) return false;
@@ -245,8 +245,8 @@ int aprs_session(const char* const* servers, std::uint32_t port, const char* cal
   const std::optional<station> source = current_station();
   if (!source) return 0;
   if (std::strpbrk(call_sign, "\r\n") != nullptr) {
-    // The server would read what comes after it as a line of its own.
-    error_text.append_text("error call sign: it holds a line break, nothing was sent");
+    // The server would take the rest for another line.
+    error_text.append_text("error call sign: contains a line break, nothing was sent");
     return -1;
   }
   outgoing_text text;

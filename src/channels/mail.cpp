@@ -1,4 +1,4 @@
-// borgervejr: a short mail with the current values, handed to the appliance's mail program.
+// borgervejr: a short e-mail with the current values, sent by the appliance's mail program.
 
 #include <cerrno>
 #include <cstdio>
@@ -31,12 +31,12 @@ constexpr parameter BODY_LINES[] = {
     // clang-format on
 };
 
-// Room for the longest two paths with every character of them escaped.
+// Room for two paths of maximum length, fully escaped.
 using mail_command = fixed_text<2 * 2 * PATH_CAPACITY + 500>;
 using date_text = char[200];
 
-// The appliance's own sender where the settings name none. Only the first line counts: nothing after it may
-// add a header.
+// Falls back to the appliance's own sender. Only the first line is used, so that a setting cannot add
+// headers.
 std::string_view sender_of(const settings_record& settings) {
   const std::string_view sender = settings.text(sender_address);
   const std::string_view line = head_of(sender, sender.find_first_of("\r\n"));
@@ -62,7 +62,7 @@ void append_body(text_buffer& mail, const station& source) {
   append_known(mail, source.live, BODY_LINES);
 }
 
-// The header ends its lines in a line feed, the body in carriage return and line feed.
+// Header lines end in LF, body lines in CR LF.
 void compose_mail(text_buffer& mail, const station& source) {
   append_header(mail, source);
   append_body(mail, source);
@@ -94,7 +94,7 @@ int send_mail_report() {
     error_text.append("error pipe open: %s: %s", command.c_str(), std::strerror(reason));
     return -1;
   }
-  // A mail program that is missing or does not read it all is the system log's business.
+  // If the mail program is missing or fails, the system log has the reason.
   std::fputs(mail.c_str(), pipe);
   pclose(pipe);
   return 0;

@@ -1,4 +1,4 @@
-// The networks that take a hashed password take MD5; libcrypto counts it as deprecated.
+// Networks that take a hashed password want MD5, which libcrypto has deprecated.
 #define OPENSSL_SUPPRESS_DEPRECATED
 
 #include "compose/md5.h"
@@ -7,8 +7,8 @@
 #include <openssl/md5.h>
 #include <string.h>
 
-// What MD5 wipes its state with. libcrypto's own definition would bring the detection of the processor's
-// features along, and on some boards that wants more of the C library than the board has.
+// MD5 wipes its state with this. libcrypto's own version pulls in CPU detection, which needs more of the C
+// library than some boards have.
 extern "C" void OPENSSL_cleanse(void* place, std::size_t size) { explicit_bzero(place, size); }
 
 namespace skypost {

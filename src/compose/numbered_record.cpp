@@ -5,7 +5,7 @@
 namespace skypost {
 namespace {
 
-// A time of day that the report lacks is "---".
+// A time missing from the report is "---".
 bool is_time_missing(const field_content& content, const LiveRecord& live) {
   const std::string_view time = live.*content.text;
   return !known(content.number.of(live)) || time.empty() || time == "---";

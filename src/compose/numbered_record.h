@@ -7,23 +7,23 @@
 #include "compose/outgoing.h"
 #include "compose/value.h"
 
-// Several networks take a record in which every value has its fixed place, with a filler where a value is
-// missing. Such a record is a table of fields, in the order of their numbers.
+// Several networks take a positional record, with a filler for each missing value. It is a table of fields in
+// numerical order.
 namespace skypost {
 
 enum class content_kind : std::uint8_t { fixed, number, word, time, setting, digest, made };
 
-// What is in one field. Made by the functions below.
+// The content of one field; use the functions below.
 struct field_content {
-  const char* filler = "";  // in place of a missing value; of a fixed content all there is
+  const char* filler = "";  // written if the value is missing; for `fixed`, always
   union {
-    const value_format* format;   // of a number
-    live_text LiveRecord::*text;  // of a word or a time
-    const text_field* setting;    // of a setting or a digest
-    composer compose;             // of a made content
+    const value_format* format;   // number
+    live_text LiveRecord::*text;  // word, time
+    const text_field* setting;    // setting, digest
+    composer compose;             // made
   };
   content_kind kind;
-  live_number number{};  // of a number; of a time the extreme
+  live_number number{};  // number; for a time, its extreme
 };
 
 consteval field_content always(const char* text) {
@@ -32,11 +32,11 @@ consteval field_content always(const char* text) {
 consteval field_content number_or(const char* filler, live_number number, const value_format& format) {
   return {.filler = filler, .format = &format, .kind = content_kind::number, .number = number};
 }
-// A word, or the filler when it is empty.
+// A word, or the filler if it is empty.
 consteval field_content word_or(const char* filler, live_text LiveRecord::*text) {
   return {.filler = filler, .text = text, .kind = content_kind::word};
 }
-// The time of an extreme, which is missing also when the extreme is.
+// The time of an extreme; missing also if the extreme is.
 consteval field_content time_or(const char* filler, live_text LiveRecord::*time, live_number extreme) {
   return {.filler = filler, .text = time, .kind = content_kind::time, .number = extreme};
 }
@@ -49,17 +49,17 @@ consteval field_content digest_of(const text_field& password) {
 }
 consteval field_content made_by(composer compose) { return {.compose = compose, .kind = content_kind::made}; }
 
-// How a text of the settings or the report is written, depending on where the record goes.
+// Writes a text from settings or report as its destination requires.
 using text_writer = void (*)(text_buffer& record, std::string_view text);
 
-// The way of writing a text into a record that is not part of a URL.
+// Writes a text as is, outside URLs.
 void append_unchanged(text_buffer& record, std::string_view text);
 
-// Appends what the content makes of the station.
+// Appends the field's value for this station.
 void append_content(text_buffer& record, const field_content& content, const station& source,
                     text_writer write_text);
 
-// One field, or a run of fields with the same content.
+// One field, or several in a row with the same content.
 struct numbered_field {
   std::uint8_t first;
   std::uint8_t last;
@@ -77,7 +77,7 @@ consteval numbered_field fields(std::uint8_t first, std::uint8_t last, const fie
 void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
                    const station& source, text_writer write_text);
 
-// True when the table holds the fields 1 to `count`, each once and in order.
+// True if the table has the fields 1 to `count`, each once and in order.
 consteval bool numbers_each_once(std::span<const numbered_field> table, int count) {
   int next = 1;
   for (const numbered_field& row : table) {

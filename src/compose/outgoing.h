@@ -12,8 +12,8 @@ enum class carrier : std::uint8_t { http, file, aprs, mail };
 // Files, packets and mails share a command's capacity.
 using outgoing_text = command_text;
 
-// Writes the complete text into an empty buffer. Depends on the station and the endpoints alone, never on clock,
-// environment or files.
+// Writes the complete text into an empty buffer. Depends on the station and the endpoints alone, never on
+// clock, environment or files.
 using composer = void (*)(text_buffer& text, const station& source);
 
 // An upload: what one step sends, and how.

@@ -6,17 +6,16 @@
 
 namespace skypost {
 
-// One parameter of a request, or one line of a text: a key and a number of the live record. It is left out
-// while the number is missing.
+// One parameter of a request, or one line of a text: a key and a number of the live record. Omitted if the
+// number is missing.
 struct parameter {
   const char* key;
   live_number value;
   const value_format& format;
-  const char* end = "";     // goes with the value
-  live_number only_with{};  // when set: left out while that number is missing, whatever its own is
+  const char* end = "";     // appended after the value
+  live_number only_with{};  // if set, decides instead whether the parameter is sent
 };
 
-// Appends one parameter, or nothing.
 inline void append_known(text_buffer& text, const LiveRecord& live, const parameter& row) {
   const live_number& deciding = row.only_with.is_none() ? row.value : row.only_with;
   if (!known(deciding.of(live))) return;
@@ -25,7 +24,7 @@ inline void append_known(text_buffer& text, const LiveRecord& live, const parame
   text.append_text(row.end);
 }
 
-// Appends those that are known, in their order.
+// Appends all known parameters, in order.
 inline void append_known(text_buffer& text, const LiveRecord& live, std::span<const parameter> rows) {
   for (const parameter& row : rows) append_known(text, live, row);
 }

@@ -7,8 +7,8 @@
 
 namespace skypost {
 
-// Appends the command of a GET request with one parameter, `key` (which ends in "="): a record with `end`
-// after its last field and semicolons between them.
+// Appends the command of a GET request with one parameter, `key` (which includes the "="): a record of fields
+// separated by semicolons, then `end`.
 void append_record_request(text_buffer& command, endpoint server, const char* path, const char* key,
                            std::span<const numbered_field> table, const station& source,
                            const char* end = ";");

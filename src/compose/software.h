@@ -1,6 +1,6 @@
 #pragma once
 
-// What the networks know this program and its kind of station by.
+// How the program and its station type identify themselves to networks.
 namespace skypost {
 
 inline constexpr char SOFTWARE_NAME[] = "nimbulog";

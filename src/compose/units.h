@@ -2,26 +2,25 @@
 
 #include <cstdint>
 
-// Conversions from a stored whole number, in most cases tenths, to the unit that a network takes.
-// Each constant is the one that the network's format uses; where two networks use different ones
-// for one unit, there are two names.
+// Conversions from a stored whole number, usually tenths, to the unit that a network takes. Each constant is
+// the network's own; if two networks use different ones for one unit, there are two names.
 namespace skypost {
 
-// The nearest whole number, halves away from zero. By hand: nothing else here needs libm, and
-// its pages cost 300 KiB of memory.
+// The nearest whole number, halves away from zero. Not llround: nothing else needs libm, which costs 300 KiB
+// of memory.
 constexpr long long to_nearest(double value) {
   const long long whole = static_cast<long long>(value);
   const double rest = value - static_cast<double>(whole);
   return whole + (rest >= 0.5 ? 1 : 0) - (rest <= -0.5 ? 1 : 0);
 }
 
-// A value stored as the whole number that it is (percent, degrees of direction).
+// A value stored as a whole number (percent, degrees of direction).
 constexpr double to_itself(std::int32_t value) { return value; }
 
 // tenths of any unit -> the unit
 constexpr double from_tenths(std::int32_t tenths) { return tenths / 10.0; }
 
-// tenths of any unit -> whole units, the fraction dropped
+// tenths of any unit -> whole units, truncated
 constexpr double from_tenths_truncated(std::int32_t tenths) {
   const std::int32_t whole = tenths / 10;
   return whole;
@@ -41,10 +40,10 @@ constexpr double to_knots(std::int32_t tenths) { return tenths / 10.0 * 1.944; }
 constexpr double to_inches(std::int32_t tenths) { return tenths / 254.0; }
 constexpr double to_hundredths_inch(std::int32_t tenths) { return tenths / 2.54; }
 
-// tenths of mm in an hour -> mm in five minutes, on the average of that hour
+// tenths of mm in an hour -> mm in five minutes, averaged over the hour
 constexpr double hour_to_five_minutes(std::int32_t tenths) { return tenths / 120.0; }
 
-// tenths of hPa -> inHg, as the Weather Underground family divides, and by the exact ratio
+// tenths of hPa -> inHg: the Weather Underground family's divisor, and the exact one
 constexpr double to_inhg(std::int32_t tenths) { return tenths / 338.5; }
 constexpr double to_exact_inhg(std::int32_t tenths) { return tenths / 338.639; }
 

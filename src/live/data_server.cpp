@@ -16,10 +16,10 @@ namespace {
 
 constexpr std::uint32_t READ_BUDGET = REPORT_CAPACITY - 1;  // the NUL needs the last byte
 constexpr std::uint32_t CHUNK_SIZE = 32'768;
-constexpr timeval LIMIT = {.tv_sec = 5, .tv_usec = 0};  // of connecting, and of each receiving
+constexpr timeval LIMIT = {.tv_sec = 5, .tv_usec = 0};  // for connect() and each recv()
 constexpr useconds_t PAUSE_AFTER_CHUNK = 100;           // microseconds
 
-// Fills the report from a connected socket; returns how many bytes came.
+// Reads the report from a connected socket; returns its length in bytes.
 std::uint32_t read_report(int connection, report_buffer& report) {
   std::uint32_t length = 0;
   while (READ_BUDGET - length > CHUNK_SIZE) {
@@ -32,7 +32,7 @@ std::uint32_t read_report(int connection, report_buffer& report) {
   return length;
 }
 
-// Connects the socket and reads; returns 0 or -1, the reason then among the errors.
+// Connects and reads; returns 0, or -1 after writing the reason.
 std::int32_t fetch_over(int connection, report_buffer& report, const char* host, std::uint16_t port,
                         std::FILE* errors) {
   sockaddr_in address{};
@@ -46,12 +46,12 @@ std::int32_t fetch_over(int connection, report_buffer& report, const char* host,
     return -1;
   }
   if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-    // The limit leaves the error of a connection that is still being made.
+    // When the timeout expires, connect() fails with EINPROGRESS.
     const int reason = errno == EINPROGRESS ? ETIMEDOUT : errno;
     std::fprintf(errors, "error connect socket %s:%d :%s\n", host, port, std::strerror(reason));
     return -1;
   }
-  // A server that closes at once leaves no error of its own.
+  // A plain close sets no errno; do not report a stale one.
   errno = 0;
   if (read_report(connection, report) == 0) {
     std::fprintf(errors, "error read socket: %s", std::strerror(errno));

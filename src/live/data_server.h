@@ -12,10 +12,9 @@ inline constexpr std::uint16_t DATA_SERVER_PORT = 5558;
 inline constexpr std::uint32_t REPORT_CAPACITY = 500'000;
 using report_buffer = char[REPORT_CAPACITY];
 
-// Reads the report of the data server at `host` (an IPv4 address as text) into `report`; the server sends it
-// unasked and closes. Connecting takes 5 seconds at most, and so does each wait for more of the report. Returns
-// 0 when anything came, -1 otherwise, with the reason written to `errors`. Sets `live_data_stale`, and
-// clears it on success.
+// Reads the report of the data server at `host` (an IPv4 address as text), which sends it unasked and closes.
+// Connecting and each wait for data are limited to 5 seconds. Returns 0 if anything arrived, otherwise -1
+// after writing the reason to `errors`. Sets `live_data_stale`, and clears it on success.
 std::int32_t fetch_live_data(report_buffer& report, const char* host, std::uint16_t port,
                              std::FILE* errors = stderr);
 

@@ -9,21 +9,21 @@
 
 namespace skypost {
 
-// What follows a key of the report.
+// The kind of value after a key.
 enum class value_kind : std::uint8_t {
   number,
-  word,  // the run of characters up to the next blank
+  word,  // up to the next blank
   time,  // 14 digits, YYYYMMDDhhmmss, local time
 };
 
-// One key of the report and the field, or for a time the fields, that it fills.
+// One key and the field it fills; for a time, up to two.
 struct live_row {
   const char* key;           // "%s" is replaced by the sensor's identifier
-  const text_field* sensor;  // the setting that selects the sensor; nullptr: the key names none
+  const text_field* sensor;  // the setting that selects the sensor; nullptr: the key has none
   value_kind kind;
-  number_scan scan;             // of a number
-  live_number number;           // of a time the seconds since the epoch, if they are kept
-  live_text LiveRecord::*text;  // the word or the time of day
+  number_scan scan;             // for numbers
+  live_number number;           // for times, where the seconds since the epoch go, if anywhere
+  live_text LiveRecord::*text;  // where the word or the time of day goes
   const char* missing_text;
   std::int32_t missing_number;
 };
@@ -43,8 +43,8 @@ consteval live_row time_of(const char* key, const text_field* sensor, live_text 
   return {key, sensor, value_kind::time, {}, seconds, time_of_day, "---", 0};
 }
 
-// In the order in which the keys are looked up. A pattern that ends in a blank matches only a whole key,
-// not the start of a longer one.
+// In the order in which the keys are looked up. A key that ends in a blank matches only as a whole, not as
+// the start of a longer one.
 inline constexpr live_row LIVE_TABLE[] = {
     // clang-format off
     number_of("actual_%s_temp_c",            &sensor_temp,   &LiveRecord::temp10,                  number_scan::tenths),
@@ -146,7 +146,7 @@ inline constexpr live_row LIVE_TABLE[] = {
     // clang-format on
 };
 
-// Every byte of the record is filled by one row, and no field by two.
+// Every byte of the record is filled by exactly one row.
 consteval bool does_live_table_fill_the_record() {
   std::size_t filled = 0;
   for (const live_row& row : LIVE_TABLE) {

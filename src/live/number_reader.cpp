@@ -5,9 +5,9 @@
 namespace skypost {
 namespace {
 
-// The exponent that `text` begins with, 0 when it begins with none.
+// The exponent at the start of `text`, or 0.
 std::int32_t read_exponent(const char* text) {
-  constexpr std::int32_t LIMIT = 10'000'000;  // more than a whole report of digits makes up for
+  constexpr std::int32_t LIMIT = 10'000'000;  // no report has enough digits to cancel more
   if (*text != 'e' && *text != 'E') return 0;
   ++text;
   const bool is_negative = *text == '-';
@@ -34,7 +34,7 @@ void store_number(std::int64_t digits, std::int32_t power, bool is_negative, std
 }  // namespace
 
 void read_number(number_scan scan, const char* text, std::int32_t& value) {
-  constexpr std::int64_t DIGITS_LIMIT = 100'000'000'000'000'000;  // there is room for one more digit
+  constexpr std::int64_t DIGITS_LIMIT = 100'000'000'000'000'000;  // leaves room for one more digit
   const bool is_whole = scan == number_scan::integer || scan == number_scan::integer_tenths;
   std::int32_t power = scan == number_scan::tenths || scan == number_scan::integer_tenths ? 1 : 0;
   const bool is_negative = *text == '-';

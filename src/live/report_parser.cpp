@@ -73,8 +73,8 @@ void parse_row(const live_row& row, std::string_view report, const settings_reco
   }
 }
 
-// A current value and the extremes of one period that it may have passed since the server formed
-// them. nullptr: the table has no such extreme. The two of a pair are widened only when both are known.
+// A current value and the extremes it may have exceeded since the server computed them. nullptr: no such
+// extreme. If there are two, both must be known.
 struct widening {
   std::int32_t LiveRecord::*current;
   std::int32_t LiveRecord::*highest;
@@ -164,7 +164,7 @@ std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t co
 const char* find_value(std::string_view report, const live_row& row, const settings_record& settings) {
   fixed_text<63> key;
   key.append_pattern(row.key, row.sensor == nullptr ? std::string_view{} : settings.text(*row.sensor));
-  // Not strstr: it takes 2.6 to 6 times as long on ARM or with musl; bench/parse_report.cpp has the figures.
+  // Not strstr, which takes 2.6 to 6 times as long on ARM or with musl: see bench/parse_report.cpp.
   const void* const place = memmem(report.data(), report.size(), key.c_str(), key.length());
   return place == nullptr ? nullptr : skip_blanks(skip_word(static_cast<const char*>(place)));
 }
@@ -190,7 +190,7 @@ std::int64_t parse_server_time(const char* digits) {
   time.tm_mday = read_digits(digits, 6, 2);
   time.tm_mon = read_digits(digits, 4, 2) - 1;
   time.tm_year = read_digits(digits, 0, 4) - 1900;
-  time.tm_isdst = -1;  // the system knows whether summer time was in force
+  time.tm_isdst = -1;  // let mktime decide about daylight saving
   return std::mktime(&time);
 }
 

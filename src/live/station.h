@@ -17,7 +17,7 @@ struct station {
   board host;
 };
 
-// The station of this process at this moment; nothing while its data must not be sent.
+// The current station; nothing while its data must not be sent.
 std::optional<station> current_station();
 
 }  // namespace skypost

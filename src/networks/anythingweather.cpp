@@ -1,5 +1,5 @@
 // AnythingWeather. A POST request with name, password and a comma-separated record: local time, °F, %, inHg,
-// mph, inches, W/m². A missing value is an empty field.
+// mph, inches, W/m². Missing values are empty.
 
 #include "base/debug.h"
 #include "compose/command.h"
@@ -28,8 +28,8 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, 11));
 
-// The form is encoded already: "%2D" and "%2C" are '-' and ',', "%0D" ends the record. The network spells
-// "vsersion" like that.
+// The form is already percent-encoded: "%2D" and "%2C" are '-' and ',', "%0D" ends the record. "vsersion" is
+// the network's spelling.
 void append_form(text_buffer& command, const station& source) {
   const std::tm& local = source.now.local;
   append_parameter(command, "username=", source.settings.text(anythingweather_user));
@@ -48,7 +48,7 @@ void compose_anythingweather(text_buffer& command, const station& source) {
                  endpoint_value(endpoint::anythingweather));
 }
 
-// What counts is wget's own status line.
+// wget's own status line decides.
 constexpr std::string_view SUCCESS = "200 OK";
 
 // Ends the debug output whenever the first line does not confirm the upload.
@@ -59,8 +59,8 @@ int fail_with_closing_line(const upload_spec& spec) {
   return fail_without_response(spec);
 }
 
-// A failure text quotes the first line. The status may come after lines about the connection, so it counts in any
-// line.
+// A failure text quotes the first line. The status may come after lines about the connection, so it counts in
+// any line.
 int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
   const std::string_view first_line = head_of(reply.view(), reply.view().find('\n'));

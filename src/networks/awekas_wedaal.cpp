@@ -1,6 +1,6 @@
-// AWEKAS and Wedaal, which take a push besides the file that they fetch. A GET request whose one value is a
-// record with a ';' after each field: user, MD5 of the password, local date and time, then °C, %, hPa, mm,
-// km/h, W/m². A missing value is an empty field.
+// The push to AWEKAS and Wedaal, which also fetch a file. A GET request with one parameter, a record of
+// fields each followed by ';': user, MD5 of the password, local date and time, then °C, %, hPa, mm, km/h,
+// W/m². Missing values are empty.
 
 #include "compose/dates.h"
 #include "compose/record_request.h"

@@ -1,5 +1,5 @@
-// Idokep (Hungary) and Wetterarchiv (Germany). A GET request with user and password and one parameter,
-// named in the network's language, for each known value: °C, %, hPa, m/s, mm.
+// Idokep (Hungary) and Wetterarchiv (Germany). A GET request with user, password, and one parameter per known
+// value, named in the network's language: °C, %, hPa, m/s, mm.
 
 #include "compose/command.h"
 #include "compose/parameters.h"
@@ -25,7 +25,7 @@ constexpr parameter IDOKEP_PARAMETERS[] = {
     // clang-format on
 };
 
-// The rain goes with the time, in minutes, in which it fell.
+// Rain is sent with the period it covers, in minutes.
 constexpr parameter WETTERARCHIV_PARAMETERS[] = {
     // clang-format off
     {"&windrichtung=",       &LiveRecord::winddir,            WHOLE},
@@ -58,7 +58,7 @@ void compose_wetterarchiv(text_buffer& command, const station& source) {
   end_get(command);
 }
 
-// Idokep has two words for success. The second is "kész!" in ISO 8859-2, as the server writes it.
+// Idokep has two words for success; the second is "kész!" in ISO 8859-2.
 int judge_idokep(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
   for (const std::string_view word : {"Feltoltes sikeres", "k\xE9sz!"})

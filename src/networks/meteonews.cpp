@@ -1,5 +1,5 @@
-// MeteoNews. A form with the time in UTC and one parameter for each known value: °C, %, hPa, m/s, mm,
-// W/m². The user is the station's hardware address.
+// MeteoNews. A form with the time in UTC and one parameter per known value: °C, %, hPa, m/s, mm, W/m². The
+// user is the board's hardware address.
 
 #include <strings.h>
 
@@ -14,7 +14,7 @@
 namespace skypost {
 namespace {
 
-// Boards that carry one of these share it with others of their series.
+// Addresses shared by a whole series of boards.
 constexpr const char* GENERIC_ADDRESSES[] = {"0E:AD:00:00:00:03", "00:01:C0:04:C5:2E", "00:30:E0:00:01:05"};
 
 constexpr value_format WHOLE_UNITS_TRUNCATED{from_tenths_truncated, 0};
@@ -49,8 +49,7 @@ void append_user(text_buffer& user, std::string_view address) {
   }
 }
 
-// Percent-encodes what would end the user or the password in a URL (for an older wget ';' does); wget decodes it
-// again.
+// Percent-encodes what would end the user or password in a URL (older wgets: ';' too); wget decodes it.
 void append_url_word(text_buffer& command, std::string_view text) {
   constexpr std::string_view RESERVED = "@/:;?#&%[]";
   for (const char& character : text) {
@@ -76,7 +75,7 @@ void append_login_options(text_buffer& command, std::string_view user, std::stri
   command.append_text("\" --no-check-certificate ");
 }
 
-// The time of the last full five minutes, then the values.
+// The time, rounded down to five minutes, then the values.
 void append_form(text_buffer& command, const station& source) {
   const std::tm& utc = source.now.utc;
   command.append("--post-data=\"time=%04d-%02d-%02d+%02d%%3A%02d%%3A00", utc.tm_year + 1900, utc.tm_mon + 1,
@@ -85,7 +84,7 @@ void append_form(text_buffer& command, const station& source) {
   command.append_text("\" ");
 }
 
-// An NSLU2 sends the login in the URL, over plain http; every other board sends it over https.
+// On an NSLU2, the login is in the URL, over plain http; all other boards use https.
 void compose_meteonews(text_buffer& command, const station& source) {
   const char* const hardware = source.host.hardware_address;
   fixed_text<std::max<std::size_t>(HARDWARE_ADDRESS_CAPACITY, meteonews_mac.size)> user;
@@ -101,7 +100,8 @@ void compose_meteonews(text_buffer& command, const station& source) {
   command.append("%s\" 2>/dev/stdout | tail -n 1", endpoint_value(endpoint::meteonews));
 }
 
-// The last line of wget's output is empty after a good upload, and names the fault after a bad one.
+// The last line of wget's output is empty after a good upload, but also after errors such as 404 and 500. It
+// names a refused connection or login.
 int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
   reply.replace_all('\n', '\0');

@@ -5,9 +5,9 @@
 
 // The weather networks that take an HTTP request.
 //
-// A network function sends the current values in one request and judges the reply. Each takes no arguments
-// and returns 0, or -1 with the reason in `error_text`. While the live data are stale it sends nothing and
-// returns 0. In rapid fire, Weather Underground and WeatherFlow send their rapid variant.
+// A network function sends the current values in one request and judges the reply. It returns 0, or -1 with
+// the reason in `error_text`. While the live data are stale it sends nothing and returns 0. Weather
+// Underground and WeatherFlow use a different request in rapid fire.
 namespace skypost {
 
 // 1 in rapid fire, otherwise 0. Set once, by the command line.

@@ -1,7 +1,7 @@
 // Regiowetter-BW and Regiowetter: a GET request with one record of 23 fields in the parameter "Data" or
-// "val". °C, km/h, hPa, mm, W/m², local time. Both begin with the station. Regiowetter-BW writes "na" for a
-// missing value, ends with a second account text and closes every field with a semicolon; Regiowetter leaves
-// the field of a missing value empty and only separates its fields.
+// "val". °C, km/h, hPa, mm, W/m², local time. Both start with the station ID. Regiowetter-BW writes "na" for
+// missing values, ends with an account text, and has a semicolon after every field; Regiowetter leaves
+// missing values empty and has semicolons only between fields.
 
 #include "compose/dates.h"
 #include "compose/record_request.h"

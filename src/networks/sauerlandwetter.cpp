@@ -1,6 +1,6 @@
-// Sauerlandwetter: a GET request with one record of 54 fields, each closed by a semicolon, in its
-// parameter "val". °C, km/h, hPa, mm, W/m², local time. Missing values, and the fields that this
-// kind of station does not fill, are two hyphens.
+// Sauerlandwetter: a GET request with one record of 54 fields, each followed by a semicolon, in the parameter
+// "val". °C, km/h, hPa, mm, W/m², local time. Missing values and fields this station never fills are sent as
+// two hyphens.
 
 #include "compose/dates.h"
 #include "compose/record_request.h"
@@ -57,7 +57,7 @@ void compose_sauerlandwetter(text_buffer& command, const station& source) {
   append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, source);
 }
 
-// A server that accepts a record may answer nothing at all.
+// An empty reply means success.
 int accept_empty_reply(const upload_spec&) {
   print_reply("OK");
   return 0;

@@ -1,6 +1,6 @@
-// SH-Netz: a GET request with one record of 92 fields, each closed by a semicolon, in its parameter
-// "daten". °C, km/h, hPa, mm, W/m², local time. Missing values, and the fields that
-// this kind of station does not fill, are three hyphens.
+// SH-Netz: a GET request with one record of 92 fields, each followed by a semicolon, in the parameter
+// "daten". °C, km/h, hPa, mm, W/m², local time. Missing values and fields this station never fills are sent
+// as three hyphens.
 
 #include "compose/dates.h"
 #include "compose/record_request.h"
@@ -82,7 +82,7 @@ constexpr numbered_field FIELDS[] = {
     field (52,     number_or(MISSING, &LiveRecord::monthraintotal10,   TENTHS)),
     field (53,     number_or(MISSING, &LiveRecord::yearraintotal10,    TENTHS)),
     fields(54, 65, always(MISSING)),
-    field (66,     number_or("",      &LiveRecord::uv10,               TENTHS)),  // the one number that stays empty
+    field (66,     number_or("",      &LiveRecord::uv10,               TENTHS)),  // the only number left empty
     field (67,     always(MISSING)),
     field (68,     number_or(MISSING, &LiveRecord::solar10,            TENTHS)),
     fields(69, 74, always(MISSING)),

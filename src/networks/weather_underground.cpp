@@ -1,5 +1,5 @@
-// Weather Underground and the networks that speak its protocol: WeatherFlow, Met Office WOW, PWSweather,
-// WeatherBug. A GET request: login, UTC time, then what is known, in °F, mph, inches, inHg, W/m².
+// Weather Underground and the networks with the same protocol: WeatherFlow, Met Office WOW, PWSweather,
+// WeatherBug. A GET request: login, UTC time, then the known values, in °F, mph, inches, inHg, W/m².
 
 #include <cstdint>
 
@@ -53,11 +53,10 @@ constexpr family_parameter PARAMETERS[] = {
     // clang-format on
 };
 
-// Everything after the head.
 void append_values(text_buffer& command, const LiveRecord& live, network_set network) {
   for (const family_parameter& row : PARAMETERS)
     if ((row.networks & network) != 0) append_known(command, live, row.sent);
-  // wget's error output does not join the reply of this family.
+  // In this family wget's error output is not part of the reply.
   command.append("&softwaretype=%s\"", SOFTWARE_NAME);
 }
 
@@ -67,7 +66,7 @@ void append_utc(text_buffer& command, const station& source) {
                  utc.tm_hour, utc.tm_min, utc.tm_sec);
 }
 
-// The head that three of them share.
+// The start shared by three networks.
 void begin_update(text_buffer& command, endpoint server, const char* path, const text_field& id,
                   const text_field& password, const station& source) {
   begin_get(command, server, path);
@@ -137,7 +136,7 @@ void compose_weatherbug(text_buffer& command, const station& source) {
   append_values(command, source.live, WB);
 }
 
-// PWSweather answers with a page; what counts is its body.
+// PWSweather replies with a page; only its body is judged.
 int judge_pwsweather(text_buffer& reply, const upload_spec& spec) {
   const std::optional<std::string_view> body = html_body(reply);
   if (!body) return fail_with_reply(spec, reply.view());

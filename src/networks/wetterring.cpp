@@ -1,5 +1,6 @@
-// Wetterring: a GET request with a secret for login, the seconds since the epoch, and what is known of now,
-// the day, the month and the year: °C, km/h, hPa, mm, W/m². Some of the day's extremes bring their time along.
+// Wetterring: a GET request with a secret as login, the seconds since the epoch, then the known values for
+// now, today, this month and this year: °C, km/h, hPa, mm, W/m². Some of today's extremes come with their
+// time.
 
 #include "compose/command.h"
 #include "compose/parameters.h"
@@ -8,7 +9,7 @@
 namespace skypost {
 namespace {
 
-// In the order in which they are sent. The time of an extreme is 0 when the report lacks it.
+// In the order in which they are sent. A missing time of an extreme is sent as 0.
 constexpr parameter PARAMETERS[] = {
     // clang-format off
     {"&temp_c=",          &LiveRecord::temp10,               TENTHS},
@@ -41,7 +42,7 @@ constexpr parameter PARAMETERS[] = {
     // clang-format on
 };
 
-// The direction as a compass word, sent whenever its degrees are known.
+// The compass word is sent if the degrees are known.
 void append_direction(text_buffer& command, const LiveRecord& live) {
   if (!known(live.winddir)) return;
   append_parameter(command, "&wind_dir=", live.winddirstr);

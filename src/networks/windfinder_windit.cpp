@@ -1,4 +1,4 @@
-// Windfinder and WindIt, two networks for wind. A GET request: login, local time, then what is known, in °C,
+// Windfinder and WindIt, two wind networks. A GET request: login, local time, then the known values, in °C,
 // %, hPa, mm, and the wind in knots (Windfinder, over the last 15 minutes) or m/s (WindIt).
 
 #include "base/debug.h"
@@ -64,8 +64,8 @@ void compose_windit(text_buffer& command, const station& source) {
   end_get(command);
 }
 
-// Windfinder answers with a page, of which the body counts, or with bare text, of which no more than one
-// character is a good sign.
+// Windfinder replies with a page, whose body is judged, or with plain text, where at most one character means
+// success.
 int judge_windfinder(text_buffer& reply, const upload_spec& spec) {
   debug_print("\n<%s>\n", reply.c_str());
   if (const std::optional<std::string_view> body = html_body(reply)) {

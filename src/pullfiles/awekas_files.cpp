@@ -1,5 +1,5 @@
-// The files that AWEKAS, Wedaal and Wetterpage24 fetch: one value a line, in °C, km/h, hPa and mm, local
-// time. A missing value is an empty line. The three begin alike; Wedaal goes on with the extremes.
+// The files that AWEKAS, Wedaal and Wetterpage24 fetch: one value per line, in °C, km/h, hPa and mm, local
+// time. Missing values are empty lines. All three start alike; Wedaal adds the extremes.
 
 #include <cstdint>
 
@@ -12,7 +12,7 @@ namespace {
 
 enum file_set : std::uint8_t { AWEKAS = 1, WEDAAL = 2, PAGE24 = 4, ALL = AWEKAS | WEDAAL | PAGE24 };
 
-// The year with two digits: 100 in 2100.
+// Two-digit year; three digits from 2100.
 void append_short_date(text_buffer& text, const station& source) {
   const std::tm& local = source.now.local;
   text.append("%02d.%02d.%02d", local.tm_mday, local.tm_mon + 1, local.tm_year - 100);

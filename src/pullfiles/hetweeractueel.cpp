@@ -1,6 +1,5 @@
-// The file that HetWeerActueel fetches: 94 lines, all of them assignments `$name = "value";` between "BOF" and
-// "EOF", in °C, %, hPa, mm, km/h and W/m². A missing value and the time of a missing extreme are three
-// hyphens.
+// The file that HetWeerActueel fetches: 92 assignments `$name = "value";` between the lines "BOF" and "EOF",
+// in °C, %, hPa, mm, km/h and W/m². Missing values, and the times of missing extremes, are three hyphens.
 
 #include "compose/dates.h"
 #include "compose/numbered_record.h"
@@ -12,7 +11,7 @@ namespace {
 constexpr int LINE_COUNT = 94;
 constexpr char MISSING[] = "---";
 
-// DD-MM-YY; the year is the one since 2000, with three digits from 2100 on.
+// DD-MM-YY: years since 2000, three digits from 2100.
 void append_date(text_buffer& text, const std::tm& date) {
   text.append("%02d-%02d-%02d", date.tm_mday, date.tm_mon + 1, date.tm_year - 100);
 }
@@ -45,7 +44,7 @@ void append_tendency(text_buffer& text, const station& source) {
 
 struct assignment {
   int line;
-  const char* variable;  // nullptr: the line is its content alone
+  const char* variable;  // nullptr: no assignment
   field_content content;
 };
 
@@ -58,7 +57,7 @@ constexpr assignment LINES[] = {
     { 5, "stationTime",          made_by(append_local_clock)},
     { 6, "utcdate",              made_by(append_short_utc_date)},
     { 7, "utctime",              made_by(append_utc_clock)},
-    { 8, "tempUnit",             always("\xB0" "C")},  // the degree sign as ISO 8859-1 has it
+    { 8, "tempUnit",             always("\xB0" "C")},  // the degree sign in ISO 8859-1
     { 9, "humUnit",              always("%")},
     {10, "barUnit",              always("hPa")},
     {11, "rainUnit",             always("mm")},
@@ -106,7 +105,7 @@ constexpr assignment LINES[] = {
     {53, "lowWindchillTime",     time_or  (MISSING, &LiveRecord::todayminchilltimestr,    &LiveRecord::todayminchill10)},
     {54, "lowMonthlyWindchill",  number_or(MISSING, &LiveRecord::monthminchill10,    TENTHS)},
     {55, "lowYearlyWindchill",   number_or(MISSING, &LiveRecord::yearminchill10,     TENTHS)},
-    // In place of a heat index the temperature itself.
+    // The temperature is sent as the heat index.
     {56, "outsideHeatIndex",     number_or(MISSING, &LiveRecord::temp10,             TENTHS)},
     {57, "hiHeatIndex",          number_or(MISSING, &LiveRecord::todaymaxtemp10,     TENTHS)},
     {58, "hiHeatIndexTime",      time_or  (MISSING, &LiveRecord::todaymaxtemptimestr,     &LiveRecord::todaymaxtemp10)},

@@ -1,5 +1,5 @@
 // The file that Meteoclimatic fetches: "*KEY=value" lines, in °C, km/h, %, hPa, mm and W/m², local time. A
-// missing current value keeps its key; extremes and totals are left out while they are missing.
+// missing current value leaves its key empty; missing extremes and totals are omitted.
 
 #include "compose/parameters.h"
 #include "pullfiles/pullfiles.h"

@@ -21,8 +21,8 @@ int write_into(const char* directory, const pull_file& pulled, const text_buffer
     return -1;
   }
   if (pulled.debug_title != nullptr) debug_print("\n%s\n%s\n", pulled.debug_title, text.c_str());
-  // The web server may be reading the file that was just emptied. Unbuffered, the text is written in one call,
-  // which keeps that window short.
+  // The web server may be reading the file that was just emptied. Unbuffered, the text is written in one
+  // call, which keeps that window short.
   std::setvbuf(file, nullptr, _IONBF, 0);
   std::fwrite(text.c_str(), 1, text.length(), file);
   std::fclose(file);

@@ -1,5 +1,5 @@
-// The file that Wetterspiegel fetches: "key: value" lines, in °C, m/s, hPa, mm and %, local time. A
-// missing value has no line; -1 is what the format has for values that this station does not measure.
+// The file that Wetterspiegel fetches: "key: value" lines, in °C, m/s, hPa, mm and %, local time. Missing
+// values are omitted; -1 marks values that this station does not measure.
 
 #include "compose/parameters.h"
 #include "pullfiles/pullfiles.h"
@@ -7,7 +7,7 @@
 namespace skypost {
 namespace {
 
-// With the lines that always follow them.
+// Each with the fixed lines that follow it.
 constexpr parameter WIND_TO_HUMIDITY[] = {
     // clang-format off
     {"dd: ",  &LiveRecord::winddir,    WHOLE,       "\n"},

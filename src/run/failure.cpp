@@ -11,7 +11,7 @@ namespace {
 
 constexpr char SOURCE_TAG[] = "skypost";
 
-// Room for the longest path, name and error text with every character escaped, and for what is between them.
+// Room for path, name and error text of maximum length, fully escaped, and the separators.
 using alarm_command =
     fixed_text<2 * (PATH_CAPACITY + FAILURE_NAME_CAPACITY + ERROR_TEXT_CAPACITY) + sizeof SOURCE_TAG + 8>;
 
@@ -26,7 +26,7 @@ void report_failure(failure_name name) {
   command.append_text("\" \"");
   append_quoted(command, error_text.view());
   command.append_text("\"");
-  // Half a command would be read with an open quote.
+  // A truncated command would end inside a quote.
   if (command.was_cut()) return;
   [[maybe_unused]] const int ignored = std::system(command.c_str());
 }

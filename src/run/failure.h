@@ -6,7 +6,7 @@ namespace skypost {
 
 inline constexpr std::size_t FAILURE_NAME_CAPACITY = 199;
 
-// The name under which a failure is reported: a constant of the program that fits the alarm command.
+// A failure's name: a literal short enough for the alarm script's command.
 struct failure_name {
   template <std::size_t size>
   consteval failure_name(const char (&name)[size]) : text(name) {
@@ -16,8 +16,8 @@ struct failure_name {
   const char* text;
 };
 
-// Runs the appliance's alarm script with three arguments, "skypost", `name` and `error_text`, and
-// waits for it. What becomes of the script changes nothing here.
+// Runs the alarm script with three arguments, "skypost", `name` and `error_text`, and waits for it. The
+// script's result is ignored.
 void report_failure(failure_name name);
 
 }  // namespace skypost

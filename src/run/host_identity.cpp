@@ -19,17 +19,17 @@ struct platform_mark {
   const char* platform;
 };
 
-// The first mark that the system text contains names the board.
+// The first mark found decides the board.
 constexpr platform_mark PLATFORM_MARKS[] = {
     {"NSLU2", "NSLU2"}, {"88FR131", "PLUG"}, {"ARMv6", "PLUG"}, {"sun4i", "A10"}, {"", "X86"},
 };
 
-// The processor part and the device part. Written by the first read_system_text, kept from then on.
+// /proc/cpuinfo, then the PCI devices. Filled by the first call.
 char system_text[2 * PART_CAPACITY + 1];
 std::size_t system_text_length;
 bool is_first_read = true;
 
-// Reads the head of a file to `place` and ends it with a NUL; returns false when it cannot be opened.
+// Reads the start of a file into `place`, NUL-terminated; false if it cannot be opened.
 bool read_part(const char* file_path, char* place, std::size_t& length) {
   const path_text path(file_path);
   std::FILE* const file = std::fopen(path.c_str(), "re");

@@ -24,20 +24,19 @@ void set_action(int signal_number, void (*handler)(int)) {
 }  // namespace
 
 void prepare_process() {
-  // A socket that became descriptor 2 would be sent the error messages.
+  // Otherwise a socket could become descriptor 2 and receive error messages.
   int descriptor = 0;
   do {
     descriptor = open("/dev/null", O_RDWR);
   } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
   if (descriptor > STDERR_FILENO) close(descriptor);
 
-  // An alarm that the parent set survives the start of a program. So does one that came while it was
-  // blocked; ignoring the signal drops it.
+  // A pending alarm survives exec, as does a blocked, pending SIGALRM; SIG_IGN discards it.
   alarm(0);
   set_action(SIGALRM, SIG_IGN);
   set_action(SIGALRM, SIG_DFL);
   set_action(SIGCHLD, SIG_DFL);
-  // Unlike SIG_IGN, a handler is not inherited by the programs that are started.
+  // Unlike SIG_IGN, a handler is reset on exec.
   set_action(SIGPIPE, ignore_signal);
   sigset_t none;
   sigemptyset(&none);
@@ -47,7 +46,7 @@ void prepare_process() {
 
 void limit_wget() {
   const char* const callers = std::getenv("WGETRC");
-  if (callers != nullptr && *callers != '\0') return;  // wget ignores an empty one
+  if (callers != nullptr && *callers != '\0') return;  // wget ignores an empty value
   const path_text path(WGET_SETTINGS_PATH);
   if (access(path.c_str(), R_OK) == 0) setenv("WGETRC", path.c_str(), 1);
 }

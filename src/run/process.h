@@ -2,13 +2,12 @@
 
 namespace skypost {
 
-// Makes the process independent of its parent: the standard descriptors are open, the alarm signal ends the
-// process and is not pending, children can be waited for, SIGPIPE does not end it, and the files that it writes
-// can be read by the web server. The programs that it starts are ended by SIGPIPE, as they expect.
+// Clears what the parent left: opens descriptors 0 to 2, resets SIGALRM and SIGCHLD, unblocks signals, sets
+// the umask so that the web server can read what is written. SIGPIPE does not end this process but still ends
+// its children.
 void prepare_process();
 
-// Has wget read the appliance's time limits for it, when there are any and the environment does not name other
-// settings.
+// Points WGETRC at the appliance's wgetrc, if that exists and WGETRC is not set.
 void limit_wget();
 
 }  // namespace skypost

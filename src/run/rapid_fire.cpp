@@ -18,7 +18,7 @@ namespace {
 constexpr std::int32_t LONGEST_PASS = 30;    // seconds
 constexpr std::int32_t FIXED_INTERVAL = 10;  // seconds
 
-// The settings as they were before the reload at hand.
+// Copy of the settings before this reload.
 settings_record backup_settings;
 
 std::int32_t interval_of(const rapid_fire_network& network, const settings_record& settings) {
@@ -42,7 +42,7 @@ void reload_settings() {
 
 void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
   error_text.clear();
-  // Before the sleep, so that a network whose interval is the pass length is due on every pass.
+  // Taken before the sleep, so that a network whose interval is the pass length is due on every pass.
   const std::int64_t now = std::time(nullptr);
   sleep(static_cast<unsigned>(pass_length(station_settings)));
   if (is_any_rapid_fire_active(station_settings) &&
@@ -57,7 +57,8 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 
 constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
     // clang-format off
-    // name                            enabled                rapid enabled                interval                      last                                   upload
+    // name                            enabled                rapid enabled                interval
+    // last                                   upload
     {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &rapid_fire_stamps::wunderground_last, &WUNDERGROUND},
     {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &rapid_fire_stamps::weatherflow_last,  &WEATHERFLOW},
     {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &rapid_fire_stamps::windit_last,       &WINDIT},

@@ -9,7 +9,7 @@
 
 namespace skypost {
 
-// When each network was last sent in rapid fire, in seconds since the epoch.
+// When each network last had its turn, in seconds since the epoch.
 struct rapid_fire_stamps {
   std::int64_t wunderground_last;
   std::int64_t weatherflow_last;
@@ -31,24 +31,22 @@ extern const rapid_fire_network RAPID_FIRE_NETWORKS[3];
 
 bool is_active(const rapid_fire_network& network, const settings_record& settings);
 
-// True when at least one of them is active.
 bool is_any_rapid_fire_active(const settings_record& settings);
 
-// How many seconds a pass sleeps: the shortest interval of the active networks, 30 at most.
+// Seconds that a pass sleeps: the shortest interval of the active networks, at most 30.
 std::int32_t pass_length(const settings_record& settings);
 
-// True when the network is active and at least its interval has passed at `now` (seconds since the epoch) since
-// its stamp, or the stamp is from before the clock was set back. The stamp then moves to `now`: a failed upload
-// waits for its turn like any other.
+// If the network is active and due, sets its stamp to `now` (seconds since the epoch) and returns true. Due
+// means one interval after the stamp, or at once if the clock was set back. The stamp moves first, so a
+// failed upload waits a full interval too.
 bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
                std::int64_t now);
 
-// Puts 30 seconds for an interval below 1.
+// Replaces intervals below 1 with 30 seconds.
 void make_intervals_valid(settings_record& record);
 
-// Sends the networks above at their intervals and reloads the settings, for ever. Takes the buffer for the
-// data server's reports and the start-up time (seconds since the epoch), from which the first intervals
-// count. Failures are reported.
+// Runs for ever: uploads when due, reports failures, reloads the settings after each pass. `report` is the
+// buffer for the data server's reports. Intervals first count from `start`, in seconds since the epoch.
 [[noreturn]] void run_rapid_fire(report_buffer& report, std::int64_t start);
 
 }  // namespace skypost

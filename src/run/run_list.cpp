@@ -10,7 +10,7 @@
 namespace skypost {
 namespace {
 
-constexpr unsigned STEP_SECONDS = 15;  // the alarm's default action ends the process
+constexpr unsigned STEP_SECONDS = 15;  // then SIGALRM ends the process
 
 constexpr auto FRESH = step_limit::fresh;
 constexpr auto SHARED = step_limit::shared;
@@ -53,7 +53,7 @@ void run(const run_step& step) {
   if (step.upload->send() != 0) report_failure(step.name);
 }
 
-// The gate's time is written whether or not its step is enabled, and whatever the step returned.
+// The last-run time is written even if the step is disabled or failed.
 void run_gated(const run_step& step, const settings_record& settings, long long age, long long now) {
   if (age <= GATE_INTERVAL) return;
   alarm(STEP_SECONDS);

@@ -16,19 +16,19 @@ enum class step_limit : std::uint8_t {
   gated,   // as `fresh`, but the step runs only if the last run is old enough
 };
 
-// A gated step runs only when the last run is longer ago than this, in seconds.
+// A gated step runs only if the last run is longer ago than this, in seconds.
 inline constexpr long long GATE_INTERVAL = 960;
 
 // One step of the one-shot run.
 struct run_step {
   failure_name name;
   const integer_field* enabled;
-  const text_field* user;  // when set: the step also needs a text of more than one character here
+  const text_field* user;  // if set, must have more than one character
   step_limit limit;
   const outgoing* upload;
 };
 
-// Every step, in the order in which a run takes them.
+// All steps, in the order of a run.
 std::span<const run_step> run_list();
 
 // Calls `visit` for everything that a run can send, in the order of the list, a rapid-fire variant after the
@@ -41,14 +41,14 @@ void for_each_outgoing(visitor visit) {
   }
 }
 
-// True when the step's network is switched on and has the user that it needs.
+// True if the step's network is on and has a user name if it needs one.
 bool is_enabled(const run_step& step, const settings_record& settings);
 
-// True when at least one network is switched on.
+// True if at least one network is on.
 bool is_any_network_enabled(const settings_record& settings);
 
-// Runs every enabled step in the list's order, each within its limit, and reports the failures. `age` and
-// `now` (seconds) are the last run's age and this run's time, for the gate.
+// Runs the enabled steps in order, each within its limit, and reports failures. For the gated step, `age` is
+// the last run's age in seconds, and `now` the time of this run in seconds since the epoch.
 void walk_run_list(const settings_record& settings, long long age, long long now);
 
 }  // namespace skypost

@@ -28,10 +28,10 @@ constexpr char STALE_DATA_NAME[] =
     "No data upload to weather networks as sensor selected on weather network page for outdoor temp, "
     "outdoor humidity or outdoor dewpoint is not providing recent data.";
 
-// The data server's report; filled by each fetch.
+// The data server's report, filled by each fetch.
 report_buffer report;
 
-// Sets the flag that the one argument asks for; false when there is no such argument.
+// Sets the flag for the argument; false if unknown.
 bool read_argument(const char* argument) {
   if (std::strcmp(argument, "-r") == 0)
     rapid_fire_flag = 1;

@@ -5,8 +5,8 @@
 namespace skypost {
 namespace {
 
-// Integers that the ranges leave out, since no board ever converted them: a record of the other byte order
-// brings them reversed. A reversed 1 still counts as on.
+// Not converted on any board, so they arrive reversed from one of the other byte order. They are flags: a
+// reversed 1 is still on.
 constexpr integer_field NEVER_CONVERTED[] = {hetweeractueel_enabled, weatherflow_enabled, metoffice_enabled};
 
 constexpr bool is_exempt(const settings_field& field) {
@@ -14,7 +14,7 @@ constexpr bool is_exempt(const settings_field& field) {
                      [&](const integer_field& exempt) { return exempt.offset == field.offset; });
 }
 
-// Whether a range reverses the integer at the field, and whether one reaches into the field at all.
+// True if a range converts the integer at the field; true if any range overlaps the field.
 consteval bool is_converted(const settings_field& field) {
   for (const field_range& range : CONVERTED_FIELDS)
     for (std::uint32_t entry = 0; entry < range.entries; ++entry) {
@@ -52,8 +52,8 @@ consteval bool are_integers_converted_and_texts_not() {
 }
 static_assert(
     are_integers_converted_and_texts_not(),
-    "a field of fields.def: an integer outside of CONVERTED_FIELDS belongs in NEVER_CONVERTED, and no range "
-    "may reach into a text");
+    "a field of fields.def: an integer outside CONVERTED_FIELDS belongs in NEVER_CONVERTED, and no range may "
+    "overlap a text");
 
 }  // namespace
 

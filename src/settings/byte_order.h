@@ -6,8 +6,8 @@
 
 namespace skypost {
 
-// Fields at `first`, `first` + `size`, …, `last`, of `size` bytes each (4: an integer, 8: a
-// floating-point number), and the same again in each of `entries` entries `stride` bytes apart.
+// Fields at `first`, `first` + `size`, …, `last`, of `size` bytes each (4: integer, 8: floating point), and
+// the same in each of `entries` entries `stride` bytes apart.
 struct field_range {
   std::uint32_t first;
   std::uint32_t last;
@@ -16,8 +16,8 @@ struct field_range {
   std::uint32_t stride = 0;
 };
 
-// The appliance's three arrays of entries. This program only keeps their form: an entry is free when its
-// first integer is -1.
+// The appliance's three arrays of entries, which other programs use. This program only marks entries free:
+// first integer -1.
 struct entry_array {
   std::uint32_t first;
   std::uint32_t entries;
@@ -26,7 +26,7 @@ struct entry_array {
 inline constexpr entry_array ENTRY_ARRAYS[] = {{29928, 20, 132}, {32568, 128, 40}, {38236, 20, 500}};
 inline constexpr entry_array LAST_ENTRY_ARRAY = ENTRY_ARRAYS[2];
 
-// The fields that change with the byte order, in the order in which they are reversed.
+// The converted fields, in order of conversion.
 inline constexpr field_range CONVERTED_FIELDS[] = {
     // clang-format off
     {    0,     0, 4}, {  500,   500, 4}, { 6756,  6756, 4}, { 7016,  7016, 4}, {17136, 17136, 4},
@@ -61,11 +61,11 @@ inline constexpr field_range CONVERTED_FIELDS[] = {
     // clang-format on
 };
 
-// Reverse the bytes of one field in place: 4 of an integer, 8 of a floating-point number.
+// Reverse the 4 or 8 bytes of one field in place.
 void swap_u32(unsigned char* field);
 void swap_f64(unsigned char* field);
 
-// Reverses every field of CONVERTED_FIELDS.
+// Reverses all CONVERTED_FIELDS of `record`.
 void convert_byte_order(settings_record& record);
 
 }  // namespace skypost

@@ -17,7 +17,7 @@ struct integer_default {
   std::int32_t value;
 };
 
-// Where no field is named, another program of the appliance reads it.
+// Bare offsets belong to other programs of the appliance.
 constexpr integer_default INTEGER_DEFAULTS[] = {
     // clang-format off
     {    0,                               1, 0},

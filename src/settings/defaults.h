@@ -8,8 +8,8 @@ namespace skypost {
 
 inline constexpr std::int32_t DEFAULT_RAPID_INTERVAL = 30;  // seconds
 
-// Writes the defaults: every network off, every text empty, the rapid-fire intervals 30 seconds.
-// Bytes that have no default keep what they held.
+// Writes the defaults: all networks off, no sensors and accounts, the rapid-fire intervals 30 seconds, the
+// name of this machine, and the appliance's mail sender. Other bytes are unchanged.
 void set_default_settings(settings_record& record);
 
 }  // namespace skypost

@@ -4,7 +4,7 @@
 
 #include "settings/fields.h"
 
-// The settings as their owner meets them, for the tools, the simulation and the tests.
+// The settings as the owner sees them, for the tools, the simulation and the tests.
 namespace skypost {
 
 struct field_description {
@@ -13,7 +13,7 @@ struct field_description {
   const char* group;  // the network, or the part of the appliance, that it belongs to
   const char* meaning;
 
-  // Each for its own kinds of field.
+  // Only for fields of that kind.
   const text_field& as_text() const { return static_cast<const text_field&>(field); }
   const integer_field& as_integer() const { return static_cast<const integer_field&>(field); }
 };
@@ -24,14 +24,13 @@ inline constexpr field_description FIELD_DESCRIPTIONS[] = {
 #include "settings/fields.def"
 };
 
-// What is said of a field.
 constexpr const field_description& description_of(const settings_field& field) {
   const field_description* row = FIELD_DESCRIPTIONS;
   while (row->field.offset != field.offset) ++row;
   return *row;
 }
 
-// What is named like a password has to be marked as one, or the tools would show it to everybody.
+// A field named like a password must be marked secret, or the tools would show it.
 consteval bool is_every_password_secret() {
   for (const field_description& row : FIELD_DESCRIPTIONS)
     for (const std::string_view word : {"password", "passcode", "secret", "key", "account"})
@@ -39,6 +38,6 @@ consteval bool is_every_password_secret() {
         return false;
   return true;
 }
-static_assert(is_every_password_secret(), "a field of fields.def is named like a password and not secret");
+static_assert(is_every_password_secret(), "a field of fields.def is named like a password but not secret");
 
 }  // namespace skypost

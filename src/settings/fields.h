@@ -4,8 +4,9 @@
 #include <iterator>
 #include <type_traits>
 
-// The fields of the settings record: a typed handle of each under its own name, and SETTINGS_FIELDS, all of
-// them. What they are called and mean is in field_descriptions.h, since the uploader never prints it.
+// The fields of the settings record: a typed handle per field, and SETTINGS_FIELDS with all of them. Their
+// names and meanings, which the uploader never prints, are in field_descriptions.h. Both come from
+// fields.def.
 namespace skypost {
 
 inline constexpr std::uint32_t SETTINGS_SIZE = 65'536;
@@ -25,7 +26,7 @@ constexpr bool is_text_kind(field_kind kind) {
 
 struct settings_field {
   std::uint16_t offset;
-  std::uint16_t size;  // bytes; of a text its slot, the NUL included
+  std::uint16_t size;  // bytes; for a text, the whole slot
   field_kind kind;
 
   constexpr bool is_text() const { return is_text_kind(kind); }
@@ -34,14 +35,14 @@ struct settings_field {
   }
 };
 
-// Handles. A text cannot be read as a number by mistake, nor the other way round.
+// Handles. A text cannot be read as a number by mistake, or vice versa.
 struct text_field : settings_field {};
 struct integer_field : settings_field {};
 
 template <field_kind kind>
 using handle_of = std::conditional_t<is_text_kind(kind), text_field, integer_field>;
 
-// The list makes the handles and the table: only a macro turns one row into both.
+// A macro, since one row makes a handle and a table entry.
 #define FIELD(name, kind, group, offset, size, meaning) \
   inline constexpr handle_of<field_kind::kind> name{{offset, size, field_kind::kind}};
 #include "settings/fields.def"
@@ -62,7 +63,6 @@ consteval bool settings_fields_are_apart() {
   }
   return true;
 }
-static_assert(settings_fields_are_apart(),
-              "two fields of fields.def overlap, or one is outside of the record");
+static_assert(settings_fields_are_apart(), "two fields of fields.def overlap, or one is outside the record");
 
 }  // namespace skypost

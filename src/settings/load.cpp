@@ -34,17 +34,17 @@ void back_up_settings_file() {
   command.append_text(" ");
   append_shell_word(command, path.view());
   command.append_text(".old");
-  // A backup that fails changes nothing: the file itself is never written.
+  // A failed backup does no harm: the file itself is never written.
   [[maybe_unused]] const int ignored = std::system(command.c_str());
 }
 
-// Layouts of unlisted size lack a field at the gap.
+// Files of unlisted size lack the four bytes at GAP_OFFSET.
 void open_gap(settings_record& record) {
   std::memmove(record.bytes + GAP_OFFSET + GAP_SIZE, record.bytes + GAP_OFFSET,
                SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
 }
 
-// Reads the open file into the record; -1 when it cannot be used.
+// Reads the open file into the record; returns -1 if it cannot be used, otherwise 0.
 std::int32_t read_settings_file(int file, settings_record& record) {
   struct stat status {};
   if (fstat(file, &status) != 0) return -1;
@@ -77,7 +77,7 @@ void complete_short_record(settings_record& record, std::uint32_t count) {
 
 bool is_byte_order_foreign(const settings_record& record, const char* platform) {
   const std::int32_t marker = record.integer(byte_order_marker);
-  // That board wrote its records before there was a marker.
+  // NSLU2 wrote records before the marker existed.
   if (is_platform(platform, "NSLU2") && marker == 0) return false;
   return marker != 1;
 }

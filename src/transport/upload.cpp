@@ -24,7 +24,7 @@ void print_header(const text_buffer& command, const upload_spec& spec) {
   debug_print("%s", header.c_str());
 }
 
-// The judgement of most networks.
+// How most networks are judged.
 int find_success_word(text_buffer& reply, const upload_spec& spec) {
   if (spec.success.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
   if (spec.success.mode == reply_mode::first_line) reply.replace_all('\n', '\0');

@@ -99,7 +99,7 @@ TEST_F(Endpoints, KeepOutEveryValueThatCouldLeaveItsPlace) {
   for (const row_case& row : cases) {
     for (const std::string& value : row.bad_values) {
       file += row.name + value + "\n";
-      expected += fault(++number, "not a value for this name");
+      expected += fault(++number, "invalid value for this name");
     }
   }
   expect_loaded(file + "wedaal = http://wedaal.example\n", expected,
@@ -108,10 +108,8 @@ TEST_F(Endpoints, KeepOutEveryValueThatCouldLeaveItsPlace) {
 
 TEST_F(Endpoints, TellWhatIsWrongWithAUrlFromABrowser) {
   expect_loaded("awekas = https://host/\nwindit = http://host:8080/  # \nmeteonews = host/\nawekas = /\n",
-                fault(1, "the slash at the end of the value does not belong there") +
-                    fault(2, "the slash at the end of the value does not belong there") +
-                    fault(3, "the slash at the end of the value does not belong there") +
-                    fault(4, "not a value for this name"),
+                fault(1, "remove the trailing slash") + fault(2, "remove the trailing slash") +
+                    fault(3, "remove the trailing slash") + fault(4, "invalid value for this name"),
                 {});
 }
 
@@ -119,8 +117,8 @@ TEST_F(Endpoints, NameLinesThatAreNoRow) {
   const std::string too_long = "windit = http://" + std::string(600, 'a') + " = http://b.example\n";
   expect_loaded("awekas\nAwekas = http://a.example\n= http://a.example\n" + too_long + "# " +
                     std::string(600, '-') + "\nawekas http://a.example",
-                fault(1, "no \"name = value\"") + fault(2, "no such name") + fault(3, "no such name") +
-                    fault(4, "too long") + fault(6, "no \"name = value\""),
+                fault(1, "expected \"name = value\"") + fault(2, "unknown name") + fault(3, "unknown name") +
+                    fault(4, "too long") + fault(6, "expected \"name = value\""),
                 {});
 }
 

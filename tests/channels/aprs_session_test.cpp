@@ -123,7 +123,7 @@ TEST_F(AprsSession, SendsNoCallSignWithALineBreak) {
   replying_server server({"N0CALL"});
   for (const char* call_sign : {"N0CALL\r\nN0CALL>APRS:hi", "N0CALL\n", "\rN0CALL"}) {
     EXPECT_EQ(session(server.port(), call_sign), -1);
-    EXPECT_EQ(error_text.view(), "error call sign: it holds a line break, nothing was sent");
+    EXPECT_EQ(error_text.view(), "error call sign: contains a line break, nothing was sent");
   }
   EXPECT_TRUE(server.received().empty());
 }

@@ -290,8 +290,8 @@ TEST(Checks, FindServersThatAreNotKnownOrNotThere) {
         "idokep_enabled: the server of Idokep is not known, so nothing reaches it. Set idokep_pro in "}},
       // After a login in the URL.
       {{"meteonews = other.invalid:80", "cwop_first = cwop.invalid"},
-       {"/etc/skypost/endpoints line 1: no \"name = value\". The line is skipped",
-        "/etc/skypost/endpoints line 2: not a value for this name. The line is skipped",
+       {"/etc/skypost/endpoints line 1: expected \"name = value\". The line is skipped",
+        "/etc/skypost/endpoints line 2: invalid value for this name. The line is skipped",
         "meteonews_enabled: the server of MeteoNews is not known",
         "cwop_enabled: the first server of CWOP is not known, so only the other is tried. Set cwop_first in"},
        [](good_station& it) {

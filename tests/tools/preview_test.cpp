@@ -331,7 +331,7 @@ TEST_F(Preview, SaysTheSameToATerminalAndToABrowser) {
   set(latitude_degrees, -1);
   set(idokep_enabled, 0);
   preview_page whole = page(all_ids());
-  whole.warnings = {"endpoints line 3: no such name. The line is skipped."};
+  whole.warnings = {"endpoints line 3: unknown name. The line is skipped."};
   const texts text = words_of(as_text(whole));
   const texts html = words_of(text_of_page(as_html(whole)));
   ASSERT_GT(text.size(), 500U);
@@ -483,7 +483,7 @@ TEST_F(PreviewTool, TellsWhatItCannotReadAndHowItIsUsed) {
 TEST_F(PreviewTool, TellsWhatIsSkippedOfTheEndpointFile) {
   const std::string path = appliance.path(ENDPOINTS_PATH);
   appliance.write(ENDPOINTS_PATH, "windit = http://windit.example.org\nnothing = here\n");
-  EXPECT_TRUE(contains(shown({}), "\nWARNING:  " + path + " line 2: no such name. The line is skipped.\n"));
+  EXPECT_TRUE(contains(shown({}), "\nWARNING:  " + path + " line 2: unknown name. The line is skipped.\n"));
   std::filesystem::remove(path);
   std::filesystem::create_directory(path);
   EXPECT_TRUE(contains(shown({}), "\nWARNING:  " + path + ": Is a directory. The file is skipped.\n"));

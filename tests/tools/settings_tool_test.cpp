@@ -329,7 +329,7 @@ TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
   ::testing::internal::CaptureStderr();
   expect_checked("");
   appliance.write(ENDPOINTS_PATH, "windit = http://windit.example/\n");
-  expect_checked(" line 1: the slash at the end of the value does not belong there. The line");
+  expect_checked(" line 1: remove the trailing slash. The line");
   fs::remove(endpoints);
   fs::create_directory(endpoints);
   expect_checked(": Is a directory. The file");
