@@ -1,23 +1,15 @@
 #include "sim/networks.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <vector>
+
 namespace skypost::sim {
 namespace {
 
-// What two servers of one network have in common.
-constexpr char WUNDERGROUND_PATH[] = "/weatherstation/updateweatherstation.php";
-constexpr account_text WUNDERGROUND_ID = {&wunderground_id, "INIMBU42", "ID"};
-constexpr account_text WUNDERGROUND_PASSWORD = {&wunderground_password, R"(wu"p`id`$(id)&a=b#c\d'e)",
-                                                "PASSWORD"};
-constexpr char WUNDERGROUND_BAD[] = "INVALIDPASSWORDID|Password or key and/or id are incorrect";
-constexpr char IDOKEP_PARAMETERS[] = "tipus p hom rh szelero szelirany csap1h csap szellokes uv";
-constexpr account_text IDOKEP_USER = {&idokep_user, "id\xc3\xb3k\xc3\xa9p", "user"};
-constexpr account_text IDOKEP_PASSWORD = {&idokep_password, R"(\\back\slash")", "pass"};
-constexpr char METEONEWS_PARAMETERS[] = "time ppnn rh rrr rrr_sum glo uv tt dd ff fxx";
-constexpr account_text METEONEWS_PASSWORD = {&meteonews_password, R"(m@t:e/o?n#e&w"s%`$x\y)"};
-constexpr char METEONEWS_FAILURE[] = "upload to meteonews failed: Username/Password Authentication Failed.";
-
-// The texts of the accounts are full of what a shell or a URL would interpret: each has to arrive as it is in the
-// settings. So do the bad answers, at the alarm script.
+// The accounts are full of characters that a shell or a URL would interpret: each must arrive as it is in the settings.
+// So are the bad replies, which must arrive at the alarm script.
 constexpr network_row NETWORKS[] = {
     {.name = "awekas-push",
      .endpoint = "awekas",
@@ -45,12 +37,12 @@ constexpr network_row NETWORKS[] = {
      .enabled = &meteonews_enabled,
      .method = "POST",
      .path = "/",
-     .parameters = METEONEWS_PARAMETERS,
-     .account = {METEONEWS_PASSWORD},
+     .parameters = "time ppnn rh rrr rrr_sum glo uv tt dd ff fxx",
+     .account = {{&meteonews_password, R"(m@t:e/o?n#e&w"s%`$x\y)"}},
      .good = "thank you\n",
      .bad_status = 401,
      .bad = "who are you\n",
-     .failure = METEONEWS_FAILURE},
+     .failure = "upload to meteonews failed: Username/Password Authentication Failed."},
     {.name = "sauerlandwetter",
      .endpoint = "sauerlandwetter",
      .enabled = &sauerlandwetter_enabled,
@@ -163,13 +155,14 @@ constexpr network_row NETWORKS[] = {
     {.name = "weather underground",
      .endpoint = "wunderground",
      .enabled = &wunderground_enabled,
-     .path = WUNDERGROUND_PATH,
+     .path = "/weatherstation/updateweatherstation.php",
      .parameters = "action dateutc winddir windspeedmph windgustmph windspdmph_avg2 humidity tempf rainin "
                    "dailyrainin baromin dewptf UV solarradiation indoortempf indoorhumidity temp2f temp7f "
                    "softwaretype",
-     .account = {WUNDERGROUND_ID, WUNDERGROUND_PASSWORD},
+     .account = {{&wunderground_id, "INIMBU42", "ID"},
+                 {&wunderground_password, R"(wu"p`id`$(id)&a=b#c\d'e)", "PASSWORD"}},
      .good = "success\n",
-     .bad = WUNDERGROUND_BAD,
+     .bad = "INVALIDPASSWORDID|Password or key and/or id are incorrect",
      .failure =
          "upload to weather underground failed: INVALIDPASSWORDID|Password or key and/or id are incorrect",
      .no_response = "no response from weather underground"},
@@ -212,47 +205,37 @@ constexpr network_row NETWORKS[] = {
      .endpoint = "idokep",
      .enabled = &idokep_enabled,
      .path = "/sendws.php",
-     .parameters = IDOKEP_PARAMETERS,
-     .account = {IDOKEP_USER, IDOKEP_PASSWORD},
+     .parameters = "tipus p hom rh szelero szelirany csap1h csap szellokes uv",
+     .account = {{&idokep_user, "id\xc3\xb3k\xc3\xa9p", "user"},
+                 {&idokep_password, R"(\\back\slash")", "pass"}},
      .good = "k\xe9sz!\n",   // ISO 8859-2
      .bad = "k\xc3\xa9sz!",  // UTF-8
      .failure = "upload to idokep: k\xc3\xa9sz!",
      .no_response = "no response from idokep"},
-
-    {.name = "weather underground",
-     .endpoint = "wunderground_rapid",
-     .which = server::second,
-     .enabled = &wunderground_enabled,
-     .path = WUNDERGROUND_PATH,
-     .parameters = "realtime rtfreq action dateutc humidity tempf dewptf softwaretype",
-     .account = {WUNDERGROUND_ID, WUNDERGROUND_PASSWORD},
-     .good = "success\n",
-     .bad = WUNDERGROUND_BAD},
-    {.name = "idokep",
-     .endpoint = "idokep_pro",
-     .which = server::second,
-     .enabled = &idokep_enabled,
-     .path = "/sendws.php",
-     .parameters = IDOKEP_PARAMETERS,
-     .account = {IDOKEP_USER, IDOKEP_PASSWORD},
-     .good = "Feltoltes sikeres\n",
-     .bad = "nem"},
-    {.name = "meteonews",
-     .endpoint = "meteonews",
-     .which = server::second,
-     .enabled = &meteonews_enabled,
-     .method = "POST",
-     .path = "/",
-     .parameters = METEONEWS_PARAMETERS,
-     .account = {METEONEWS_PASSWORD},
-     .good = "thank you\n",
-     .bad_status = 401,
-     .bad = "who are you\n",
-     .failure = METEONEWS_FAILURE},
 };
+
+// A second server is like its network's first but for what is set here.
+std::vector<network_row> with_second_servers() {
+  std::vector<network_row> all(std::begin(NETWORKS), std::end(NETWORKS));
+  const auto add = [&](std::string_view name) {
+    all.push_back(*std::ranges::find(NETWORKS, name, &network_row::name));
+    all.back().which = server::second;
+  };
+  add("weather underground");
+  all.back().endpoint = "wunderground_rapid";
+  all.back().parameters = "realtime rtfreq action dateutc humidity tempf dewptf softwaretype";
+  add("idokep");
+  all.back().endpoint = "idokep_pro";
+  all.back().good = "Feltoltes sikeres\n";
+  add("meteonews");
+  return all;
+}
 
 }  // namespace
 
-std::span<const network_row> http_networks() { return NETWORKS; }
+std::span<const network_row> http_networks() {
+  static const std::vector<network_row> all = with_second_servers();
+  return all;
+}
 
 }  // namespace skypost::sim
