@@ -1,8 +1,9 @@
-// How long it takes to read a report, beside bare loops that only look for the same keys: microseconds of processor
-// time. `scripts/bench` prints what follows, here on an AMD EPYC with Debian 12; the ARM boards' figures are of qemu,
-// so only their ratios count.
+// How long it takes to read a report, compared with bare loops that only look for the same keys: microseconds of
+// processor time. `scripts/bench` printed these on an AMD EPYC with Debian 12. The ARM figures are from qemu, so only
+// their ratios count.
 //
-// Names are how the station's keys are in the report, and its size in KB; "empty" is all that is not searching.
+// "lifelike" reports contain the station's keys, "absent" ones do not; the number is the size in KB. "empty" is
+// everything but searching.
 //
 //                                           parser     strstr     memmem
 //   x86-64, glibc            lifelike/150      784        154        769
@@ -27,11 +28,11 @@
 //                            absent/490     17,990     65,374     18,087
 //                            empty              23
 //
-// Hence memmem: strstr is faster with AVX-512 alone, which no board has. Patterns taken apart at compile time, instead
-// of at each look-up, saved 6 to 7 of the 23 to 38 microseconds on ARM, 0.2 to 0.4 percent of a lifelike report: not worth
-// two more members in each row.
+// Hence memmem: strstr is only faster with AVX-512, which no board has. Splitting the patterns at compile time, not at
+// each look-up, saved 6 to 7 of the 23 to 38 microseconds on ARM, 0.2 to 0.4 percent of a lifelike report: not worth
+// two more members per row.
 //
-// Without heap and exceptions, so that it builds for boards as the program does.
+// No heap and no exceptions, so that it builds for boards as the program does.
 
 #include <algorithm>
 #include <cstdio>
@@ -43,49 +44,20 @@
 #include "base/text.h"
 #include "live/live_table.h"
 #include "live/report_parser.h"
-#include "settings/record.h"
+#include "sim/sensors.h"
 
 namespace skypost {
 namespace {
 
-struct selection {
-  const text_field* field;
-  const char* sensor_class;
-  int number = 0;
-};
-constexpr selection SELECTIONS[] = {
-    // clang-format off
-    {&sensor_temp,   "th"},
-    {&sensor_hum,    "th"},
-    {&sensor_dew,    "th"},
-    {&sensor_press,  "thb"},
-    {&sensor_wind,   "wind"},
-    {&sensor_rain,   "rain"},
-    {&sensor_uv,     "uv"},
-    {&sensor_indoor, "thb"},
-    {&sensor_solar,  "sol"},
-    {&sensor_extra_temp0, "t", 0},
-    {&sensor_extra_temp1, "t", 1},
-    {&sensor_extra_temp2, "t", 2},
-    {&sensor_extra_temp3, "t", 3},
-    {&sensor_extra_temp4, "t", 4},
-    {&sensor_extra_temp5, "t", 5},
-    // clang-format on
-};
-
 using key_text = fixed_text<63>;
 
-// Every key that the parser looks up, in its order.
+// Every key that the parser looks up, in order.
 key_text keys[std::size(LIVE_TABLE)];
 
 fixed_text<500'000> report;
 
-void select_sensors() {
-  for (const selection& row : SELECTIONS) {
-    key_text sensor;
-    sensor.append("%s%d", row.sensor_class, row.number);
-    station_settings.set_text(*row.field, sensor.view());
-  }
+void prepare_station() {
+  sim::select_sensors(station_settings);
   for (std::size_t i = 0; i < std::size(LIVE_TABLE); ++i) {
     const live_row& row = LIVE_TABLE[i];
     keys[i].append_pattern(row.key, row.sensor == nullptr ? "" : station_settings.text(*row.sensor));
@@ -99,21 +71,22 @@ void append_line(std::string_view key) {
   report.append_text(is_time ? " 20240617143512\n" : is_word ? " NNE\n" : " 21.3\n");
 }
 
-// The same quantities of one more sensor of each class.
+// The same quantities of one more sensor of each class: th6 for th0.
 void append_other_sensors(int number) {
   for (const live_row& row : LIVE_TABLE)
-    for (const selection& selected : SELECTIONS) {
-      if (row.sensor != selected.field) continue;
-      key_text sensor;
+    for (const auto& [setting, sensor] : sim::SENSORS) {
+      if (row.sensor != &setting) continue;
+      const std::string_view selected = sensor;
+      key_text other;
       key_text key;
-      sensor.append("%s%d", selected.sensor_class, number);
-      key.append_pattern(row.key, sensor.view());
+      other.append_text(head_of(selected, selected.size() - 1));
+      other.append("%d", number);
+      key.append_pattern(row.key, other.view());
       append_line(key.view());
     }
 }
 
-// A report of about `size` bytes, with or without the keys that the station asks for, spread among those of other
-// sensors.
+// A report of about `size` bytes of other sensors, with or without the station's own keys among them.
 void make_report(std::size_t size, bool has_keys) {
   report.clear();
   int other = 6;
@@ -139,8 +112,7 @@ void bare_memmem() {
     found = static_cast<const char*>(memmem(report.c_str(), report.length(), key.c_str(), key.length()));
 }
 
-// The best of some rounds of a tenth of a second each, which is less disturbed by the machine's other work than their
-// mean.
+// The best of eight rounds: the machine's other work disturbs it less than their mean.
 double microseconds(void (*read)()) {
   constexpr std::clock_t ROUND = CLOCKS_PER_SEC / 10;
   double best = 1e9;
@@ -164,7 +136,7 @@ void measure(const char* name, std::size_t size, bool has_keys) {
 }  // namespace skypost
 
 int main() {
-  skypost::select_sensors();
+  skypost::prepare_station();
   std::printf("%-14s %10s %10s %10s\n", "", "parser", "strstr", "memmem");
   skypost::measure("lifelike/150", 150'000, true);
   skypost::measure("absent/490", 490'000, false);

@@ -1,5 +1,4 @@
-// The override file of the endpoints. Whatever it holds, no row's value can leave its place in a
-// command or a URL.
+// The endpoint file. Whatever it contains, no value can break out of its place in a command or a URL.
 
 #include <cstdio>
 
@@ -17,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {
     const std::string_view value = endpoint_value(static_cast<endpoint>(row));
-    fuzz::require(!value.empty() && value.front() != '-', "a value that no program takes for an option");
+    fuzz::require(!value.empty() && value.front() != '-', "a value that no program mistakes for an option");
     fuzz::require(value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
                                           ".:/@_+-") == std::string_view::npos,
                   "plain characters");

@@ -14,8 +14,9 @@
 #include "channels/channels.h"
 #include "run/run_list.h"
 #include "settings/defaults.h"
+#include "sim/sensors.h"
 
-// No process is started, however a target reaches the call, and no time is spent.
+// No process is started and no time is spent, whatever a target calls.
 extern "C" int system(const char*) { return 0; }
 extern "C" int nanosleep(const timespec*, timespec*) { return 0; }
 extern "C" std::FILE* popen(const char*, const char*) {
@@ -40,15 +41,15 @@ struct environment {
   ~environment() { std::filesystem::remove_all(root); }
 } const the_environment;
 
-// True for what the shell takes for a substitution anywhere, or outside of quotes for the end of a command,
-// at `i`. The program's own redirection is "2>&1 ".
+// True for what the shell treats as a substitution, or outside quotes as the end of a command, at `i`. The program's
+// own redirection is "2>&1 ".
 bool ends_the_command(std::string_view command, std::size_t i, bool quoted) {
   if (command[i] == '`' || command[i] == '$') return true;
   return !quoted && std::string_view(";&\n").find(command[i]) != std::string_view::npos &&
          command.substr(i == 0 ? 0 : i - 1, 4) != ">&1 ";
 }
 
-// A command is one as long as the shell, reading it, finds every double quote closed and nothing that ends it.
+// True if to the shell it is a single command: every quote is closed, and nothing ends it early.
 bool is_sound(std::string_view command) {
   bool quoted = false;
   for (std::size_t i = 0; i < command.size(); ++i) {
@@ -64,7 +65,7 @@ bool is_sound(std::string_view command) {
 
 bool has_line_break(std::string_view text) { return text.find_first_of("\r\n") != std::string_view::npos; }
 
-// Two lines and nothing more; a call sign with a line break is composed and never sent.
+// Exactly two lines. A call sign with a line break is composed, but never sent.
 bool is_login_and_packet(std::string_view text) {
   if (has_line_break(station_settings.text(cwop_id)) || has_line_break(station_settings.text(aprs_call_sign)))
     return true;
@@ -76,7 +77,7 @@ bool is_login_and_packet(std::string_view text) {
   return text.empty();
 }
 
-// A header of four lines, whatever the sender holds, an empty line, and a body of whole lines.
+// A header of four lines, whatever the sender contains, an empty line, and a body of complete lines.
 bool is_mail(std::string_view text) {
   for (const std::string_view start : {"date: ", "to: ", "from: ", "subject: "}) {
     const std::size_t end = text.find('\n');
@@ -91,7 +92,7 @@ bool is_mail(std::string_view text) {
 
 void require(bool holds, const char* what) {
   if (holds) return;
-  std::fprintf(stderr, "Not kept: %s\n", what);
+  std::fprintf(stderr, "Violated: %s\n", what);
   std::abort();
 }
 
@@ -106,17 +107,7 @@ void write_file(const char* appliance_path, std::string_view content, std::size_
 
 void equip_station() {
   set_default_settings(station_settings);
-  for (const text_field* sensor : {&sensor_temp, &sensor_hum, &sensor_dew})
-    station_settings.set_text(*sensor, "th0");
-  station_settings.set_text(sensor_press, "thb0");
-  station_settings.set_text(sensor_rain, "rain0");
-  station_settings.set_text(sensor_wind, "wind0");
-  station_settings.set_text(sensor_uv, "uv0");
-  station_settings.set_text(sensor_solar, "sol0");
-  station_settings.set_text(sensor_indoor, "thb0");
-  for (const text_field& sensor : {sensor_extra_temp0, sensor_extra_temp1, sensor_extra_temp2,
-                                   sensor_extra_temp3, sensor_extra_temp4, sensor_extra_temp5})
-    station_settings.set_text(sensor, "th1");
+  sim::select_sensors(station_settings);
 }
 
 void compose_everything() {

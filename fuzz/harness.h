@@ -6,24 +6,22 @@
 
 namespace skypost::fuzz {
 
-// SKYPOST_ROOT is an appliance's empty folder in memory, and no process is started: system() and
-// popen() do nothing.
+// In every fuzz target SKYPOST_ROOT is an empty appliance folder in memory, and system() and popen() do nothing.
 
-// Ends the process, so that the fuzzer keeps the input, when `holds` is false.
+// Aborts if `holds` is false, so that the fuzzer keeps the input.
 void require(bool holds, const char* what);
 
-// Writes one of the appliance's files, filled up with zeros to `size` bytes when that is more.
+// Writes one of the appliance's files, padded with zeros to at least `size` bytes.
 void write_file(const char* appliance_path, std::string_view content, std::size_t size = 0);
 
-// Fills the settings with defaults and chooses the sensors of the simulated report.
+// Fills the settings with the defaults and the sensors of the simulated report.
 void equip_station();
 
-// Composes what every network, pull file and channel would send from the settings and the live record of
-// the process, and requires of each command that it is one: quotes in pairs, nothing that the shell
-// would interpret between them.
+// Composes everything that a run would send from this process's settings and live record, and requires that each
+// command is a single one to the shell, each packet has its two lines, and each mail its header.
 void compose_everything();
 
-// The input's first byte, taken off its front; 0 of an empty input.
+// Removes and returns the first byte; 0 if empty.
 std::uint8_t take_byte(std::string_view& input);
 
 inline std::string_view as_text(const std::uint8_t* data, std::size_t size) {

@@ -1,4 +1,4 @@
-// Every network's judgement of a reply. The text that it leaves for the owner is one line.
+// Every network's judgement of a reply. The failure text must be one line.
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-// The report through load_live_record, followed by everything that is composed from it.
+// The report through load_live_record, then everything composed from it.
 
 #include <string>
 

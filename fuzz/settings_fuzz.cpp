@@ -1,5 +1,4 @@
-// The settings file through load_settings: every platform, every layout; then everything that is
-// composed from such a record.
+// The settings file through load_settings, on every platform and in every layout, then everything composed from it.
 
 #include <cstdlib>
 

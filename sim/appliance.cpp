@@ -13,12 +13,12 @@
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
-#include <utility>
 
 #include "base/paths.h"
 #include "run/run_list.h"
 #include "settings/defaults.h"
 #include "sim/networks.h"
+#include "sim/sensors.h"
 
 namespace skypost::sim {
 
@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The number of arguments, then the arguments, each ended by a NUL.
+// Appends the number of its arguments and the arguments, each followed by a NUL.
 constexpr char ALARM_SCRIPT[] =
     "#!/bin/sh\n"
     "printf '%s\\0' \"$#\" \"$@\" >> \"${0%/*}/alarms\"\n";
@@ -37,20 +37,19 @@ double seconds_now() {
   return duration<double>(steady_clock::now().time_since_epoch()).count();
 }
 
-// What the caller preloads, a test for example, comes before the board's library.
+// The caller's own libraries, a test's for example, come before the board's.
 std::string preloaded() {
   const char* const of_caller = std::getenv("LD_PRELOAD");
   return of_caller == nullptr ? BOARD_LIBRARY : std::string(of_caller) + ":" BOARD_LIBRARY;
 }
 
-// The caller's environment without what would lead the program or wget elsewhere, and with the appliance
-// in it.
+// The caller's environment without whatever would lead the program or wget elsewhere.
 std::vector<std::string> environment_for(const fs::path& root) {
   std::vector<std::string> variables = {
       "SKYPOST_ROOT=" + root.string(),
       "HOME=" + root.string(),
       "LD_PRELOAD=" + preloaded(),
-      // A program with the address sanitizer would insist on being loaded before the board's library.
+      // Otherwise the address sanitizer would insist on being loaded before the board's library.
       "ASAN_OPTIONS=verify_asan_link_order=0",
       "NIMBULOGHW=",
   };
@@ -93,19 +92,6 @@ void fill_settings(settings_record& settings) {
 }
 
 }  // namespace
-
-void select_sensors(settings_record& settings) {
-  constexpr std::pair<const text_field&, const char*> SENSORS[] = {
-      // clang-format off
-      {sensor_temp,        "th0"},   {sensor_hum,         "th0"},   {sensor_dew,         "th0"},
-      {sensor_press,       "thb0"},  {sensor_indoor,      "thb0"},  {sensor_rain,        "rain0"},
-      {sensor_wind,        "wind0"}, {sensor_uv,          "uv0"},   {sensor_solar,       "sol0"},
-      {sensor_extra_temp0, "t0"},    {sensor_extra_temp1, "t1"},    {sensor_extra_temp2, "t2"},
-      {sensor_extra_temp3, "t3"},    {sensor_extra_temp4, "t4"},    {sensor_extra_temp5, "t5"},
-      // clang-format on
-  };
-  for (const auto& [field, sensor] : SENSORS) settings.set_text(field, sensor);
-}
 
 std::vector<char*> pointers_to(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
@@ -175,7 +161,7 @@ appliance::appliance() {
   save_settings();
 }
 
-// In one step: the program may be reading it.
+// Atomic: the program may be reading the file.
 void appliance::save_settings() const {
   const std::string temporary = std::string(SETTINGS_PATH) + ".new";
   write(temporary, {reinterpret_cast<const char*>(settings.bytes), sizeof settings.bytes});

@@ -15,7 +15,8 @@
 #include "run/run_list.h"
 #include "settings/defaults.h"
 #include "settings/field_descriptions.h"
-#include "sim/appliance.h"
+#include "sim/folder.h"
+#include "sim/sensors.h"
 
 namespace skypost::testing {
 LiveRecord fully_equipped_station() {
