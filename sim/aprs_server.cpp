@@ -33,10 +33,10 @@ void aprs_server::talk(connection& client) {
   seen.packet = client.read_line().value_or("");
   const std::string wanted = "User " + call_sign_ + " pass " + std::to_string(passcode_) + " vers nimbulog";
   seen.accepted = seen.login == wanted && is_weather_packet(seen.packet, call_sign_);
-  seen.answer =
+  seen.reply =
       seen.accepted ? "# logresp " + call_sign_ + " unverified, server SIMULATED" : "# invalid login";
   std::this_thread::sleep_for(delay_.load());
-  client.write(seen.answer + "\r\n");
+  client.write(seen.reply + "\r\n");
   {
     const std::lock_guard lock(mutex_);
     sessions_.push_back(seen);

@@ -12,19 +12,19 @@ namespace skypost::sim {
 struct aprs_session_seen {
   std::string login;
   std::string packet;
-  std::string answer;
+  std::string reply;
   bool accepted;
 };
 
-// A small APRS-IS server: greets, takes one login and one packet, and answers the login.
+// An APRS-IS server: greets, reads a login and a packet, and replies to the login.
 class aprs_server {
  public:
   aprs_server(std::uint16_t port, std::string call_sign, int passcode);
 
   std::uint16_t port() const { return server_.port(); }
   std::vector<aprs_session_seen> sessions() const;
-  // How long it thinks about a login; at first not at all.
-  void answer_after(std::chrono::milliseconds delay) { delay_ = delay; }
+  // How long it waits before replying to a login; at first not at all.
+  void reply_after(std::chrono::milliseconds delay) { delay_ = delay; }
 
  private:
   void talk(connection& client);

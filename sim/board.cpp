@@ -1,5 +1,4 @@
-// Preloaded into the program: eth0 of a board, as the board's `ifconfig` shows it. Every other command is left
-// alone.
+// Preloaded into the program: gives it a board's eth0, as `ifconfig` shows it.
 
 #include <dlfcn.h>
 

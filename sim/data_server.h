@@ -7,7 +7,7 @@
 
 namespace skypost::sim {
 
-// The appliance's data server on its fixed port: sends its report to whoever connects, and closes.
+// The appliance's data server, on its fixed port: sends the report to each client and closes.
 class data_server {
  public:
   enum class behaviour {

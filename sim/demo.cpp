@@ -1,5 +1,5 @@
-// The demonstration: the real program against the simulated appliance and its peers, once over every
-// network, or for a while in rapid fire.
+// The demonstration: the real program against the simulated appliance and its peers, once over every network, or in
+// rapid fire for sixteen seconds.
 
 #include <httplib.h>
 
@@ -21,21 +21,21 @@
 namespace skypost::sim {
 namespace {
 
-// The network that is made to refuse: its answer is full of what a shell would take for its own.
+// The network that is made to refuse: its reply is full of what a shell would interpret.
 constexpr char REFUSING[] = "wedaal-push";
 
 // The network whose preview is shown.
 constexpr char PREVIEWED[] = "windfinder";
 
-// What came of a step; nothing was sent when `sent` is empty.
+// The outcome of a step.
 struct outcome {
   std::string how = {};
   std::string sent = {};
-  std::string answer = {};
+  std::string reply = {};
   std::string verdict = "NOT SENT";
 };
 
-// What the network fetches from the web server, which has to be what both directories hold.
+// What the network fetches from the web server must be in both directories.
 outcome file_outcome(const run_step& step, const world& all, int web_port) {
   outcome result{.how = "file"};
   const std::string name = static_cast<const pull_file&>(*step.upload).name;
@@ -43,7 +43,7 @@ outcome file_outcome(const run_step& step, const world& all, int web_port) {
   const auto response = network.Get("/" + name);
   if (!response || response->status != 200) return result;
   result.sent = response->body;
-  result.answer = "fetched, " + std::to_string(result.sent.size()) + " bytes";
+  result.reply = "fetched, " + std::to_string(result.sent.size()) + " bytes";
   const bool same = result.sent == all.board.read(PULL_DIRECTORIES[1] + name);
   result.verdict = same ? "written" : "COPIES DIFFER";
   return result;
@@ -58,7 +58,7 @@ outcome http_outcome(const run_step& step, const std::vector<request_seen>& requ
     // The interesting part first: the query, or the body.
     const std::size_t values = seen.request.find_first_of("?\n");
     result.sent = seen.request.substr(values == std::string::npos ? 0 : values + 1) + "\n\n" + seen.request;
-    result.answer = seen.reply;
+    result.reply = seen.reply;
     result.verdict = seen.reply == seen.network->good ? "accepted" : "refused";
     if (!seen.fault.empty()) result.verdict = "FAULTY: " + seen.fault;
   }
@@ -68,7 +68,7 @@ outcome http_outcome(const run_step& step, const std::vector<request_seen>& requ
 outcome aprs_outcome(const aprs_server& server) {
   outcome result{.how = "TCP"};
   for (const aprs_session_seen& seen : server.sessions())
-    result = {"TCP", seen.packet + "\n\n" + seen.login, seen.answer, seen.accepted ? "accepted" : "REFUSED"};
+    result = {"TCP", seen.packet + "\n\n" + seen.login, seen.reply, seen.accepted ? "accepted" : "REFUSED"};
   return result;
 }
 
@@ -76,7 +76,7 @@ outcome mail_outcome(const smtp_sink& server) {
   outcome result{.how = "mail"};
   for (const mail_seen& seen : server.mails())
     result = {"mail", seen.text.substr(seen.text.find("\n\n") + 2) + "\n\n" + seen.text,
-              "taken for " + seen.recipient, "delivered"};
+              "accepted for " + seen.recipient, "delivered"};
   return result;
 }
 
@@ -94,7 +94,7 @@ outcome outcome_of(const run_step& step, const world& all, int web_port) {
   return {};
 }
 
-// One line of at most `width` characters; what is no printable ASCII becomes a blank or a "?".
+// One line of at most `width` characters; anything but printable ASCII becomes a blank or a "?".
 std::string in_one_line(std::string text, std::size_t width) {
   for (char& character : text) {
     if (character >= 0 && character < ' ') character = ' ';
@@ -107,27 +107,27 @@ std::string in_one_line(std::string text, std::size_t width) {
 
 void print_row(const std::string& step, const std::string& name, const outcome& came) {
   std::printf("%-4s %-20s %-5s  %-52s  %-28s  %s\n", step.c_str(), name.c_str(), came.how.c_str(),
-              in_one_line(came.sent, 52).c_str(), in_one_line(came.answer, 28).c_str(), came.verdict.c_str());
+              in_one_line(came.sent, 52).c_str(), in_one_line(came.reply, 28).c_str(), came.verdict.c_str());
 }
 
-bool is_as_it_should_be(const run_step& step, const outcome& came) {
+bool is_as_expected(const run_step& step, const outcome& came) {
   if (std::strcmp(step.name.text, REFUSING) == 0) return came.verdict == "refused";
   return came.verdict == "written" || came.verdict == "delivered" || came.verdict == "accepted";
 }
 
-// Steps under the limit of the step before count with it: 1, 1a, 2, 2a, 3, ...
+// A step that shares its limit with the one before shares its number too: 1, 1a, 2, 2a, 3, ...
 bool print_steps(const world& all, int web_port) {
   bool is_good = true;
   int count = 0;
-  print_row("step", "network", {"how", "what was sent (its start)", "answer", "verdict"});
+  print_row("step", "network", {"how", "sent (the beginning)", "reply", "verdict"});
   for (const run_step& step : run_list()) {
     const bool is_second = step.limit == step_limit::shared;
     const std::string number = is_second ? std::to_string(count) + 'a' : std::to_string(++count);
     const outcome came = outcome_of(step, all, web_port);
     print_row(number, step.name.text, came);
-    all.board.write("/texts/" + number + ".txt", "Sent\n\n" + came.sent + "\n\nAnswer\n\n" + came.answer +
+    all.board.write("/texts/" + number + ".txt", "Sent\n\n" + came.sent + "\n\nReply\n\n" + came.reply +
                                                      "\n\nVerdict: " + came.verdict + '\n');
-    is_good = is_good && is_as_it_should_be(step, came);
+    is_good = is_good && is_as_expected(step, came);
   }
   return is_good;
 }
@@ -152,13 +152,18 @@ bool print_preview(const appliance& board) {
 int show_one_run() {
   world all;
   all.board.keep_files();
-  all.peers.set_answer(REFUSING, answer::bad);
+  all.peers.set_reply(REFUSING, reply_kind::bad);
   httplib::Server web;
   web.set_mount_point("/", all.board.path(PULL_DIRECTORIES[0]).string());
   const int web_port = web.bind_to_any_port("127.0.0.1");
   std::thread serving([&web] { web.listen_after_bind(); });
 
-  std::puts("One run of the real program over every network; CWOP and APRS alone take 14 seconds ...\n");
+  std::puts(
+      "One run of the real program over every network, each with a simulated server. It takes a quarter of "
+      "a\n"
+      "minute, nearly all of it for CWOP and APRS. The accounts are full of quotes and dollar signs on "
+      "purpose.\n"
+      "Wedaal is made to refuse, so that a failure reaches the alarm script.\n");
   std::fflush(stdout);
   const run_result run = all.board.run();
   const bool steps_are_good = print_steps(all, web_port);
@@ -168,13 +173,13 @@ int show_one_run() {
 
   std::printf("\nThe program ended with status %d after %.1f seconds.\n", run.status, run.seconds);
   if (!run.errors.empty()) std::printf("On standard error: %s\n", run.errors.c_str());
-  std::printf("Full texts: %s/texts/STEP.txt (the appliance's own files are beside it)\n",
+  std::printf("The appliance's files are in %s, everything sent in texts/STEP.txt there.\n",
               all.board.root().c_str());
   const bool preview_is_good = print_preview(all.board);
   const bool is_good =
       steps_are_good && alarms_are_good && preview_is_good && run.status == 0 && run.signal == 0;
-  std::puts(is_good ? "\nEverything came out as it should: one refusal, one alarm."
-                    : "\nNOT everything came out as it should.");
+  std::puts(is_good ? "\nEverything went as expected: one refusal, one call of the alarm script."
+                    : "\nNOT everything went as expected.");
   return is_good ? 0 : 1;
 }
 
@@ -190,9 +195,9 @@ int show_rapid_fire() {
   all.board.save_settings();
 
   std::printf(
-      "A quarter of a minute of rapid fire: Weather Underground and WeatherFlow every %d seconds,\n"
-      "WindIt every 10.\n\n%-9s %-20s %-52s  %s\n",
-      INTERVAL, "seconds", "network", "request", "answer");
+      "Fifteen seconds of rapid fire: Weather Underground and WeatherFlow every %d seconds, WindIt every "
+      "10.\n\n%-9s %-20s %-52s  %s\n",
+      INTERVAL, "seconds", "network", "request", "reply");
   running_program program(all.board.root(), {"-r"});
   const auto start = steady_clock::now();
   std::size_t shown = 0;

@@ -5,7 +5,7 @@
 
 namespace skypost::sim {
 
-// An appliance's files in a folder, which is removed with it. At first there are none.
+// An appliance's files in a temporary folder. At first there are none.
 class folder {
  public:
   folder();
@@ -14,20 +14,20 @@ class folder {
   folder& operator=(const folder&) = delete;
 
   const std::filesystem::path& root() const { return root_; }
-  // From now on the folder stays.
+  // Keep the folder.
   void keep_files() { keep_ = true; }
 
-  // Where one of the appliance's own paths lies; its folder is made.
+  // Where one of the appliance's paths is here. Creates its folder.
   std::filesystem::path path(const std::string& appliance_path) const;
   void write(const std::string& appliance_path, const std::string& content) const;
-  std::string read(const std::string& appliance_path) const;  // empty when there is no such file
+  std::string read(const std::string& appliance_path) const;  // empty if there is none
 
  private:
   std::filesystem::path root_;
   bool keep_ = false;
 };
 
-// The whole file; empty when there is none.
+// The whole file; empty if there is none.
 std::string read_file(const std::filesystem::path& path);
 
 }  // namespace skypost::sim

@@ -34,7 +34,7 @@ std::string as_sent(const account_text& text) {
   return std::string(md5_hex(text.value, digest).view());
 }
 
-// The parameter as a form is read: the first "=" ends the name. (cpp-httplib takes the last.)
+// The first "=" ends the name, as in any form; cpp-httplib takes the last.
 std::string parameter(const httplib::Request& request, const std::string& name) {
   const std::size_t query = request.target.find('?');
   std::istringstream pairs(
@@ -72,7 +72,7 @@ std::string fault_in_record(const record_shape& record, const httplib::Request& 
   return std::string("record ") + record.parameter + " with " + std::to_string(found) + " separators";
 }
 
-// What the network would object to; empty: nothing.
+// What the network would object to; empty if nothing.
 std::string fault_in(const network_row& network, const httplib::Request& request) {
   if (request.method != network.method) return "method " + request.method;
   if (request.path != network.path) return "path " + request.path;
@@ -90,7 +90,7 @@ struct http_peers::peer {
   const network_row* network;
   std::unique_ptr<httplib::Server> server;
   int port = 0;
-  answer how = answer::good;
+  reply_kind how = reply_kind::good;
   std::thread thread;
 };
 
@@ -134,12 +134,12 @@ void http_peers::start(peer& one) {
   while (!one.server->is_running()) std::this_thread::yield();
 }
 
-void http_peers::set_answer(answer how) {
+void http_peers::set_reply(reply_kind how) {
   const std::lock_guard lock(mutex_);
   for (const auto& one : peers_) one->how = how;
 }
 
-void http_peers::set_answer(const std::string& name, answer how) {
+void http_peers::set_reply(const std::string& name, reply_kind how) {
   const std::lock_guard lock(mutex_);
   for (const auto& one : peers_)
     if (name == one->network->name) one->how = how;
@@ -180,15 +180,15 @@ void http_peers::respond(const peer& one, const httplib::Request& request, httpl
   std::unique_lock lock(mutex_);
   request_seen seen{&network, request.method + ' ' + request.target, fault_in(network, request), {}};
   if (!request.body.empty()) seen.request += '\n' + request.body;
-  const answer how = seen.fault.empty() ? one.how : answer::bad;
-  if (how == answer::good) seen.reply = network.good;
-  if (how == answer::bad) {
+  const reply_kind how = seen.fault.empty() ? one.how : reply_kind::bad;
+  if (how == reply_kind::good) seen.reply = network.good;
+  if (how == reply_kind::bad) {
     seen.reply = network.bad;
     response.status = network.bad_status;
   }
   response.set_content(seen.reply, "text/plain");
   requests_.push_back(std::move(seen));
-  if (how == answer::hang) released_.wait(lock, [this] { return stopping_; });
+  if (how == reply_kind::hang) released_.wait(lock, [this] { return stopping_; });
 }
 
 }  // namespace skypost::sim

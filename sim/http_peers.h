@@ -17,28 +17,28 @@ class Server;
 
 namespace skypost::sim {
 
-enum class answer { good, bad, empty, hang };
+enum class reply_kind { good, bad, empty, hang };
 
 // One request as a peer saw it.
 struct request_seen {
   const network_row* network;
   std::string request;  // method, target and, after a line feed, the body
-  std::string fault;    // what is wrong with it; empty: nothing
-  std::string reply;    // what it was answered
+  std::string fault;    // what is wrong with it; empty if nothing is
+  std::string reply;
 };
 
-// One HTTP server on a free port for each network's server. Each judges a request as its network would,
-// and answers a faulty one with the network's bad answer.
+// One HTTP server on a free port for each network's server. Each judges a request as its network would, and sends the
+// bad reply to a faulty one.
 class http_peers {
  public:
-  // `certificate` and its key are made there by `openssl`, for the secured ones.
+  // Creates `certificate`, and its key beside it, for the secured ones.
   explicit http_peers(const std::filesystem::path& certificate);
   ~http_peers();
 
-  void set_answer(answer how);                           // of all
-  void set_answer(const std::string& name, answer how);  // of one network's servers
+  void set_reply(reply_kind how);                           // of all
+  void set_reply(const std::string& name, reply_kind how);  // of one network's servers
 
-  // The lines of the endpoint file; with `on_nslu2` they name MeteoNews' plain server.
+  // Lines of the endpoint file. With `on_nslu2` they name MeteoNews' plain server.
   std::string endpoints(bool on_nslu2 = false) const;
 
   std::vector<request_seen> requests() const;

@@ -6,9 +6,8 @@
 
 namespace skypost::sim {
 
-// A text of the station's account at a network: where the settings keep it, what it is, and how the
-// network receives it: as a parameter, as a field of the record in a parameter, or as the password of
-// an HTTP login.
+// A setting of the station's account at a network, its value, and how the network receives it: as a parameter, as a
+// field of a record in a parameter, or as the password of an HTTP login.
 struct account_text {
   const text_field* field = nullptr;
   const char* value = nullptr;
@@ -17,7 +16,7 @@ struct account_text {
   bool is_hashed = false;
 };
 
-// A record in one parameter: so many separators in it.
+// A record in one parameter, with this many separators.
 struct record_shape {
   const char* parameter = nullptr;
   char separator = ';';
@@ -30,24 +29,24 @@ enum class server { first, second, secured };
 struct network_row {
   const char* name = nullptr;      // under which the run list reports a failure
   const char* endpoint = nullptr;  // its row in the endpoint table
-  server which = server::first;    // second: a server that an ordinary one-shot run does not ask
+  server which = server::first;    // second: not used in an ordinary one-shot run
   const integer_field* enabled = nullptr;
   const char* method = "GET";
   const char* path = nullptr;
-  const char* parameters = "";  // that must be there and not be empty, with blanks between
+  const char* parameters = "";  // separated by spaces; each must be sent, and not empty
   record_shape record = {};
   account_text account[3] = {};
   const char* good = nullptr;
   int bad_status = 200;
   const char* bad = nullptr;
-  const char* failure = nullptr;      // the alarm script's text for the bad answer; "*": whatever follows
-  const char* no_response = nullptr;  // the text for an empty answer; nullptr: it counts as a success
+  const char* failure = nullptr;      // the alarm script's text for the bad reply; "*": whatever follows
+  const char* no_response = nullptr;  // the text for an empty reply; nullptr: it counts as a success
 };
 
-// Every HTTP network, in the order of the run list; after them the second servers of three.
+// Every HTTP network, in the order of the run list, then the second servers of three.
 std::span<const network_row> http_networks();
 
-// The user by which MeteoNews knows the simulated board.
+// The simulated board's user name at MeteoNews.
 inline constexpr char METEONEWS_USER[] = "00-1a-2b-3c-4d-5e";
 
 }  // namespace skypost::sim

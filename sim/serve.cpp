@@ -1,54 +1,109 @@
-// Holds the simulated appliance and its networks up for a script. Prints the appliance's folder; then, for
-// each line that it is sent, how many reports the data server has given and how many requests came. Goes
-// with the end of its input.
+// Runs the simulated appliance and its networks for a script.
 //
-//   serve [good|bad|empty]    how the networks answer
-//   serve hang                Weather Underground never answers, WeatherFlow does; all others are off
+//   serve [REPLIES [TIME]]
+//
+// REPLIES is what the networks reply: good (the default), bad, empty, or mixed, each of these in turn. TIME is that of
+// the report, in seconds since 1970; by default now. Prints the appliance's folder, then one line for each line of
+// input, and exits at end of input:
+//
+//   dump FILE        writes to FILE what the servers have received since the last dump, which must be one full run,
+//                    and prints "dumped"
+//   anything else    prints how many reports the data server has sent and how many requests have arrived
 
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <exception>
+#include <fstream>
 #include <iostream>
+#include <map>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
+#include "sim/report.h"
 #include "sim/world.h"
 
 namespace skypost::sim {
 namespace {
 
-answer answer_named(const std::string& name) {
-  if (name == "bad") return answer::bad;
-  return name == "empty" ? answer::empty : answer::good;
-}
+const std::map<std::string, std::vector<reply_kind>> REPLIES = {
+    {"good", {reply_kind::good}},
+    {"bad", {reply_kind::bad}},
+    {"empty", {reply_kind::empty}},
+    {"mixed", {reply_kind::good, reply_kind::bad, reply_kind::empty}},
+};
 
-void set_up(world& all, const std::string& how) {
-  all.peers.set_answer(answer_named(how));
-  if (how == "hang") {
-    all.board.switch_all_networks_off();
-    for (const integer_field* enabled : {&wunderground_enabled, &weatherflow_enabled})
-      all.board.settings.set_integer(*enabled, 1);
-    all.peers.set_answer("weather underground", answer::hang);
-  }
-}
-
-void serve(const std::string& how) {
-  world all;
-  set_up(all, how);
+void set_up(world& all, const std::vector<reply_kind>& replies) {
+  std::size_t turn = 0;
+  for (const network_row& network : http_networks())
+    all.peers.set_reply(network.name, replies[turn++ % replies.size()]);
   for (const integer_field* field : {&wunderground_rapid_enabled, &weatherflow_rapid_enabled,
                                      &wunderground_rapid_interval, &weatherflow_rapid_interval})
     all.board.settings.set_integer(*field, 1);
   all.board.save_settings();
+}
 
+void require_count(const char* what, std::size_t count, std::size_t expected) {
+  if (count != expected)
+    throw std::runtime_error(std::to_string(count) + ' ' + what + " instead of " + std::to_string(expected));
+}
+
+// Two runs with the same fault would compare equal, so what is missing or faulty is an error. The servers of APRS and
+// mail keep what they received from earlier runs.
+void dump(world& all, std::size_t run, const std::string& path) {
+  std::ofstream file(path, std::ios::binary);
+  const auto is_asked = [](const network_row& network) { return network.which != server::second; };
+  const std::vector<request_seen> requests = all.peers.requests();
+  require_count("requests", requests.size(), std::ranges::count_if(http_networks(), is_asked));
+  for (const request_seen& seen : requests) {
+    if (!seen.fault.empty()) throw std::runtime_error(std::string(seen.network->name) + ": " + seen.fault);
+    file << seen.network->name << '\n' << seen.request << "\nreply: " << seen.reply << "\n\n";
+  }
+  all.peers.forget_requests();
+
+  for (const aprs_server* const server : {&*all.cwop, &*all.aprs}) {
+    const std::vector<aprs_session_seen> sessions = server->sessions();
+    require_count("APRS sessions", sessions.size(), run);
+    file << sessions.back().login << '\n'
+         << sessions.back().packet << '\n'
+         << sessions.back().reply << "\n\n";
+  }
+  const std::vector<mail_seen> mails = all.mail.mails();
+  require_count("mails", mails.size(), run);
+  file << mails.back().sender << '\n' << mails.back().recipient << '\n' << mails.back().text;
+}
+
+void serve(const std::vector<reply_kind>& replies, std::time_t time) {
+  world all;
+  all.data->set_report(lifelike_report(time));
+  set_up(all, replies);
   std::cout << all.board.root().string() << std::endl;
-  for (std::string line; std::getline(std::cin, line);)
-    std::cout << all.data->clients() << ' ' << all.peers.requests().size() << std::endl;
+
+  constexpr std::string_view DUMP = "dump ";
+  std::size_t runs = 0;
+  for (std::string line; std::getline(std::cin, line);) {
+    if (line.starts_with(DUMP)) {
+      dump(all, ++runs, line.substr(DUMP.size()));
+      std::cout << "dumped" << std::endl;
+    } else {
+      std::cout << all.data->clients() << ' ' << all.peers.requests().size() << std::endl;
+    }
+  }
 }
 
 }  // namespace
 }  // namespace skypost::sim
 
 int main(int count, char** arguments) {
+  using namespace skypost::sim;
+  const auto replies = REPLIES.find(count > 1 ? arguments[1] : "good");
+  if (count > 3 || replies == REPLIES.end()) {
+    std::fputs("usage: serve [good|bad|empty|mixed [TIME]]\n", stderr);
+    return 2;
+  }
   try {
-    skypost::sim::serve(count > 1 ? arguments[1] : "good");
+    serve(replies->second, count > 2 ? std::stoll(arguments[2]) : std::time(nullptr));
     return 0;
   } catch (const std::exception& fault) {
     std::fprintf(stderr, "serve: %s\n", fault.what());

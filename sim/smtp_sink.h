@@ -13,7 +13,7 @@ struct mail_seen {
   std::string text;       // header, empty line, body; lines end in LF
 };
 
-// A mail server that takes every message and keeps it.
+// A mail server that accepts every message and keeps it.
 class smtp_sink {
  public:
   smtp_sink();

@@ -29,7 +29,7 @@ int listen_on(const char* host, std::uint16_t& port, const std::string& purpose,
     close(listener);
     throw std::runtime_error("port " + std::to_string(port) + " of " + host +
                              " is needed for the simulated " + purpose + ": " + reason +
-                             ". Does a demonstration, a test or a real one still run?");
+                             ". Is a demonstration, a test or a real one still running?");
   }
   getsockname(listener, plain, &length);
   port = ntohs(address.sin_port);
@@ -71,10 +71,10 @@ full_server::full_server(std::uint16_t port)
   address.sin_family = AF_INET;
   address.sin_port = htons(port_);
   address.sin_addr.s_addr = inet_addr("127.0.0.1");
-  // One fits the queue; with a second the kernel drops what comes.
+  // One fits the queue. After the second the kernel ignores all others.
   for (int i = 0; i < 3; ++i) {
     sockets_.push_back(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    // It is never answered, or only by the queue.
+    // Never accepted, at most queued.
     (void)connect(sockets_.back(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
   }
 }

@@ -17,7 +17,7 @@ class connection {
   explicit connection(int descriptor) : descriptor_(descriptor) {}
 
   void write(std::string_view text) const;
-  // The next line without its line end; nothing when the client has closed.
+  // The next line without its line end; nothing once the client has closed.
   std::optional<std::string> read_line();
   void wait_until_closed();
 
@@ -26,13 +26,13 @@ class connection {
   std::string pending_;
 };
 
-// A server on this machine that talks to one client after the other, in a thread of its own, until it is
-// destroyed. Its owner declares it last, so that the thread ends first.
+// A server on this machine that serves one client at a time, in its own thread, until it is destroyed. Its owner
+// declares it last, so that the thread ends before what it uses.
 class tcp_server {
  public:
   using conversation = std::function<void(connection&)>;
 
-  // `port` 0 takes any free one. A port that is taken ends in an exception that says so to a person.
+  // `port` 0 takes any free one. Throws a readable error if the port is taken.
   tcp_server(std::uint16_t port, const std::string& purpose, conversation talk,
              const char* address = "127.0.0.1");
   ~tcp_server();
@@ -53,7 +53,7 @@ class tcp_server {
   std::thread thread_;
 };
 
-// A server on this machine whose queue is full: nobody else's connection is ever accepted or refused.
+// A server on this machine whose queue is full: further connections are neither accepted nor refused.
 class full_server {
  public:
   explicit full_server(std::uint16_t port = 0);

@@ -19,7 +19,7 @@ constexpr std::string_view ENDPOINTS[][2] = {
 #include "base/endpoints.def"
 };
 
-// A server that is not replaced would be the real one, and be sent the station's account.
+// Without a replacement, the program would send the account to the real server.
 void require_server_for_every_endpoint(const std::string& lines) {
   for (const auto& [name, kind] : ENDPOINTS)
     if (kind != "address" && ('\n' + lines).find('\n' + std::string(name) + " = ") == std::string::npos)

@@ -10,19 +10,19 @@
 
 namespace skypost::sim {
 
-// A simulated appliance and everything that the program talks to, wired to each other. Only one can
-// be there at a time: the data server's port and CWOP's are fixed.
+// A simulated appliance and everything that the program talks to, connected to each other. Only one can exist at a
+// time, since the ports of the data server and CWOP are fixed.
 struct world {
   world();
 
   appliance board;
-  std::optional<data_server> data;  // a server that is reset is no longer there
+  std::optional<data_server> data;  // reset() stops a server
   http_peers peers;
   std::optional<aprs_server> cwop;
   std::optional<aprs_server> aprs;
   smtp_sink mail;
 
-  // Points the appliance to these servers, MeteoNews to the one that the board's kind asks.
+  // Points the appliance to these servers, and MeteoNews to the one this kind of board uses.
   void write_endpoints(bool on_nslu2 = false) const;
 };
 

@@ -157,7 +157,7 @@ TEST_P(each_call, may_fail_at_any_time) {
     enable_only({&awekas_enabled, &meteonews_enabled, &windfinder_enabled, &hetweeractueel_enabled,
                  &wetterarchiv_enabled, &wunderground_enabled, &aprs_enabled, &borgervejr_enabled,
                  &idokep_enabled});
-    all.peers.set_answer("windfinder", sim::answer::bad);
+    all.peers.set_reply("windfinder", sim::reply_kind::bad);
   } else {
     enable_only({&hetweeractueel_enabled, &wetterpage24_enabled, &aprs_enabled, &borgervejr_enabled});
   }

@@ -75,7 +75,7 @@ TEST_F(hanging_networks, leave_few_processes_behind_when_they_never_answer) {
   interpose("CLOCK", "5");  // the limit of a step comes after three seconds
   set_short_wget_limits();
   enable_only({&windfinder_enabled, &windit_enabled});
-  all.peers.set_answer("windfinder", sim::answer::hang);
+  all.peers.set_reply("windfinder", sim::reply_kind::hang);
   sigset_t alarm_signal;
   sigemptyset(&alarm_signal);
   sigaddset(&alarm_signal, SIGALRM);
@@ -103,7 +103,7 @@ TEST_F(hanging_networks, do_not_stop_rapid_fire_when_they_do_not_accept) {
 }
 
 TEST_F(hanging_networks, do_not_stop_rapid_fire_when_they_never_answer) {
-  all.peers.set_answer("weather underground", sim::answer::hang);
+  all.peers.set_reply("weather underground", sim::reply_kind::hang);
   expect_rapid_fire_goes_on();
 }
 

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using sim::alarm_call;
-using sim::answer;
+using sim::reply_kind;
 
 // The networks that a run on an ordinary board asks, in its order.
 std::vector<const sim::network_row*> asked_networks() {
@@ -59,17 +59,17 @@ TEST_F(program, reaches_every_network_and_raises_no_alarm) {
 // Without debug output and with it.
 TEST_F(program, reports_each_bad_or_empty_answer_with_the_networks_own_text) {
   interpose("HASTE", "100");
-  const std::pair<answer, std::vector<std::string>> cases[] = {
-      {answer::bad, {}}, {answer::bad, {"-d"}}, {answer::empty, {}}, {answer::empty, {"-d"}}};
+  const std::pair<reply_kind, std::vector<std::string>> cases[] = {
+      {reply_kind::bad, {}}, {reply_kind::bad, {"-d"}}, {reply_kind::empty, {}}, {reply_kind::empty, {"-d"}}};
   for (const auto& [how, arguments] : cases) {
-    SCOPED_TRACE(how == answer::bad ? "bad" : "empty");
-    all.peers.set_answer(how);
+    SCOPED_TRACE(how == reply_kind::bad ? "bad" : "empty");
+    all.peers.set_reply(how);
     all.board.write(LAST_RUN_PATH, "1");
     all.board.forget_alarms();
     EXPECT_EQ(run_well(arguments).errors.empty(), arguments.empty());
     std::vector<alarm_call> expected;
     for (const sim::network_row* network : asked_networks())
-      if (const char* const text = how == answer::bad ? network->failure : network->no_response)
+      if (const char* const text = how == reply_kind::bad ? network->failure : network->no_response)
         expected.push_back({"skypost", network->name, text});
     const auto alarms = all.board.alarms();
     ASSERT_EQ(alarms.size(), expected.size());
@@ -112,7 +112,7 @@ TEST_F(program, warns_once_of_stale_data_and_sends_nothing) {
 // Both pauses of a session are real here: a slow server still has its say.
 TEST_F(program, hears_an_aprs_server_that_answers_after_three_seconds) {
   enable_only({&aprs_enabled});
-  all.aprs->answer_after(std::chrono::seconds(3));
+  all.aprs->reply_after(std::chrono::seconds(3));
   run_well();
   EXPECT_TRUE(all.board.alarms().empty());
   EXPECT_EQ(all.aprs->sessions().size(), 1U);

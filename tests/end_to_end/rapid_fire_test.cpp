@@ -67,7 +67,7 @@ TEST_F(rapid_fire, skips_passes_without_data_and_reports_each_failed_upload) {
   EXPECT_TRUE(all.board.alarms().empty());
 
   all.data->set_behaviour(sim::data_server::behaviour::report);
-  all.peers.set_answer(sim::answer::bad);
+  all.peers.set_reply(sim::reply_kind::bad);
   ASSERT_TRUE(comes_true([&] { return all.board.alarms().size() == 2; }, SOME_PASSES));
   const std::vector<sim::alarm_call> expected(
       2, {"skypost", "weather underground rapid fire",
@@ -81,7 +81,7 @@ TEST_F(rapid_fire, sends_each_network_in_its_own_form_what_its_pass_has_fetched)
   all.board.settings.set_integer(windit_enabled, 1);
   all.board.save_settings();
   all.data->set_behaviour(sim::data_server::behaviour::numbered);
-  all.peers.set_answer(sim::answer::bad);
+  all.peers.set_reply(sim::reply_kind::bad);
   interpose("HASTE", "10");
   interpose("CLOCK", "10");
   const sim::running_program running(all.board.root(), {"-r"});

@@ -57,7 +57,7 @@ const limited_step STEPS[] = {
 class run_list_steps : public program {
  protected:
   run_list_steps() {
-    all.peers.set_answer(sim::answer::bad);
+    all.peers.set_reply(sim::reply_kind::bad);
     all.cwop.reset();
     all.aprs.reset();
     fs::remove_all(all.board.root() / "var/run/nimbulog/uploads");
