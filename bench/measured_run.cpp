@@ -22,7 +22,7 @@ namespace {
   throw std::system_error(errno, std::generic_category(), what);
 }
 
-// Starts a program that nobody listens to.
+// Starts a program with its input empty and its output discarded.
 pid_t start(words command) {
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
@@ -36,7 +36,7 @@ pid_t start(words command) {
   return process;
 }
 
-// The same, stopped before its first instruction, with this process as its tracer.
+// The same, traced by this process and stopped before its first instruction.
 pid_t start_traced(words command) {
   const std::vector<char*> arguments = sim::pointers_to(command);
   const pid_t process = fork();
@@ -57,7 +57,7 @@ double microseconds(const timeval& time) {
   return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_usec);
 }
 
-// The most memory that a process has had so far.
+// Peak memory of a process so far, KiB.
 long peak_so_far(pid_t process) {
   std::ifstream status("/proc/" + std::to_string(process) + "/status");
   for (std::string word; status >> word;) {
@@ -80,10 +80,10 @@ traced_run trace(const words& command) {
   for (pid_t one; (one = waitpid(-1, &status, __WALL)) > 0;) {
     if (!WIFSTOPPED(status)) continue;
     const int event = status >> 16;
-    // At its last moment: what the kernel tells about an ended process counts its wget as well.
+    // Read just before exit: afterwards the kernel's figure includes its wget.
     if (event == PTRACE_EVENT_EXIT && one == process) run.peak = peak_so_far(process);
     if (event == PTRACE_EVENT_FORK || event == PTRACE_EVENT_VFORK) ++run.processes;
-    // These two tell the tracer of a new program and a new process; others are the program's own.
+    // SIGTRAP and SIGSTOP only tell the tracer of a new program or process; other signals are the program's own.
     const int signal = WSTOPSIG(status);
     const long passed_on = signal == SIGTRAP || signal == SIGSTOP || event != 0 ? 0 : signal;
     ptrace(PTRACE_CONT, one, nullptr, passed_on);
@@ -93,7 +93,7 @@ traced_run trace(const words& command) {
 
 cpu_time cpu_time_of(const words& command) {
   const pid_t process = start(command);
-  // Its own clock can be read for as long as it is not waited for.
+  // Its own clock can be read until it is waited for.
   siginfo_t ended{};
   clockid_t clock{};
   timespec own{};

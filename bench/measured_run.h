@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-// Each runs a program to its end, nobody listening to it. What cannot be run throws.
+// Each runs a program to its end with its output discarded, and throws if it cannot be run.
 namespace skypost {
 
 // A program's full path, then its arguments.
 using words = std::vector<std::string>;
 
 struct traced_run {
-  long peak = 0;      // the most memory that the program itself had, KiB
-  int processes = 1;  // the program and all that it started, directly or not
+  long peak = 0;      // of the program's own memory, KiB
+  int processes = 1;  // the program and all its descendants
 };
 traced_run trace(const words& command);
 
@@ -22,7 +22,7 @@ struct cpu_time {
 };
 cpu_time cpu_time_of(const words& command);
 
-// What the program itself executes, as valgrind counts it; `log` is a file for valgrind.
+// Instructions of the program alone, as counted by valgrind, which writes to the file `log`.
 long long instructions_of(const std::string& log, const words& command);
 
 }  // namespace skypost

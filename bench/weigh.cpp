@@ -41,7 +41,7 @@ void print_own_times(int rounds, std::span<const std::pair<const char*, words>> 
   for (std::size_t k = 0; k < programs.size(); ++k) print(programs[k].first, sums[k] / rounds);
 }
 
-// As a URL takes it.
+// Percent-encoded for a URL.
 std::string encoded(std::string_view text) {
   std::string url;
   for (const char character : text) {
@@ -53,15 +53,15 @@ std::string encoded(std::string_view text) {
   return url;
 }
 
-// The value of a line of the endpoint file.
+// The value of `name` in the lines of an endpoint file.
 std::string server_of(const std::string& lines, const std::string& name) {
   const std::size_t line = ('\n' + lines).find('\n' + name + " = ");
   const std::size_t value = line + name.size() + 3;
   return lines.substr(value, lines.find('\n', value) - value);
 }
 
-// A report of 150 KB: between the lines of a station's sensors seven in ten again for further sensors, th10 beside
-// th0, which the settings do not select.
+// A report of 150 KB: seven in ten lines are repeated for another sensor, th10 after th0, which the settings do not
+// select.
 std::string report_of_150_kilobytes() {
   static const std::regex SENSOR("_([a-z]+)([0-9]+)_");
   std::istringstream lines(sim::lifelike_report(MOMENT));
@@ -103,7 +103,7 @@ class scales {
     print(name + "_run_time", time / ROUNDS);
   }
 
-  // What the report adds to a run without networks that finds one line.
+  // What the report costs, compared with a report of one line, in a run without networks.
   void weigh_reading(const std::string& name, const std::string& program) {
     all_.board.switch_all_networks_off();
     all_.board.save_settings();
@@ -119,7 +119,7 @@ class scales {
     all_.board.save_settings();
   }
 
-  // The shell's uploader with the station's account.
+  // The shell script with the station's account.
   words shell_uploader(const std::string& script, const std::string& client) const {
     const settings_record& settings = all_.board.settings;
     return {script, client,
@@ -146,7 +146,7 @@ class scales {
     return static_cast<double>(instructions_of(all_.board.root() / "valgrind", command));
   }
 
-  // Or a network that is served now and then would miss its turn.
+  // Otherwise a network that is not served by every run would be skipped.
   void forget_last_run() const { std::filesystem::remove(all_.board.path(LAST_RUN_PATH)); }
 
   sim::world all_;
