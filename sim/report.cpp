@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <iomanip>
 #include <numbers>
 #include <span>
 #include <sstream>
+#include <string_view>
 #include <vector>
 
 #include "base/moment.h"
@@ -49,20 +51,20 @@ struct quantity {
 };
 
 struct sensor_class {
-  std::string prefix;
+  std::string_view prefix;
   int sensors;
-  std::vector<quantity> quantities;
+  std::initializer_list<quantity> quantities;
 };
 
 struct period {
-  std::string name;
+  const char* name;
   std::time_t seconds;  // 0: since midnight
   double reach;         // how far its extremes are from the mean, compared with the day's
   double rain;          // mm
 };
 
 // clang-format off
-const sensor_class CLASSES[] = {
+constexpr sensor_class CLASSES[] = {
     {"th",   8, {{"temp",      CELSIUS,     BOTH,      14.2,   6.4, 15, 0.3},
                  {"hum",       PERCENT,     BOTH,      62,    21,    4, 1},
                  {"dew",       CELSIUS,     BOTH,       6.3,   1.6, 11, 0.2},
@@ -82,7 +84,7 @@ const sensor_class CLASSES[] = {
     {"sol",  2, {{"radiation", WATTS,       HIGHEST,   90,   640,   13, 5}}},
 };
 
-const period PERIODS[] = {
+constexpr period PERIODS[] = {
     {"last15m",    900, 1,     0.3},
     {"last60m",   3600, 1,     2.4},
     {"last24h",  86400, 1,     8.5},
@@ -97,7 +99,7 @@ struct report_writer {
   std::ostringstream text;
 
   void add_sensor(const sensor_class& kind, int number) {
-    const std::string sensor = '_' + kind.prefix + std::to_string(number) + '_';
+    const std::string sensor = '_' + std::string(kind.prefix) + std::to_string(number) + '_';
     for (const quantity& row : kind.quantities)
       add_value("actual" + sensor + row.name, row, row.at(now, number));
     if (kind.prefix == "wind") add_direction("actual" + sensor + "dir");

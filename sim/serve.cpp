@@ -15,10 +15,12 @@
 #include <ctime>
 #include <exception>
 #include <fstream>
+#include <initializer_list>
 #include <iostream>
-#include <map>
+#include <iterator>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "sim/report.h"
@@ -27,17 +29,21 @@
 namespace skypost::sim {
 namespace {
 
-const std::map<std::string, std::vector<reply_kind>> REPLIES = {
+struct mode {
+  std::string_view name;
+  std::initializer_list<reply_kind> replies;
+};
+constexpr mode MODES[] = {
     {"good", {reply_kind::good}},
     {"bad", {reply_kind::bad}},
     {"empty", {reply_kind::empty}},
     {"mixed", {reply_kind::good, reply_kind::bad, reply_kind::empty}},
 };
 
-void set_up(world& all, const std::vector<reply_kind>& replies) {
+void set_up(world& all, const mode& chosen) {
   std::size_t turn = 0;
   for (const network_row& network : http_networks())
-    all.peers.set_reply(network.name, replies[turn++ % replies.size()]);
+    all.peers.set_reply(network.name, chosen.replies.begin()[turn++ % chosen.replies.size()]);
   for (const integer_field* field : {&wunderground_rapid_enabled, &weatherflow_rapid_enabled,
                                      &wunderground_rapid_interval, &weatherflow_rapid_interval})
     all.board.settings.set_integer(*field, 1);
@@ -74,10 +80,10 @@ void dump(world& all, std::size_t run, const std::string& path) {
   file << mails.back().sender << '\n' << mails.back().recipient << '\n' << mails.back().text;
 }
 
-void serve(const std::vector<reply_kind>& replies, std::time_t time) {
+void serve(const mode& chosen, std::time_t time) {
   world all;
   all.data->set_report(lifelike_report(time));
-  set_up(all, replies);
+  set_up(all, chosen);
   std::cout << all.board.root().string() << std::endl;
 
   constexpr std::string_view DUMP = "dump ";
@@ -97,13 +103,14 @@ void serve(const std::vector<reply_kind>& replies, std::time_t time) {
 
 int main(int count, char** arguments) {
   using namespace skypost::sim;
-  const auto replies = REPLIES.find(count > 1 ? arguments[1] : "good");
-  if (count > 3 || replies == REPLIES.end()) {
+  const std::string_view wanted = count > 1 ? arguments[1] : "good";
+  const mode* const chosen = std::ranges::find(MODES, wanted, &mode::name);
+  if (count > 3 || chosen == std::end(MODES)) {
     std::fputs("usage: serve [good|bad|empty|mixed [TIME]]\n", stderr);
     return 2;
   }
   try {
-    serve(replies->second, count > 2 ? std::stoll(arguments[2]) : std::time(nullptr));
+    serve(*chosen, count > 2 ? std::stoll(arguments[2]) : std::time(nullptr));
     return 0;
   } catch (const std::exception& fault) {
     std::fprintf(stderr, "serve: %s\n", fault.what());
