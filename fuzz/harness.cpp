@@ -111,14 +111,14 @@ void equip_station() {
 }
 
 void compose_everything() {
-  const station from = {
+  const station source = {
       station_settings, live_record, moment_at(1'336'280'889), {"X86", "00:1A:2B:3C:4D:5E"}};
-  for_each_outgoing([&](const outgoing& what) {
+  for_each_outgoing([&](const outgoing& upload) {
     outgoing_text text;
-    what.compose(text, from);
-    if (what.carried_by == carrier::http) require(text.was_cut() || is_sound(text.view()), what.id);
-    if (what.carried_by == carrier::aprs) require(is_login_and_packet(text.view()), what.id);
-    if (what.carried_by == carrier::mail) require(is_mail(text.view()), what.id);
+    upload.compose(text, source);
+    if (upload.carried_by == carrier::http) require(text.was_cut() || is_sound(text.view()), upload.id);
+    if (upload.carried_by == carrier::aprs) require(is_login_and_packet(text.view()), upload.id);
+    if (upload.carried_by == carrier::mail) require(is_mail(text.view()), upload.id);
   });
   fixed_text<20'000> mail_command;
   append_mail_command(mail_command);

@@ -11,9 +11,9 @@ namespace {
 
 std::vector<const skypost::http_network*> every_network() {
   std::vector<const skypost::http_network*> networks;
-  skypost::for_each_outgoing([&](const skypost::outgoing& what) {
-    if (what.carried_by == skypost::carrier::http)
-      networks.push_back(static_cast<const skypost::http_network*>(&what));
+  skypost::for_each_outgoing([&](const skypost::outgoing& upload) {
+    if (upload.carried_by == skypost::carrier::http)
+      networks.push_back(static_cast<const skypost::http_network*>(&upload));
   });
   return networks;
 }
