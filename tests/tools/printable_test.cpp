@@ -16,7 +16,9 @@ TEST(Printable, LeavesNothingThatATerminalObeysOrABrowserGuesses) {
       {"\xc0\xaf\xe0\x80\xaf", "\\xc0\\xaf\\xe0\\x80\\xaf"},  // longer than need be
       {"\xed\xa0\x80", "\\xed\\xa0\\x80"},                    // half of a pair
       {"\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},           // beyond the last character
-      {"\xe2\x82", "\\xe2\\x82"},                             // cut
+      {"\xe2\x82", "\\xe2\\x82"},                             // truncated
+      {"\xe2\x80\xae", "\\xe2\\x80\\xae"},                    // right to left from here on
+      {"\xe2\x81\xa6", "\\xe2\\x81\\xa6"},                    // an isolate
   };
   for (const auto& [text, expected] : CASES) EXPECT_EQ(printable(text), expected);
   EXPECT_EQ(printable_lines("d\r"), std::vector<std::string>{"d\\x0d"});

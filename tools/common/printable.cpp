@@ -1,52 +1,43 @@
 #include "common/printable.h"
 
+#include <clocale>
 #include <cstdio>
+#include <cuchar>
 
 namespace skypost {
 namespace {
 
-unsigned byte_at(std::string_view text, std::size_t place) {
-  return place < text.size() ? static_cast<unsigned char>(text[place]) : 0;
-}
-
-// How many bytes the well-formed character that `text` begins with has; 0 when it begins with none.
-std::size_t character_length(std::string_view text) {
-  struct form {
-    unsigned lead, lead_mask;  // of the first byte
-    std::size_t length;
-    unsigned least;  // the first character that needs so many bytes
-  };
-  constexpr form FORMS[] = {
-      {0x00, 0x80, 1, 0x0}, {0xc0, 0xe0, 2, 0x80}, {0xe0, 0xf0, 3, 0x800}, {0xf0, 0xf8, 4, 0x10000}};
-  for (const form& row : FORMS) {
-    if ((byte_at(text, 0) & row.lead_mask) != row.lead) continue;
-    unsigned character = byte_at(text, 0) & ~row.lead_mask;
-    for (std::size_t i = 1; i < row.length; ++i) {
-      if ((byte_at(text, i) & 0xc0U) != 0x80) return 0;
-      character = character << 6U | (byte_at(text, i) & 0x3fU);
-    }
-    const bool is_control = character < 0x20 || (character >= 0x7f && character < 0xa0);
-    const bool is_surrogate = character >= 0xd800 && character < 0xe000;
-    return is_control || is_surrogate || character < row.least || character > 0x10ffff ? 0 : row.length;
-  }
-  return 0;
+// Length of the harmless character at the start of the text, or 0. The locale must be one with UTF-8.
+std::size_t harmless_length(std::string_view text) {
+  std::mbstate_t state{};
+  char32_t character = 0;
+  const std::size_t length = std::mbrtoc32(&character, text.data(), text.size(), &state);
+  if (length > text.size()) return 0;  // invalid or incomplete
+  const bool is_control = character < 0x20 || (character >= 0x7f && character < 0xa0);
+  const bool is_bidirectional_control =
+      (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
+  const bool is_beyond_unicode = character > 0x10ffff;  // the GNU C library takes some
+  return is_control || is_bidirectional_control || is_beyond_unicode ? 0 : length;
 }
 
 }  // namespace
 
 std::string printable(std::string_view text) {
+  static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  const locale_t previous = uselocale(utf8);
   std::string result;
   while (!text.empty()) {
-    const std::size_t length = character_length(text);
+    const std::size_t length = harmless_length(text);
     if (length != 0) {
       result += text.substr(0, length);
     } else {
       char escape[5];
-      std::snprintf(escape, sizeof escape, "\\x%02x", byte_at(text, 0));
+      std::snprintf(escape, sizeof escape, "\\x%02x", static_cast<unsigned char>(text.front()));
       result += escape;
     }
     text.remove_prefix(length == 0 ? 1 : length);
   }
+  uselocale(previous);
   return result;
 }
 

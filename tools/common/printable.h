@@ -6,14 +6,15 @@
 
 namespace skypost {
 
-// `text` without anything that a terminal would obey and without bytes that are not UTF-8: each such byte
-// becomes "\x" and its two hexadecimal digits. A line break is such a byte too.
+// `text` as a terminal shows it literally: each byte of a control character, of a character that changes the
+// direction of writing, or of invalid UTF-8 becomes "\x" and two hexadecimal digits. A line break is a control
+// character too.
 std::string printable(std::string_view text);
 
-// The same between quotation marks; those in the text, and its backslashes, have a backslash before them.
+// The same in double quotes; those in the text, and its backslashes, are escaped.
 std::string quoted(std::string_view text);
 
-// The first, of each line of a text, without the line's end: a line feed, or a carriage return and a line feed.
+// printable() of each line, without its LF or CRLF.
 std::vector<std::string> printable_lines(std::string_view text);
 
 }  // namespace skypost
