@@ -36,7 +36,7 @@ TEST_F(program, has_tools_that_say_when_the_data_server_does_not_answer) {
     } cases[] = {
         {SETTINGS_PROGRAM, {"check", "--quiet"}, ""},
         {SETTINGS_PROGRAM, {"sensors"}, "Error: " + fault + '\n'},
-        {PREVIEW_PROGRAM, {}, "Error: " + fault + "; --report FILE takes a report from a file\n"},
+        {PREVIEW_PROGRAM, {}, "Error: " + fault + "; use --report FILE to read one\n"},
     };
     for (const auto& row : cases) {
       run = all.board.run_tool(row.program, row.arguments);

@@ -50,15 +50,16 @@ class preview_of_a_run : public program {
     const moment at = moment_at(now);
     char time[40];
     std::strftime(time, sizeof time, "%Y-%m-%d %H:%M:%S %Z", &at.local);
-    return {.settings = fs::canonical(all.board.path(SETTINGS_PATH)),
-            .report = "the data server, 127.0.0.1:5558",
-            .time = time,
-            .warnings = {},
-            .steps = make_previews({.from = {station_settings, live_record, at, {platform, HARDWARE_ADDRESS}},
-                                    .report = report.c_str(),
-                                    .last_run_age = 9'999,
-                                    .with_secrets = with_secrets},
-                                   {})};
+    return {
+        .settings = fs::canonical(all.board.path(SETTINGS_PATH)),
+        .report = "the data server, 127.0.0.1:5558",
+        .time = time,
+        .warnings = {},
+        .steps = make_previews({.source = {station_settings, live_record, at, {platform, HARDWARE_ADDRESS}},
+                                .report = report.c_str(),
+                                .last_run_age = 9'999,
+                                .with_secrets = with_secrets},
+                               {})};
   }
 
   std::time_t now = std::time(nullptr);
@@ -198,12 +199,12 @@ TEST_F(preview_of_a_run, warns_of_a_missing_hardware_address_and_leaves_an_odd_s
   EXPECT_NE(run.output.find("\n  WARNING: ifconfig shows no hardware address of eth0 after "),
             std::string::npos)
       << run.output;
-  EXPECT_NE(run.output.find("no known layout has its size of 38692 bytes"), std::string::npos);
+  EXPECT_NE(run.output.find("its size of 38692 bytes matches no known layout"), std::string::npos);
   EXPECT_FALSE(fs::exists(all.board.path(SETTINGS_PATH + std::string(".old"))));
 
   // Of the board that wrote such files.
   run = all.board.run_tool("/usr/bin/env", {"NIMBULOGHW=PLUG", PREVIEW_PROGRAM, "meteonews"});
-  EXPECT_EQ(run.output.find("no known layout"), std::string::npos);
+  EXPECT_EQ(run.output.find("matches no known layout"), std::string::npos);
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ preview_page difficult_page() {
           "the data server, 127.0.0.1:5558",
           "2012-05-06 07:08:09 CEST",
           {},
-          make_previews({.from = {station_settings, live_record, spring_morning(), ORDINARY_BOARD},
+          make_previews({.source = {station_settings, live_record, spring_morning(), ORDINARY_BOARD},
                          .report = report.c_str(),
                          .last_run_age = 300,
                          .with_secrets = false},

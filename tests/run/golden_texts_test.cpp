@@ -3,13 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <set>
 #include <string>
 
 #include "networks/networks.h"
 #include "run/run_list.h"
+#include "support/golden.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -22,26 +20,16 @@ std::string as_in_file(const outgoing& what, const LiveRecord& live) {
   return composed(what, settings, live) + (what.carried_by == carrier::http ? "\n" : "");
 }
 
-// Compares with a golden text. Where that is missing or different, the text is left in a file of that name: once
-// it has been checked against the network's own description, it belongs in golden/.
-void expect_golden(const std::string& name, const std::string& text) {
-  const std::string golden = TESTS_DIRECTORY "/golden/" + name;
-  if (std::filesystem::exists(golden) && read_whole_file(golden) == text) return;
-  const std::string place = ::testing::TempDir() + name;
-  std::ofstream(place, std::ios::binary) << text;
-  if (!std::filesystem::exists(golden))
-    FAIL() << "tests/golden/" << name << " is missing; what would be in it: " << place;
-  EXPECT_EQ(text, read_whole_file(golden)) << "the first is in " << place;
-}
-
 class GoldenText : public ::testing::TestWithParam<const outgoing*> {};
 
 TEST_P(GoldenText, OfAFullyEquippedStation) {
-  expect_golden(GetParam()->id + std::string(".full"), as_in_file(*GetParam(), fully_equipped_station()));
+  expect_golden("golden/" + std::string(GetParam()->id) + ".full",
+                as_in_file(*GetParam(), fully_equipped_station()));
 }
 
 TEST_P(GoldenText, OfAStationWithOnlyTheOutdoorValues) {
-  expect_golden(GetParam()->id + std::string(".sparse"), as_in_file(*GetParam(), sparse_station()));
+  expect_golden("golden/" + std::string(GetParam()->id) + ".sparse",
+                as_in_file(*GetParam(), sparse_station()));
 }
 
 INSTANTIATE_TEST_SUITE_P(RunList, GoldenText, ::testing::ValuesIn(everything_handed_out()),
@@ -68,7 +56,7 @@ TEST(GoldenTexts, OfTheReplies) {
              "\n    success: " + wanted + "\n    failure: " + reply.failure_format +
              "\n    nothing: " + reply.no_response_text + '\n';
   }
-  expect_golden("replies", texts);
+  expect_golden("golden/replies", texts);
 }
 
 }  // namespace

@@ -6,17 +6,18 @@
 
 namespace skypost {
 
-// The words of a command line.
+// The arguments of a program or of one of its commands. Options may be anywhere before "--".
 using words = std::vector<std::string>;
 
-// Takes an option out of the arguments; false when it is not there.
+// Removes an option; false if it was not given.
 bool take_option(words& arguments, const std::string& option);
 
-// The same for an option with the name of a file after it. Throws usage_error when there is none.
+// Removes an option with the name of a file, "--report FILE" or "--report=FILE", and returns the name. Throws
+// usage_error if FILE is missing.
 std::optional<std::string> take_file_option(words& arguments, const std::string& option);
 
-// What is left is no option: one that starts with a dash is unknown, and a file of that name is given as
-// ./-name. Throws usage_error for it.
-const std::string& as_operand(const std::string& argument);
+// What remains after every known option has been removed, without the "--". Throws usage_error for an unknown
+// option; does not repeat it if it may be a password.
+words operands(words arguments, bool may_be_password = false);
 
 }  // namespace skypost

@@ -2,9 +2,9 @@
 
 namespace skypost {
 
-std::string text_of(const outgoing& what, const station& from) {
+std::string text_of(const outgoing& upload, const station& source) {
   outgoing_text text;
-  what.compose(text, from);
+  upload.compose(text, source);
   return std::string(text.view());
 }
 
@@ -14,19 +14,19 @@ bool is_unset(const settings_record& settings, const field_description& row) {
   return row.field.is_secret() && settings.integer(row.as_integer()) == NO_PASSCODE;
 }
 
-bool is_text_lacking(const outgoing& what, const station& from, const field_description& row) {
-  if (!is_unset(from.settings, row)) return false;
-  settings_record changed = from.settings;
+bool is_text_lacking(const outgoing& upload, const station& source, const field_description& row) {
+  if (!is_unset(source.settings, row)) return false;
+  settings_record changed = source.settings;
   if (row.field.is_text())
     changed.set_text(row.as_text(), "x");
   else
     changed.set_integer(row.as_integer(), 1);
-  return text_of(what, {changed, from.live, from.now, from.host}) != text_of(what, from);
+  return text_of(upload, {changed, source.live, source.now, source.host}) != text_of(upload, source);
 }
 
-bool is_hardware_address_told(const outgoing& what, const station& from) {
+bool is_hardware_address_told(const outgoing& upload, const station& source) {
   const auto text_with = [&](const char* address) {
-    return text_of(what, {from.settings, from.live, from.now, {from.host.platform, address}});
+    return text_of(upload, {source.settings, source.live, source.now, {source.host.platform, address}});
   };
   return text_with("1") != text_with("2");
 }

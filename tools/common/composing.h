@@ -5,19 +5,19 @@
 #include "compose/outgoing.h"
 #include "settings/field_descriptions.h"
 
-// What can be learned of a network by composing for it, so that it follows from its composer alone.
+// Facts about a network, derived from its composer alone.
 namespace skypost {
 
-// What `what` hands out.
-std::string text_of(const outgoing& what, const station& from);
+// The complete text of an upload.
+std::string text_of(const outgoing& upload, const station& source);
 
-// True when nobody has entered this text or this passcode. Other numbers are never unset.
+// True if this text or passcode has not been entered. Other numbers count as entered.
 bool is_unset(const settings_record& settings, const field_description& row);
 
-// True when the text would be another one with a value in a setting that is not set.
-bool is_text_lacking(const outgoing& what, const station& from, const field_description& row);
+// True if filling in this unset setting would change the text.
+bool is_text_lacking(const outgoing& upload, const station& source, const field_description& row);
 
-// True when the text tells the network the board's hardware address.
-bool is_hardware_address_told(const outgoing& what, const station& from);
+// True if the text contains the board's hardware address.
+bool is_hardware_address_told(const outgoing& upload, const station& source);
 
 }  // namespace skypost

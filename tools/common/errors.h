@@ -5,14 +5,14 @@
 
 namespace skypost {
 
-// Why a tool cannot do what it was told to; the text is one line for its user.
+// Why a tool cannot do what it was asked to; one line for the user.
 struct tool_error : std::runtime_error {
   explicit tool_error(const std::string& text, int its_status = 1)
       : std::runtime_error(text), status(its_status) {}
-  int status;  // that the tool exits with
+  int status;  // exit status
 };
 
-// A command line that the tool does not take.
+// An invalid command line.
 struct usage_error : tool_error {
   explicit usage_error(const std::string& text) : tool_error(text, 2) {}
 };

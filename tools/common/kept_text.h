@@ -6,7 +6,7 @@
 
 namespace skypost {
 
-// A stream that keeps what is written to it.
+// A FILE* that collects what is written to it.
 class kept_text {
  public:
   kept_text() : stream_(open_memstream(&bytes_, &length_)) {}

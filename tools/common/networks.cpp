@@ -13,7 +13,7 @@
 namespace skypost {
 namespace {
 
-// In lower case, without what may or may not be between the parts of a name.
+// In lower case, without spaces, hyphens and underscores.
 std::string simplified(std::string_view name) {
   std::string result;
   for (const char character : name)
@@ -61,31 +61,27 @@ std::vector<handed_out> all_handed_out() {
   return all;
 }
 
-std::string endpoint_named_by(std::string_view server, std::string_view id) {
-  std::string name;
-  std::size_t likeness = 0;
-  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) {
-    const auto row = static_cast<endpoint>(i);
-    const std::string other = endpoint_name(row);
-    const std::size_t its_likeness = id.starts_with(other)   ? other.size()
-                                     : other.starts_with(id) ? id.size() - 1
-                                                             : 0;
-    if (!server.ends_with(endpoint_value(row)) || (!name.empty() && its_likeness <= likeness)) continue;
-    name = other;
-    likeness = its_likeness;
+std::string endpoint_name_of(const outgoing& upload, std::string_view server) {
+  const std::string_view id = upload.id;
+  std::string_view found;
+  for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {
+    const std::string_view name = endpoint_name(endpoint{row});
+    const bool is_related = id.starts_with(name) || name.starts_with(id);
+    if (is_related && server.ends_with(endpoint_value(endpoint{row})) && (found.empty() || name == id))
+      found = name;
   }
-  return name;
+  return std::string(found);
 }
 
 std::string in_endpoint_file(const std::string& name) {
   return name + " in " + appliance_path(ENDPOINTS_PATH);
 }
 
-std::vector<std::string> skipped_by(const std::string& complaints) {
+std::vector<std::string> skipped_by(const std::string& errors) {
   constexpr std::string_view START = "Error: ";
   const std::string start_of_line = appliance_path(ENDPOINTS_PATH) + " line ";
   std::vector<std::string> skipped;
-  std::istringstream lines(complaints);
+  std::istringstream lines(errors);
   for (std::string line; std::getline(lines, line);) {
     if (line.starts_with(START)) line.erase(0, START.size());
     skipped.push_back(line +
@@ -104,7 +100,7 @@ bool is_unknown_server(std::string_view server) {
 std::string suggested_network(const std::string& name) {
   std::vector<std::string> names;
   for (const handed_out& one : all_handed_out()) {
-    names.emplace_back(one.what.id);
+    names.emplace_back(one.upload.id);
     names.push_back(switch_name(one.step));
     names.push_back(network_of(one.step));
   }

@@ -21,7 +21,7 @@ std::string data_server() {
   return std::string("the data server at ") + DATA_SERVER_HOST + ':' + std::to_string(DATA_SERVER_PORT);
 }
 
-// The complaint, "error STEP socket ...:REASON", as a sentence for the owner.
+// The error message, "error STEP socket ...:REASON", as a sentence for the owner.
 std::string sentence_of(std::string_view complaint) {
   constexpr std::string_view START = "error ";
   if (complaint.starts_with(START)) complaint.remove_prefix(START.size());
@@ -37,7 +37,7 @@ std::string sentence_of(std::string_view complaint) {
 
 using open_file = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-// A pipe under that name would keep a plain open waiting.
+// Opening a FIFO would block without O_NONBLOCK.
 open_file open_regular_file(const std::string& path) {
   const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   open_file file(descriptor < 0 ? nullptr : fdopen(descriptor, "r"), &std::fclose);

@@ -6,7 +6,7 @@
 namespace skypost {
 namespace {
 
-// The words of a command, as the shell hands them to the program: a backslash keeps the character after it.
+// Splits a command into words as the shell does.
 std::vector<std::string> shell_words(std::string_view command) {
   std::vector<std::string> words;
   std::string word;
@@ -26,14 +26,14 @@ std::vector<std::string> shell_words(std::string_view command) {
   return words;
 }
 
-// Cuts `text` at the first of `marks`, which goes, and returns what was in front of it; without a mark all.
+// Removes everything up to and including the first of `marks` and returns what preceded it; without a mark, all.
 std::string_view cut_at(std::string_view& text, std::string_view marks) {
   const std::string_view head = text.substr(0, text.find_first_of(marks));
   text.remove_prefix(std::min(head.size() + 1, text.size()));
   return head;
 }
 
-// "%41" is an A; what is not an escape stays as it is.
+// "%41" is an A; anything else is left alone.
 std::string percent_decoded(std::string_view text) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -50,14 +50,14 @@ std::string percent_decoded(std::string_view text) {
   return result;
 }
 
-// In a query and a form a plus is a blank.
+// In queries and forms, + means a space.
 std::string form_decoded(std::string_view text) {
   std::string blanks(text);
   std::replace(blanks.begin(), blanks.end(), '+', ' ');
   return percent_decoded(blanks);
 }
 
-// Every record has ten separators or more, and no other value is likely to have as many of one kind.
+// Every record has at least ten separators; other values are unlikely to have as many of one kind.
 char separator_of(std::string_view value) {
   constexpr std::ptrdiff_t OF_A_RECORD = 10;
   for (const char separator : {';', ','})
@@ -98,14 +98,14 @@ void read_url(request_parts& parts, std::string_view url) {
   std::string_view host = authority;
   if (authority.find('@') != std::string_view::npos) {
     std::string_view login = cut_at(host, "@");
-    parts.login.push_back({"user", {percent_decoded(cut_at(login, ":"))}});
-    parts.login.push_back({"password", {percent_decoded(login)}});
+    parts.login.push_back({"(login) user", {percent_decoded(cut_at(login, ":"))}});
+    parts.login.push_back({"(login) password", {percent_decoded(login)}});
   }
   parts.server = std::string(scheme) + std::string(host);
 }
 
-// True when the word is `option`, whose value is then left in it.
-bool take_option(std::string_view& word, std::string_view option) {
+// If the word starts with `option`, strips it and returns true.
+bool strip_option(std::string_view& word, std::string_view option) {
   if (!word.starts_with(option)) return false;
   word.remove_prefix(option.size());
   return true;
@@ -119,16 +119,22 @@ std::string request_parameter::value() const {
   return whole;
 }
 
-std::vector<field_run> runs_of(const request_parameter& record) {
-  std::vector<field_run> runs;
-  const std::size_t count = record.fields.size() - (record.fields.back().empty() ? 1 : 0);
-  for (std::size_t i = 0; i < count; ++i) {
-    if (!runs.empty() && runs.back().value == record.fields[i])
-      runs.back().last = i + 1;
-    else
-      runs.push_back({i + 1, i + 1, record.fields[i]});
+std::vector<table_row> rows_of(const std::vector<request_parameter>& parameters) {
+  std::vector<table_row> rows;
+  for (const request_parameter& parameter : parameters) {
+    if (!parameter.is_record()) {
+      rows.push_back({parameter.name, parameter.value()});
+      continue;
+    }
+    const std::vector<std::string>& fields = parameter.fields;
+    const std::size_t count = fields.size() - (fields.back().empty() ? 1 : 0);
+    for (std::size_t first = 0, end = 1; first < count; first = end++) {
+      while (end < count && fields[end] == fields[first]) ++end;
+      const std::string last = end == first + 1 ? "" : '-' + std::to_string(end);
+      rows.push_back({parameter.name + ' ' + std::to_string(first + 1) + last, fields[first]});
+    }
   }
-  return runs;
+  return rows;
 }
 
 request_parts take_apart(std::string_view command) {
@@ -136,11 +142,11 @@ request_parts take_apart(std::string_view command) {
   parts.method = "GET";
   for (const std::string& text : shell_words(command)) {
     std::string_view word = text;
-    if (take_option(word, "--http-user=")) {
-      parts.login.push_back({"user", {std::string(word)}});
-    } else if (take_option(word, "--http-password=")) {
-      parts.login.push_back({"password", {std::string(word)}});
-    } else if (take_option(word, "--post-data=")) {
+    if (strip_option(word, "--http-user=")) {
+      parts.login.push_back({"(login) user", {std::string(word)}});
+    } else if (strip_option(word, "--http-password=")) {
+      parts.login.push_back({"(login) password", {std::string(word)}});
+    } else if (strip_option(word, "--post-data=")) {
       parts.method = "POST";
       parts.parameters = parameters_from(word);
     } else if (word.starts_with("http://") || word.starts_with("https://")) {

@@ -6,36 +6,35 @@
 
 namespace skypost {
 
-// A parameter of a request. A record, many values with a separator between them, is taken apart further.
+// A parameter of a request. A record, many values with separators between them, is split into its fields.
 struct request_parameter {
   std::string name;
   std::vector<std::string> fields;  // decoded; a value that is not a record is one field
   char separator = '\0';            // of a record
 
   bool is_record() const { return separator != '\0'; }
-  std::string value() const;  // the whole of it
+  std::string value() const;  // with the separators
 };
 
-// Neighbouring fields of a record with the same value, by their numbers from 1 on.
-struct field_run {
-  std::size_t first;
-  std::size_t last;
+struct table_row {
+  std::string name;
   std::string value;
 };
 
-// The fields of a record. An empty end after the last separator is not a field.
-std::vector<field_run> runs_of(const request_parameter& record);
+// Parameters as a table. A record has a row for each run of equal fields, by their numbers, which start at 1:
+// "val 11-13". A trailing separator does not add a field.
+std::vector<table_row> rows_of(const std::vector<request_parameter>& parameters);
 
-// A request taken apart. Texts are as the network reads them, decoded.
+// The parts of a request, decoded as the network reads them.
 struct request_parts {
   std::string method;                         // "GET" or "POST"
   std::string server;                         // "https://example.org:8080"
-  std::string path;                           // "/update.php"; empty when the URL has none
-  std::vector<request_parameter> login;       // user and password of an HTTP login
-  std::vector<request_parameter> parameters;  // of the query or the form, in their order
+  std::string path;                           // "/update.php"; empty if the URL has none
+  std::vector<request_parameter> login;       // "(login) user" and "(login) password"
+  std::vector<request_parameter> parameters;  // of the query or form, in order
 };
 
-// Takes the command apart that sends a request.
+// Parses the command that sends a request.
 request_parts take_apart(std::string_view command);
 
 }  // namespace skypost

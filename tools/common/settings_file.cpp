@@ -36,7 +36,7 @@ class descriptor {
   int number_;
 };
 
-// Removes a file that was begun and not finished.
+// Deletes a partly written file.
 class unfinished_file {
  public:
   explicit unfinished_file(std::string path) : path_(std::move(path)) {}
@@ -62,7 +62,7 @@ std::string folder_of(const std::string& path) {
   return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
-// Writes `count` bytes and waits until they are on the disk.
+// Writes `count` bytes and waits until they are on disk.
 bool write_through(int file, const unsigned char* bytes, std::size_t count) {
   while (count > 0) {
     const ssize_t written = write(file, bytes, count);
@@ -76,7 +76,7 @@ bool write_through(int file, const unsigned char* bytes, std::size_t count) {
   return fsync(file) == 0;
 }
 
-// A new name is on the disk when its folder is. The file is in place already: no failure.
+// The rename is durable once the directory is synced. The new file is in place, so errors are ignored.
 void flush_folder_of(const std::string& path) {
   const descriptor folder(open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder.is_open()) fsync(folder.number());
@@ -97,7 +97,7 @@ std::string appliance_settings_path() { return appliance_path(SETTINGS_PATH); }
 settings_file read_settings_file(const std::string& path) {
   settings_file result;
   result.path = resolved(path);
-  // A pipe under that name would keep a plain open waiting.
+  // Opening a FIFO would block without O_NONBLOCK.
   const descriptor file(open(result.path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   struct stat status {};
   if (!file.is_open() || fstat(file.number(), &status) != 0) fail(path);
@@ -111,7 +111,7 @@ settings_file read_settings_file(const std::string& path) {
   const ssize_t count = read(file.number(), result.image.bytes, SETTINGS_SIZE);
   if (count < 0) fail(path);
   if (count != std::min<std::int64_t>(result.size, SETTINGS_SIZE))
-    throw tool_error(path + ": changed while it was read");
+    throw tool_error(path + ": changed while being read");
   return result;
 }
 
@@ -129,13 +129,16 @@ std::string layout_of(const settings_file& file) {
 std::vector<std::string> faults_of_layout(const settings_file& file) {
   std::vector<std::string> faults;
   if (is_size_unlisted(file.size, platform()))
-    faults.push_back(file.path + ": no known layout has its size of " + std::to_string(file.size) +
-                     " bytes, so the settings may be read wrongly, and each run copies the file to its name"
-                     " with \".old\" added. Have the web pages write the settings again.");
+    faults.push_back(file.path + ": its size of " + std::to_string(file.size) +
+                     " bytes matches no known layout, so the"
+                     " settings may be read wrongly, and each run copies the file to " +
+                     file.path + ".old. Save the settings again from the web pages.");
   if (is_byte_order_foreign(file.image, platform()))
-    faults.push_back(file.path + ": its numbers are in the byte order of another kind of board and are" +
-                     " converted by each run. When \"skypost-settings show\" shows numbers that are wrong," +
-                     " have the web pages write the settings again.");
+    faults.push_back(
+        file.path +
+        ": its numbers are in the byte order of another kind of board and are converted by"
+        " each run. If \"skypost-settings show\" shows wrong numbers, save the settings again from"
+        " the web pages.");
   return faults;
 }
 
@@ -160,7 +163,7 @@ void replace_settings_file(const settings_file& file) {
   const descriptor replacement(mkostemp(name.data(), O_CLOEXEC));
   if (!replacement.is_open()) fail(folder_of(file.path));
   unfinished_file unfinished(name);
-  // The mode comes last: a change of owner takes bits of it away.
+  // Mode last: chown clears the set-ID bits.
   if (fchown(replacement.number(), file.owner, file.group) != 0 ||
       fchmod(replacement.number(), file.mode) != 0 ||
       !write_through(replacement.number(), file.image.bytes, static_cast<std::size_t>(file.size)) ||

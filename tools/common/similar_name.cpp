@@ -12,7 +12,7 @@ char to_lower(char character) {
   return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
 }
 
-// How many letters must be put in, left out or changed to make one word of the other; case does not matter.
+// Levenshtein distance, ignoring case.
 std::size_t distance(std::string_view one, std::string_view other) {
   std::vector<std::size_t> row(other.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});

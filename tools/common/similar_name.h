@@ -5,8 +5,8 @@
 
 namespace skypost {
 
-// "; did you mean check?" when at least half of the word is like one of the names, of which there is at least one;
-// otherwise nothing. Letter case does not matter.
+// "; did you mean check?" if at least half of the word matches one of `names`, which is not empty; otherwise
+// nothing. Case does not matter.
 std::string suggestion_for(const std::string& word, const std::vector<std::string>& names);
 
 }  // namespace skypost

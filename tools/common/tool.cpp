@@ -31,7 +31,7 @@ int run_tool(const tool& program, int argument_count, char** arguments) {
   const words all(arguments + (argument_count > 0 ? 1 : 0), arguments + argument_count);
   const int status = run_tool(program, all, std::cout, std::cerr);
   if (std::cout.flush()) return status;
-  std::cerr << "Error: what was to be shown could not be written\n";
+  std::cerr << "Error: cannot write to standard output\n";
   return 1;
 }
 

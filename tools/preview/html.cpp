@@ -7,7 +7,7 @@
 namespace skypost {
 namespace {
 
-// It may load nothing: even a text that slipped through would run nowhere.
+// The policy allows nothing to load: even markup that slipped through would not run.
 constexpr char HEAD[] = R"(<!DOCTYPE html>
 <html lang="en">
 <head>
@@ -90,10 +90,10 @@ std::string escaped(const std::string& text) {
   return result;
 }
 
-// Every text of the page but the page's own goes through here.
+// All text that is not the page's own passes through here.
 std::string shown(const std::string& text) { return escaped(printable(text)); }
 
-// A name of words with "_" between them, which may be broken after each.
+// A name, which may break after each underscore.
 std::string shown_name(const std::string& name) {
   std::string result;
   for (const char character : shown(name)) {
@@ -109,30 +109,17 @@ void print_row(std::ostream& out, const std::string& name, const std::string& va
   out << "<tr><th scope=\"row\">" << name << "</th><td>" << value << "</td></tr>\n";
 }
 
-void print_parameter(std::ostream& out, const request_parameter& parameter) {
-  if (!parameter.is_record()) {
-    print_row(out, shown(parameter.name), shown_value(parameter.value()));
-    return;
-  }
-  for (const field_run& run : runs_of(parameter)) {
-    std::string number = std::to_string(run.first);
-    if (run.last != run.first) number += "&ndash;" + std::to_string(run.last);
-    print_row(out, shown(parameter.name) + ' ' + number, shown_value(run.value));
-  }
-}
-
 void print_request(std::ostream& out, const request_parts& request) {
   if (request.login.empty() && request.parameters.empty()) return;
   out << "<table>\n";
-  for (const request_parameter& part : request.login)
-    print_row(out, "(login) " + shown(part.name), shown_value(part.value()));
-  for (const request_parameter& parameter : request.parameters) print_parameter(out, parameter);
+  for (const auto* const part : {&request.login, &request.parameters})
+    for (const table_row& row : rows_of(*part)) print_row(out, shown(row.name), shown_value(row.value));
   out << "</table>\n";
 }
 
 void print_lines(std::ostream& out, const std::string& text) {
   if (text.empty()) return;
-  out << "<pre>\n";  // which is not part of the text
+  out << "<pre>\n";  // HTML ignores this newline
   for (const std::string& line : printable_lines(text)) out << escaped(line) << '\n';
   out << "</pre>\n";
 }
@@ -140,7 +127,7 @@ void print_lines(std::ostream& out, const std::string& text) {
 void print_missing(std::ostream& out, const std::vector<missing_value>& missing) {
   if (missing.empty()) return;
   out << "<h3>Missing values</h3>\n<table>\n";
-  for (const missing_value& value : missing) print_row(out, shown_name(value.what), shown(value.reason));
+  for (const missing_value& value : missing) print_row(out, shown_name(value.name), shown(value.reason));
   out << "</table>\n";
 }
 

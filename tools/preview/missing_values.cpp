@@ -11,7 +11,7 @@
 namespace skypost {
 namespace {
 
-// In place of a value that is missing; any other one would do.
+// Stand-ins for missing values; any would do.
 constexpr std::int32_t SOME_NUMBER = 1;
 constexpr char SOME_TEXT[] = "x";
 
@@ -39,25 +39,25 @@ missing_value explained(const live_row& row, const char* report) {
   return {key_of(row), word ? quoted(*word) + " in the report" : "not in the report"};
 }
 
-// Rows with one unselected sensor have one explanation.
+// Rows of the same unselected sensor share one explanation.
 void add(std::vector<missing_value>& list, missing_value value) {
   if (std::find(list.begin(), list.end(), value) == list.end()) list.push_back(std::move(value));
 }
 
 }  // namespace
 
-std::vector<missing_value> missing_values(const outgoing& what, const station& from, const char* report) {
-  LiveRecord complete = from.live;
+std::vector<missing_value> missing_values(const outgoing& upload, const station& source, const char* report) {
+  LiveRecord complete = source.live;
   for (const live_row& row : LIVE_TABLE)
-    if (is_missing(row, from.live)) fill(row, complete);
-  const std::string full = text_of(what, {from.settings, complete, from.now, from.host});
+    if (is_missing(row, source.live)) fill(row, complete);
+  const std::string full = text_of(upload, {source.settings, complete, source.now, source.host});
 
   std::vector<missing_value> result;
   for (const live_row& row : LIVE_TABLE) {
-    if (!is_missing(row, from.live)) continue;
+    if (!is_missing(row, source.live)) continue;
     LiveRecord without = complete;
     empty(row, without);
-    if (text_of(what, {from.settings, without, from.now, from.host}) != full)
+    if (text_of(upload, {source.settings, without, source.now, source.host}) != full)
       add(result, explained(row, report));
   }
   return result;

@@ -6,14 +6,12 @@
 #include "base/endpoints.h"
 #include "base/paths.h"
 #include "channels/channels.h"
-#include "common/aprs_settings.h"
 #include "common/composing.h"
 #include "common/errors.h"
 #include "common/networks.h"
-#include "common/position.h"
+#include "common/plausibility.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
-#include "networks/networks.h"
 #include "preview/hidden_secrets.h"
 #include "pullfiles/pullfiles.h"
 #include "settings/field_descriptions.h"
@@ -23,9 +21,9 @@ namespace {
 
 using texts = std::vector<std::string>;
 
-// A network's name means its rapid-fire form too where that is on.
+// A network's name includes its rapid-fire variant if that is on.
 bool is_meant(const std::string& name, const handed_out& one, const settings_record& settings) {
-  if (is_same_name(name, one.what.id)) return true;
+  if (is_same_name(name, one.upload.id)) return true;
   return is_network_name(name, one.step) && (one.rapid == nullptr || one.is_on(settings));
 }
 
@@ -35,24 +33,25 @@ std::string switched_off(const integer_field& enabled) {
 
 // The clock may have been set back since.
 std::string last_turn(long long age) {
-  return "its last turn was " + std::to_string(std::abs(age)) +
+  return "last served " + std::to_string(std::abs(age)) +
          (age < 0 ? " seconds in the future" : " seconds ago");
 }
 
-// Why a run would pass the step over.
-texts obstacles_of(const handed_out& one, const preview_source& source) {
-  const settings_record& settings = source.from.settings;
+// Why a run would skip the step.
+texts obstacles_of(const handed_out& one, const preview_inputs& inputs) {
+  const settings_record& settings = inputs.source.settings;
   texts reasons;
   if (!settings.is_on(*one.step.enabled)) reasons.push_back(switched_off(*one.step.enabled));
+  settings_record switched_on = settings;
+  switched_on.set_integer(*one.step.enabled, 1);
+  if (!is_enabled(one.step, switched_on))
+    reasons.push_back(std::string(description_of(*one.step.user).name) + " needs two characters or more");
   if (one.rapid != nullptr && !settings.is_on(*one.rapid->rapid_enabled))
     reasons.push_back(switched_off(*one.rapid->rapid_enabled));
-  if (one.step.user != nullptr && settings.text(*one.step.user).size() <= 1)
-    reasons.push_back(std::string(description_of(*one.step.user).name) + " needs two characters or more");
-  if (one.step.limit == step_limit::gated && source.last_run_age <= GATE_INTERVAL)
-    reasons.push_back(last_turn(source.last_run_age) + "; the next comes after " +
-                      std::to_string(GATE_INTERVAL));
-  for (const missing_value& value : missing_outdoor_values(source.from.live, source.report))
-    reasons.push_back("outdoor value missing: " + value.what + " (" + value.reason + ")");
+  if (one.step.limit == step_limit::gated && inputs.last_run_age <= GATE_INTERVAL)
+    reasons.push_back(last_turn(inputs.last_run_age) + "; next due after " + std::to_string(GATE_INTERVAL));
+  for (const missing_value& value : missing_outdoor_values(inputs.source.live, inputs.report))
+    reasons.push_back("outdoor value missing: " + value.name + " (" + value.reason + ")");
   return reasons;
 }
 
@@ -61,33 +60,32 @@ void warn_of_unknown_server(step_preview& preview, std::string_view server, cons
     preview.warnings.push_back("the network's server is not known: set " + where_to_set);
 }
 
-void describe_request(step_preview& preview) {
+void describe_request(step_preview& preview, const handed_out& one) {
   const request_parts& request = preview.request;
   preview.how = request.method;
   preview.where = {request.server + request.path};
   warn_of_unknown_server(preview, request.server,
-                         in_endpoint_file(endpoint_named_by(request.server, preview.id)));
+                         in_endpoint_file(endpoint_name_of(one.upload, request.server)));
 }
 
 void describe_file(step_preview& preview, const handed_out& one) {
   preview.how = "file";
   for (const char* const directory : PULL_DIRECTORIES)
-    preview.where.push_back(appliance_path(directory) + static_cast<const pull_file&>(one.what).name);
+    preview.where.push_back(appliance_path(directory) + static_cast<const pull_file&>(one.upload).name);
 }
 
-// One of the two is enough.
+// One known server is enough.
 void warn_of_unknown_cwop_servers(step_preview& preview) {
   texts unknown;
   for (const endpoint row : {endpoint::cwop_first, endpoint::cwop_second})
     if (is_unknown_server(endpoint_value(row))) unknown.push_back(in_endpoint_file(endpoint_name(row)));
-  const char* const fault = unknown.size() == 1
-                                ? "only its other server is tried, this one is not known: set "
-                                : "the network's server is not known: set ";
+  const char* const fault = unknown.size() == 1 ? "this server is not known; only the other is tried: set "
+                                                : "the network's server is not known: set ";
   for (const std::string& where_to_set : unknown) preview.warnings.push_back(fault + where_to_set);
 }
 
 void describe_packet(step_preview& preview, const handed_out& one, const settings_record& settings) {
-  const bool is_cwop = &one.what == &CWOP;
+  const bool is_cwop = &one.upload == &CWOP;
   preview.how = "APRS packet";
   if (is_cwop) {
     const std::string port = ':' + std::to_string(CWOP_PORT);
@@ -105,7 +103,7 @@ void describe_packet(step_preview& preview, const handed_out& one, const setting
   if (const std::string fault = fault_of_port(one.step, settings); !fault.empty())
     preview.warnings.push_back(fault);
   if (const text_field* const call_sign = broken_call_sign(one.step, settings))
-    preview.obstacles.push_back(std::string(description_of(*call_sign).name) + " holds a line break");
+    preview.obstacles.push_back(std::string(description_of(*call_sign).name) + " contains a line break");
 }
 
 void describe_mail(step_preview& preview) {
@@ -114,52 +112,43 @@ void describe_mail(step_preview& preview) {
                    appliance_path(MAIL_PROGRAM_PATH)};
 }
 
-void describe_way(step_preview& preview, const handed_out& one, const preview_source& source) {
-  switch (one.what.carried_by) {
+void describe_way(step_preview& preview, const handed_out& one, const preview_inputs& inputs) {
+  switch (one.upload.carried_by) {
     case carrier::http:
-      return describe_request(preview);
+      return describe_request(preview, one);
     case carrier::file:
       return describe_file(preview, one);
     case carrier::aprs:
-      return describe_packet(preview, one, source.from.settings);
+      return describe_packet(preview, one, inputs.source.settings);
     case carrier::mail:
       return describe_mail(preview);
   }
 }
 
-void compose_content(step_preview& preview, const outgoing& what, const preview_source& source) {
-  const auto with = [&](const settings_record& settings) {
-    return text_of(what, {settings, source.from.live, source.from.now, source.from.host});
-  };
-  std::string one;
-  std::string other;
-  if (source.with_secrets) {
-    one = other = with(source.from.settings);
-  } else {
-    one = with(with_secrets_replaced(source.from.settings, false));
-    other = with(with_secrets_replaced(source.from.settings, true));
-  }
-  if (what.carried_by == carrier::http)
-    preview.request = with_differences_hidden(take_apart(one), take_apart(other));
+void compose_content(step_preview& preview, const outgoing& upload, const preview_inputs& inputs) {
+  const std::string text =
+      inputs.with_secrets ? text_of(upload, inputs.source) : text_without_secrets(upload, inputs.source);
+  if (upload.carried_by == carrier::http)
+    preview.request = take_apart(text);
   else
-    preview.text = with_differences_hidden(one, other);
+    preview.text = text;
 }
 
-step_preview preview_of(const handed_out& one, const preview_source& source) {
+step_preview preview_of(const handed_out& one, const preview_inputs& inputs) {
   step_preview preview;
   preview.network = network_of(one.step);
   if (one.rapid != nullptr) preview.network += ", rapid fire";
-  if (one.what.carried_by == carrier::file) preview.network += ", file";
-  preview.id = one.what.id;
-  preview.obstacles = obstacles_of(one, source);
-  compose_content(preview, one.what, source);
-  describe_way(preview, one, source);
-  if (*source.from.host.hardware_address == '\0' && is_hardware_address_told(one.what, source.from))
-    preview.warnings.push_back("ifconfig shows no hardware address of eth0 after \"HWaddr\", by which " +
-                               network_of(one.step) + " knows the station");
-  preview.missing = missing_values(one.what, source.from, source.report);
+  if (one.upload.carried_by == carrier::file) preview.network += ", file";
+  preview.id = one.upload.id;
+  preview.obstacles = obstacles_of(one, inputs);
+  compose_content(preview, one.upload, inputs);
+  describe_way(preview, one, inputs);
+  if (*inputs.source.host.hardware_address == '\0' && is_hardware_address_told(one.upload, inputs.source))
+    preview.warnings.push_back("ifconfig shows no hardware address of eth0 after \"HWaddr\"; " +
+                               network_of(one.step) + " identifies the station by it");
+  preview.missing = missing_values(one.upload, inputs.source, inputs.report);
   for (const field_description& row : FIELD_DESCRIPTIONS)
-    if (is_text_lacking(one.what, source.from, row)) preview.unset.push_back(row.name);
+    if (is_text_lacking(one.upload, inputs.source, row)) preview.unset.push_back(row.name);
   return preview;
 }
 
@@ -174,14 +163,14 @@ void check_networks(const texts& names) {
       throw usage_error("no network " + quoted(name) + suggested_network(name) + " (--names lists all)");
 }
 
-std::vector<step_preview> make_previews(const preview_source& source, const texts& names) {
+std::vector<step_preview> make_previews(const preview_inputs& inputs, const texts& names) {
   check_networks(names);
-  const settings_record& settings = source.from.settings;
+  const settings_record& settings = inputs.source.settings;
   std::vector<step_preview> previews;
   for (const handed_out& one : all_handed_out()) {
     const auto is_named = [&](const std::string& name) { return is_meant(name, one, settings); };
     if (names.empty() ? one.is_on(settings) : std::any_of(names.begin(), names.end(), is_named))
-      previews.push_back(preview_of(one, source));
+      previews.push_back(preview_of(one, inputs));
   }
   return previews;
 }

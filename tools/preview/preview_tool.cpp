@@ -1,6 +1,5 @@
 #include "preview/preview_tool.h"
 
-#include <cstdlib>
 #include <ctime>
 #include <optional>
 #include <ostream>
@@ -30,18 +29,18 @@ constexpr char HELP[] =
     "\n"
     "  skypost-preview [OPTION...] [NETWORK...]\n"
     "\n"
-    "Without NETWORK it shows those that are switched on. A NETWORK is named as windfinder or\n"
+    "Without NETWORK it shows those that are switched on. A NETWORK is a name such as windfinder or\n"
     "\"Weather Underground\".\n"
     "\n"
-    "  --report FILE    a report of the data server; without it, the data server is asked\n"
-    "  --settings FILE  a settings file; without it, the appliance's own\n"
-    "  --secrets        passwords too; without it, they are ***\n"
-    "  --html           one page for a browser\n"
+    "  --report FILE    read the report from FILE instead of the data server\n"
+    "  --settings FILE  read the settings from FILE instead of the appliance's own\n"
+    "  --secrets        show passwords instead of ***\n"
+    "  --html           print one page for a browser\n"
     "\n"
-    "  skypost-preview --names             prints every NETWORK, one a line\n"
+    "  skypost-preview --names             prints every NETWORK, one per line\n"
     "  skypost-preview --help | --version\n"
     "\n"
-    "Exit status: 0; 1 when settings or report cannot be read; 2 for a bad command line.\n";
+    "Exit status: 0; 1 if settings or report cannot be read; 2 for an invalid command line.\n";
 
 struct command_line {
   bool with_secrets;
@@ -59,22 +58,21 @@ command_line read_command_line(words arguments) {
       .settings = take_file_option(arguments, "--settings"),
       .networks = {},
   };
-  for (const std::string& word : arguments) result.networks.push_back(as_operand(word));
+  result.networks = operands(arguments);
   check_networks(result.networks);
   return result;
 }
 
-// Puts what start-up complains of among the warnings.
+// Adds errors in the endpoint file to the warnings.
 void load_endpoints_into(std::vector<std::string>& warnings) {
-  kept_text complaints;
-  load_endpoints(complaints.stream());
-  for (const std::string& skipped : skipped_by(complaints.text())) warnings.push_back(skipped + '.');
+  kept_text errors;
+  load_endpoints(errors.stream());
+  for (const std::string& skipped : skipped_by(errors.text())) warnings.push_back(skipped + '.');
 }
 
 // What start-up does before it asks for the report.
 void start_up(const std::optional<std::string>& path, preview_page& page) {
-  platform();         // of the board that the file belongs to, which may be another
-  kept_text ignored;  // the preview of a network that needs the address tells that there is none
+  kept_text ignored;  // networks that need the address warn themselves
   read_hardware_address(hardware_address, ignored.stream());
   load_endpoints_into(page.warnings);
   const settings_file file = read_settings_file(path.value_or(appliance_settings_path()));
@@ -89,7 +87,7 @@ std::string report_for(const command_line& wanted) {
   try {
     return fetch_report();
   } catch (const tool_error& fault) {
-    throw tool_error(std::string(fault.what()) + "; --report FILE takes a report from a file");
+    throw tool_error(std::string(fault.what()) + "; use --report FILE to read one");
   }
 }
 
@@ -107,16 +105,17 @@ void show(const command_line& wanted, std::ostream& out) {
   start_up(wanted.settings, page);
   page.report = wanted.report.value_or(data_server());
   const std::string report = report_for(wanted);
-  // Without the step that drops all outdoor values when one of them is missing: the others are shown.
+  // load_live_record would drop all outdoor values if one of them is missing; here the others are shown.
   reset_live_record(live_record);
   parse_live_reply(report.c_str(), station_settings, live_record);
   const moment now = current_moment();
   page.time = written(now);
-  page.steps = make_previews({.from = {station_settings, live_record, now, this_board()},
-                              .report = report.c_str(),
-                              .last_run_age = last_run_age(now.seconds),
-                              .with_secrets = wanted.with_secrets},
-                             wanted.networks);
+  page.steps =
+      make_previews({.source = {station_settings, live_record, now, {platform(), hardware_address.c_str()}},
+                     .report = report.c_str(),
+                     .last_run_age = last_run_age(now.seconds),
+                     .with_secrets = wanted.with_secrets},
+                    wanted.networks);
   if (wanted.as_html)
     print_html(out, page);
   else

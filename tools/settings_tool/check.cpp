@@ -18,15 +18,15 @@
 namespace skypost {
 namespace {
 
-// What is there to be read, as the uploader reads it when it starts.
+// Reads what the uploader reads at start-up.
 checked_appliance read_appliance(const words& arguments) {
   checked_appliance appliance{};
   appliance.file = read_chosen_file(arguments);
   station_settings = as_loaded(appliance.file);
 
-  kept_text complaints;
-  load_endpoints(complaints.stream());
-  appliance.skipped_endpoints = complaints.text();
+  kept_text errors;
+  load_endpoints(errors.stream());
+  appliance.endpoint_errors = errors.text();
 
   fixed_text<32> address;
   kept_text ignored;
@@ -40,7 +40,7 @@ checked_appliance read_appliance(const words& arguments) {
   return appliance;
 }
 
-// Without a data server's report the check goes on; a file that is not there is the caller's mistake.
+// If the data server has no report the check goes on; a missing file is a usage error.
 void read_report_into(checked_appliance& appliance, const std::optional<std::string>& path, bool quiet) {
   if (path) {
     appliance.report = read_report(*path);
@@ -60,14 +60,13 @@ int run_check(const words& all_arguments, std::ostream& out) {
   const bool online = take_option(arguments, "--online");
   const bool quiet = take_option(arguments, "--quiet");
   const std::optional<std::string> report_path = take_file_option(arguments, "--report");
+  arguments = operands(arguments);
   if (arguments.size() > 1) throw usage_error("check takes at most one FILE");
 
   checked_appliance appliance;
   try {
     appliance = read_appliance(arguments);
     read_report_into(appliance, report_path, quiet);
-  } catch (const usage_error&) {
-    throw;
   } catch (const tool_error& fault) {
     if (quiet) return 2;
     throw tool_error(fault.what(), 2);
@@ -78,7 +77,7 @@ int run_check(const words& all_arguments, std::ostream& out) {
   const findings found = findings_of(appliance);
   if (!quiet) {
     for (const std::string& finding : found) out << printable(finding) << '\n';
-    if (found.empty()) out << "Nothing found.\n";
+    if (found.empty()) out << "Nothing wrong found.\n";
   }
   return found.empty() ? 0 : 1;
 }

@@ -10,8 +10,8 @@ namespace skypost {
 
 bool is_there(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
 
-settings_file read_chosen_file(const words& arguments) {
-  if (!arguments.empty()) return read_settings_file(as_operand(arguments[0]));
+settings_file read_chosen_file(const words& operands) {
+  if (!operands.empty()) return read_settings_file(operands[0]);
   const std::string path = appliance_settings_path();
   try {
     return read_settings_file(path);

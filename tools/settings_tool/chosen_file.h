@@ -5,12 +5,11 @@
 
 namespace skypost {
 
-// True when there is something under that name.
+// True if the path exists.
 bool is_there(const std::string& path);
 
-// Reads the settings file that the arguments begin with, or else the appliance's own. Throws usage_error
-// for an option, and tool_error when the file cannot be read; it says how to make the appliance's own when that is
-// missing.
-settings_file read_chosen_file(const words& arguments);
+// Reads the settings file that is the first operand, or else the appliance's own. Throws tool_error if it cannot be
+// read, and says how to create the appliance's own if that is missing.
+settings_file read_chosen_file(const words& operands);
 
 }  // namespace skypost

@@ -4,9 +4,8 @@
 
 #include "common/arguments.h"
 
-// The commands of `skypost-settings`. Each takes the words after its name, writes what was asked for to `out`
-// and returns the exit status. Each throws usage_error for words that it does not take, and tool_error when it
-// cannot do what they say.
+// The commands of `skypost-settings`. Each takes the arguments after its name, writes to `out` and returns the exit
+// status. Throws usage_error for bad arguments, tool_error on failure.
 namespace skypost {
 
 int run_new(const words& arguments, std::ostream& out);

@@ -12,21 +12,21 @@ namespace {
 
 constexpr std::string_view SCHEME_END = "://";
 
-called_server server_of(const outgoing& what) {
-  const std::string server = take_apart(text_of(what, station_without_values(""))).server;
+called_server server_of(const outgoing& upload) {
+  const std::string server = take_apart(text_of(upload, station_without_values(""))).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
   const std::size_t host = scheme_end + SCHEME_END.size();
   return {.scheme = server.substr(0, scheme_end),
           .host = server.substr(host, server.find(':', host) - host),
-          .named_by = in_endpoint_file(endpoint_named_by(server, what.id))};
+          .named_by = in_endpoint_file(endpoint_name_of(upload, server))};
 }
 
-// The step's own server, and that of its rapid-fire form when it is another.
+// The step's own server, and that of its rapid-fire variant if it is another.
 std::vector<called_server> http_servers_of(const run_step& step) {
   std::vector<called_server> servers;
   for (const handed_out& one : handed_out_by(step)) {
-    if (one.what.carried_by != carrier::http) continue;
-    called_server server = server_of(one.what);
+    if (one.upload.carried_by != carrier::http) continue;
+    called_server server = server_of(one.upload);
     server.switched_by = switch_of(step);
     if (one.rapid != nullptr) {
       if (server.named_by == servers.front().named_by) continue;
@@ -39,7 +39,7 @@ std::vector<called_server> http_servers_of(const run_step& step) {
   return servers;
 }
 
-// The second is tried when the first does not take the packet.
+// The second is tried if the first does not accept the packet.
 std::vector<called_server> cwop_servers() {
   const auto server_at = [](endpoint row, endpoint other, const char* title) {
     called_server server{.scheme = "",

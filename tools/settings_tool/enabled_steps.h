@@ -5,17 +5,16 @@
 
 #include "common/networks.h"
 
-// What the run list does with the process's settings.
+// The run list under the process's settings.
 namespace skypost {
 
-// The steps that are taken, in their order.
+// The steps that a run would take, in order.
 std::vector<const run_step*> enabled_steps();
 
-// What such a step hands out: in rapid fire as well, when that is on.
+// The uploads of such a step, with its rapid-fire variant if that is on.
 std::vector<handed_out> handed_out_by(const run_step& step);
 
-// The networks among the steps that are taken for which `has` is true, each once: "AWEKAS, Wedaal". Empty when
-// there is none.
+// The networks of the enabled steps for which `has` is true, each once: "AWEKAS, Wedaal". Empty if there is none.
 template <typename condition>
 std::string networks_where(condition has) {
   std::string names;
@@ -24,20 +23,20 @@ std::string networks_where(condition has) {
   return names;
 }
 
-// A server that a step calls, or resolves the name of.
+// A server that a step connects to.
 struct called_server {
-  std::string scheme;    // "http", "https"; empty: it speaks another protocol
+  std::string scheme;    // "http", "https"; empty: another protocol
   std::string host;      // without a port
-  std::string named_by;  // the setting for another: "windit in /etc/skypost/endpoints"
+  std::string named_by;  // where to change it: "windit in /etc/skypost/endpoints"
   std::string title = "server";
-  std::string switched_by{};                // the setting that has it called
-  std::string loss = "nothing reaches it";  // what follows for the network when it cannot be called
+  std::string switched_by{};                // the switch that uses it
+  std::string loss = "nothing reaches it";  // consequence for the network if it is unreachable
 };
 
-// None for a step that calls none, or whose server is not set.
+// None if the step connects to none, or its server is not set.
 std::vector<called_server> servers_of(const run_step& step);
 
-// This station when every value of the report is missing.
+// This station without any values.
 station station_without_values(const char* address);
 
 }  // namespace skypost

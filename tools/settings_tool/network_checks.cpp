@@ -1,28 +1,26 @@
-// The checks of the networks that are switched on.
+// Checks of the networks that are switched on.
 
 #include <netdb.h>
 
 #include <algorithm>
 #include <string_view>
 
-#include "common/aprs_settings.h"
 #include "common/composing.h"
-#include "common/position.h"
+#include "common/plausibility.h"
 #include "common/printable.h"
 #include "run/rapid_fire.h"
-#include "settings_tool/check_list.h"
+#include "settings_tool/checks.h"
 #include "settings_tool/enabled_steps.h"
 
 namespace skypost {
 namespace {
 
-// True when the network is not told a setting that it would be told. A hardware address for MeteoNews is, for
-// one, on some boards alone.
+// True if the setting is unset and would be sent. MeteoNews' address is sent only by some boards.
 bool is_lacking(const run_step& step, const field_description& row, const checked_appliance& appliance) {
-  const station from = station_without_values(appliance.hardware_address.c_str());
+  const station source = station_without_values(appliance.hardware_address.c_str());
   const std::vector<handed_out> all = handed_out_by(step);
   return std::any_of(all.begin(), all.end(),
-                     [&](const handed_out& one) { return is_text_lacking(one.what, from, row); });
+                     [&](const handed_out& one) { return is_text_lacking(one.upload, source, row); });
 }
 
 // "station ID" of "station ID, as on the web page"
@@ -34,7 +32,7 @@ std::string thing_of(const field_description& row) {
 void check_packet(const run_step& step, findings& found) {
   if (const text_field* const call_sign = broken_call_sign(step, station_settings))
     found.push_back(std::string(description_of(*call_sign).name) +
-                    ": it holds a line break, so nothing is sent to " + network_of(step) +
+                    ": it contains a line break, so nothing is sent to " + network_of(step) +
                     ". Set it to the call sign alone.");
   if (const std::string fault = fault_of_port(step, station_settings); !fault.empty()) found.push_back(fault);
 }
@@ -45,25 +43,24 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (row.group != network || !is_unset(station_settings, row)) continue;
     const bool is_told = is_lacking(step, row, appliance);
-    // The name of the APRS server is no part of the packet.
+    // The APRS server's name is not part of the packet.
     if (!is_told && row.field.offset != aprs_host.offset) continue;
     const bool is_call_sign = is_told && step.upload->carried_by == carrier::aprs && row.field.is_text();
     found.push_back(std::string(row.name) + ": " + network + " is switched on without its " + thing_of(row) +
-                    (is_call_sign ? ", and an empty one is found in every answer: each upload counts as good,"
+                    (is_call_sign ? ", and an empty one matches every reply: each upload counts as good,"
                                     " whatever the server says"
                                   : "") +
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
   if (appliance.hardware_address.empty() &&
       is_hardware_address_told(*step.upload, station_without_values("")))
-    found.push_back(
-        "eth0: ifconfig shows no hardware address after \"HWaddr\", by which " + network +
-        " knows the station. Newer versions write \"ether\": see skypost(8). Check the interface, or set " +
-        switch_of(step) + " to 0.");
+    found.push_back("eth0: ifconfig shows no hardware address after \"HWaddr\"; " + network +
+                    " identifies the station by it. Newer versions write \"ether\": see skypost(8). Check "
+                    "the interface, or set " +
+                    switch_of(step) + " to 0.");
 }
 
-// Why the name of a server does not resolve, as getaddrinfo says it; 0 when it does. APRS is spoken over IPv4
-// alone.
+// Why the name of a server does not resolve, a code of getaddrinfo; 0 if it does. APRS uses IPv4 only.
 int fault_of_name(const called_server& server) {
   addrinfo hints{};
   hints.ai_family = server.scheme.empty() ? AF_INET : AF_UNSPEC;
@@ -74,7 +71,7 @@ int fault_of_name(const called_server& server) {
   return fault;
 }
 
-// Each further name would take as long, so `online` ends with a name server that does not answer.
+// If the name server does not answer, further lookups would take just as long, so `online` is cleared.
 void check_server(const run_step& step, const called_server& server, bool& online, findings& found) {
   const std::string start = server.switched_by + ": the " + server.title + " of " + network_of(step);
   if (is_unknown_server(server.host)) {
@@ -112,7 +109,7 @@ void check_servers(const checked_appliance& appliance, findings& found) {
 }
 
 void check_endpoint_file(const checked_appliance& appliance, findings& found) {
-  for (const std::string& skipped : skipped_by(appliance.skipped_endpoints))
+  for (const std::string& skipped : skipped_by(appliance.endpoint_errors))
     found.push_back(skipped + " until that is corrected.");
 }
 

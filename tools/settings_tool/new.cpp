@@ -7,11 +7,12 @@
 namespace skypost {
 
 int run_new(const words& arguments, std::ostream&) {
-  if (arguments.size() != 1) throw usage_error("new takes one FILE");
+  const words files = operands(arguments);
+  if (files.size() != 1) throw usage_error("new takes one FILE");
   load_endpoints();
   settings_record record{};
   set_default_settings(record);
-  create_settings_file(as_operand(arguments[0]), record);
+  create_settings_file(files[0], record);
   return 0;
 }
 

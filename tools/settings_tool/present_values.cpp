@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "common/meaning.h"
+#include "common/plausibility.h"
 #include "live/report_parser.h"
 #include "settings/record.h"
 
@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view NOW = "actual_";
 constexpr char BLANKS[] = " \t\n\v\f\r";
 
-// The sensor in a key that is made by the row's pattern; empty when this one is not.
+// The sensor in a key that matches the row's pattern; empty if it does not.
 std::string_view sensor_in(std::string_view key, const live_row& row) {
   const std::string_view pattern = row.key;
   const std::size_t place = pattern.find("%s");

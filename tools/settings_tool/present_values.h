@@ -6,19 +6,19 @@
 
 #include "common/report_values.h"
 
-// What a report says of a sensor now.
+// Current values of sensors.
 namespace skypost {
 
-// The rows of the live table in which the sensor that `setting` selects gives a number of this moment.
+// The rows of the live table with a current number of the sensor that `setting` selects.
 std::vector<const live_row*> present_values_of(const settings_field& setting);
 
-// All of its rows, the totals and extremes too.
+// All of its rows, including totals and extremes.
 std::vector<const live_row*> values_of(const settings_field& setting);
 
-// True when the uploader takes that word for a number.
+// True if the uploader reads the word as a number.
 bool is_number(const live_row& row, const std::string& word);
 
-// The sensors, in the report's order, for which it has the key of at least one of the rows.
+// The sensors for which the report has the key of at least one of the rows, in its order.
 std::vector<std::string> sensors_with_one_of(const std::vector<const live_row*>& rows,
                                              std::string_view report);
 

@@ -13,12 +13,12 @@
 namespace skypost {
 namespace {
 
-// A role that sensors are selected for, and what it takes of them.
+// A setting that selects a sensor, and the values it uses.
 struct sensor_role {
   const field_description& setting;
   std::vector<const live_row*> values;
 
-  // True when any sensor is as good for the one as for the other.
+  // True if the same sensors fit both.
   bool takes_the_same_as(const sensor_role& other) const {
     return std::equal(
         values.begin(), values.end(), other.values.begin(), other.values.end(),
@@ -38,10 +38,10 @@ std::string quantity_of(const std::string& key, const std::string& sensor) {
   return key.substr(key.find(sensor) + sensor.size() + 1);
 }
 
-// One sensor with what the uploader would read if it were selected.
+// One sensor with the values that the uploader would read if it were selected.
 void print_sensor(std::ostream& out, const sensor_role& role, const std::string& sensor,
                   const std::string& report) {
-  constexpr std::size_t WIDTH = 8;  // of the longest name and a blank
+  constexpr std::size_t WIDTH = 8;  // of the longest name and a space
   station_settings.set_text(role.setting.as_text(), sensor);
   out << "  " << sensor << std::string(WIDTH - sensor.size(), ' ');
   const char* separator = "";
@@ -49,7 +49,7 @@ void print_sensor(std::ostream& out, const sensor_role& role, const std::string&
     const std::optional<std::string> word = word_for(*row, report.c_str());
     if (!word) continue;
     out << separator << quantity_of(key_of(*row), sensor) << ' '
-        << (is_number(*row, *word) ? printable(*word) : quoted(*word) + " (counts as no value)");
+        << (is_number(*row, *word) ? printable(*word) : quoted(*word) + " (not a number)");
     separator = ", ";
   }
   if (*separator == '\0') out << "(no present value)";
@@ -61,13 +61,13 @@ void print_sensor(std::ostream& out, const sensor_role& role, const std::string&
 int run_sensors(const words& all_arguments, std::ostream& out) {
   words arguments = all_arguments;
   const std::optional<std::string> report_path = take_file_option(arguments, "--report");
-  if (!arguments.empty()) throw usage_error("sensors takes no " + quoted(arguments[0]));
+  if (!operands(arguments).empty()) throw usage_error("sensors takes no arguments");
   const std::string report = report_path ? read_report(*report_path) : fetch_report();
 
   const std::vector<sensor_role> roles = sensor_roles();
   for (auto role = roles.begin(); role != roles.end(); ++role) {
     out << role->setting.name << ": " << role->setting.meaning << '\n';
-    // Roles that take the same have one list after the last of them.
+    // Roles with the same sensors share one list, printed after the last.
     if (std::next(role) != roles.end() && role->takes_the_same_as(*std::next(role))) continue;
     const std::vector<std::string> sensors = sensors_with_one_of(values_of(role->setting.field), report);
     if (sensors.empty()) out << "  none in this report\n";

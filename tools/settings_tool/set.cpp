@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "common/errors.h"
-#include "common/meaning.h"
+#include "common/plausibility.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
 #include "settings/byte_order.h"
@@ -17,7 +17,7 @@
 namespace skypost {
 namespace {
 
-// The number in a text, within what its field can hold.
+// Parses a number that fits the field.
 std::int64_t number_for(const field_description& row, const std::string& text) {
   using signed_limits = std::numeric_limits<std::int32_t>;
   const bool is_unsigned = row.field.kind == field_kind::unsigned_integer;
@@ -28,10 +28,10 @@ std::int64_t number_for(const field_description& row, const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto [stop, fault] = std::from_chars(text.data(), end, value);
   if (stop != end || fault == std::errc::invalid_argument)
-    throw tool_error(std::string(row.name) + " takes a whole number" +
+    throw tool_error(std::string(row.name) + " must be a whole number" +
                      (row.field.is_secret() ? "" : ", not " + quoted(text)));
   if (fault != std::errc{} || value < least || value > most)
-    throw tool_error(std::string(row.name) + " takes a number from " + std::to_string(least) + " to " +
+    throw tool_error(std::string(row.name) + " must be from " + std::to_string(least) + " to " +
                      std::to_string(most) + (row.field.is_secret() ? "" : ", not " + text));
   return value;
 }
@@ -53,34 +53,33 @@ void store_text(settings_record& record, const field_description& row, const std
     throw tool_error(std::string(row.name) + " holds at most " + std::to_string(field.size - 1) +
                      " bytes; this text has " + std::to_string(text.size()));
   if (!force) refuse(fault_of_text(row, text));
-  // No rest of a longer password stays after the new one.
+  // No tail of a longer old password may remain.
   std::memset(record.bytes + field.offset, 0, field.size);
   record.set_text(row.as_text(), text);
 }
 
-// The name of "name=value". A word that is something else may have a password in it, so no more of it than the
-// name of a setting is shown.
+// The name of "name=value". Anything else may contain a password, so only the name of a setting is shown of it.
 std::string name_in(const std::string& assignment) {
   const auto is_in_name = [](unsigned char letter) { return std::isalnum(letter) != 0 || letter == '_'; };
   const auto end = std::find_if_not(assignment.begin(), assignment.end(), is_in_name);
   std::string name(assignment.begin(), end);
   if (end != assignment.end() && *end == '=') return name;
-  throw usage_error((find_field(name) != nullptr ? name : std::string("a word after FILE")) +
-                    " is not followed by =VALUE");
+  throw usage_error((find_field(name) != nullptr ? name : std::string("an argument after FILE")) +
+                    " has no =VALUE");
 }
 
-// Refuses what makes a coordinate that was possible impossible as a whole.
-void refuse_impossible_whole(const settings_record& before, const settings_record& after) {
+// Refuses a change that makes a valid coordinate invalid.
+void refuse_invalid_coordinate(const settings_record& before, const settings_record& after) {
   for (const coordinate& one : POSITION)
-    if (fault_of_whole(one, before).empty()) refuse(fault_of_whole(one, after));
+    if (fault_of_coordinate(one, before).empty()) refuse(fault_of_coordinate(one, after));
 }
 
-// Carries "name=value" out on the record of a file.
+// Applies "name=value" to the record of a file.
 void assign(const settings_file& file, settings_record& record, const std::string& assignment, bool force) {
   const std::string name = name_in(assignment);
   const field_description& row = field_named(name);
   if (row.field.offset == byte_order_marker.offset)
-    throw tool_error(std::string(row.name) + " is the mark of the file's byte order and cannot be set");
+    throw tool_error(std::string(row.name) + " marks the file's byte order and cannot be set");
   if (row.field.offset + row.field.size > file.size)
     throw tool_error(std::string(row.name) + " is beyond the end of this file's layout (" + layout_of(file) +
                      ")");
@@ -96,18 +95,19 @@ void assign(const settings_file& file, settings_record& record, const std::strin
 int run_set(const words& all_arguments, std::ostream&) {
   words arguments = all_arguments;
   const bool force = take_option(arguments, "--force");
+  arguments = operands(arguments, true);
   if (arguments.size() < 2) throw usage_error("set takes a FILE and at least one NAME=VALUE");
   if (arguments[0].find('=') != std::string::npos && !is_there(arguments[0]))
-    throw usage_error("set takes a FILE before NAME=VALUE");  // no word more: it may be a password
-  settings_file file = read_settings_file(as_operand(arguments[0]));
+    throw usage_error("set takes a FILE before NAME=VALUE");  // say no more: it may be a password
+  settings_file file = read_settings_file(arguments[0]);
   if (is_size_unlisted(file.size, platform()))
-    throw tool_error(arguments[0] + ": not changed, as its layout is unknown (" + layout_of(file) + ")");
+    throw tool_error(arguments[0] + ": not changed, because its layout is unknown (" + layout_of(file) + ")");
 
   const bool foreign = is_byte_order_foreign(file.image, platform());
   if (foreign) convert_byte_order(file.image);
   const settings_record before = file.image;
   for (std::size_t i = 1; i < arguments.size(); ++i) assign(file, file.image, arguments[i], force);
-  if (!force) refuse_impossible_whole(before, file.image);
+  if (!force) refuse_invalid_coordinate(before, file.image);
   if (foreign) convert_byte_order(file.image);
   replace_settings_file(file);
   return 0;

@@ -23,31 +23,32 @@ constexpr command COMMANDS[] = {
      "      prints every setting, group by group, or those of one NETWORK, with * for each password unless\n"
      "      --secrets is given\n",
      run_show},
-    {"names", "", "      prints the names of the settings, one a line\n", run_names},
+    {"names", "", "      prints the names of the settings, one per line\n", run_names},
     {"set", "[--force] FILE NAME=VALUE...",
-     "      changes settings; when one of them is wrong, the file stays as it was. What fits but cannot be\n"
-     "      meant, such as a latitude of 91 degrees, is stored only with --force\n",
+     "      changes settings; if one of them is wrong, the file is left unchanged. Implausible values, such "
+     "as a\n"
+     "      latitude of 91 degrees, are stored only with --force\n",
      run_set},
     {"sensors", "[--report FILE]",
-     "      prints which sensors can be selected for what, with their present values\n", run_sensors},
+     "      prints which sensors can be selected for what, with their current values\n", run_sensors},
     {"check", "[--online] [--quiet] [--report FILE] [FILE]",
-     "      prints what keeps the uploads from arriving, one finding a line, the worst first. --online also\n"
-     "      resolves the names of the servers; --quiet prints nothing. Exit status: 0 nothing was found,\n"
-     "      1 something was, 2 the settings or the report cannot be read\n",
+     "      prints what keeps the uploads from arriving, one finding per line, worst first. --online also\n"
+     "      resolves the names of the servers; --quiet prints nothing. Exit status: 0 if nothing was found,\n"
+     "      1 if something was, 2 if the settings or the report cannot be read\n",
      run_check},
 };
 
 void print_help(std::ostream& out) {
-  out << "skypost-settings makes, shows, changes and checks the settings files of skypost.\n\n";
+  out << "skypost-settings creates, shows, changes and checks the settings files of skypost.\n\n";
   for (const command& row : COMMANDS)
     out << "  skypost-settings " << row.name << (*row.arguments == '\0' ? "" : " ") << row.arguments << '\n'
         << row.what;
   out << "  skypost-settings --help | --version\n"
          "\n"
-         "Without FILE, `show` and `check` take the appliance's own settings. Without --report, `sensors` "
-         "and\n"
-         "`check` ask the appliance's data server. The environment variable NIMBULOGHW, when set, names the\n"
-         "board that a file belongs to: NSLU2, PLUG, A10 or X86. Otherwise it is taken for this board's.\n";
+         "Without FILE, show and check read the appliance's own settings. Without --report, sensors and "
+         "check\n"
+         "ask the appliance's data server. The environment variable NIMBULOGHW names the kind of board that\n"
+         "wrote the file (NSLU2, PLUG, A10 or X86); otherwise this machine's kind is assumed.\n";
 }
 
 int run_command(const words& arguments, std::ostream& out) {

@@ -18,12 +18,12 @@ std::string value_of(const settings_record& record, const field_description& row
   return std::to_string(record.integer(row.as_integer()));
 }
 
-// An empty password is no secret.
+// An empty password is not a secret.
 bool is_hidden(const settings_record& record, const field_description& row) {
   return row.field.is_secret() && !(row.field.is_text() && record.text(row.as_text()).empty());
 }
 
-// With an empty `wanted` all groups.
+// All groups if `wanted` is empty.
 void print_fields(std::ostream& out, const settings_record& record, std::string_view wanted,
                   bool with_secrets) {
   std::string_view group;
@@ -35,21 +35,21 @@ void print_fields(std::ostream& out, const settings_record& record, std::string_
   }
 }
 
-// Takes the network, or another group of settings, out of the arguments. A file of that name is given as
+// Removes the network, or another group of settings, from the arguments. A file of that name must be given as
 // ./name.
 std::string_view take_group(words& arguments) {
   if (arguments.empty()) return {};
-  const std::string_view group = group_named(as_operand(arguments.back()));
+  const std::string_view group = group_named(arguments.back());
   if (!group.empty()) arguments.pop_back();
   return group;
 }
 
-// What is left must be a file. A word without a slash that is none may be a network with a slip of the pen.
+// What is left must be a file. A missing file without a slash may be a misspelt network.
 void check_file(const words& arguments) {
   if (arguments.size() > 2) throw usage_error("show takes at most one FILE and one NETWORK");
   if (arguments.size() == 2)
     throw usage_error("no network " + quoted(arguments[1]) + suggested_group(arguments[1]));
-  if (arguments.empty() || as_operand(arguments[0]).find('/') != std::string::npos) return;
+  if (arguments.empty() || arguments[0].find('/') != std::string::npos) return;
   if (!is_there(arguments[0]))
     throw tool_error(quoted(arguments[0]) + " is neither a file nor a network" +
                      suggested_group(arguments[0]));
@@ -60,6 +60,7 @@ void check_file(const words& arguments) {
 int run_show(const words& all_arguments, std::ostream& out) {
   words arguments = all_arguments;
   const bool with_secrets = take_option(arguments, "--secrets");
+  arguments = operands(arguments);
   const std::string_view group = take_group(arguments);
   check_file(arguments);
   const settings_file file = read_chosen_file(arguments);
@@ -75,7 +76,7 @@ int run_show(const words& all_arguments, std::ostream& out) {
 
 // Those that `set` takes.
 int run_names(const words& arguments, std::ostream& out) {
-  if (!arguments.empty()) throw usage_error("names takes no arguments");
+  if (!operands(arguments).empty()) throw usage_error("names takes no arguments");
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (row.field.offset != byte_order_marker.offset) out << row.name << '\n';
   return 0;

@@ -5,23 +5,23 @@
 #include "common/printable.h"
 #include "settings/field_descriptions.h"
 #include "settings/load.h"
-#include "settings_tool/check_list.h"
+#include "settings_tool/checks.h"
 #include "settings_tool/present_values.h"
 
 namespace skypost {
 namespace {
 
-constexpr char LISTED[] = "\"skypost-settings sensors\" lists what there is.";
+constexpr char LISTED[] = "\"skypost-settings sensors\" lists them.";
 
-// Those of the three sensors without which nothing is sent.
+// One of the three sensors without which nothing is sent.
 bool is_outdoor(const settings_field& field) {
   for (const settings_field* const sensor : {&sensor_temp, &sensor_hum, &sensor_dew})
     if (field.offset == sensor->offset) return true;
   return false;
 }
 
-// What is wrong with the present values of one selected sensor. Of a sensor that gives several, one in the
-// report is enough: not every station measures them all.
+// What is wrong with the current values of a selected sensor. One of several in the report is enough: not every
+// station measures them all.
 findings faults_of_values(const field_description& setting, const std::string& report) {
   findings faults;
   std::string missing;
@@ -33,7 +33,7 @@ findings faults_of_values(const field_description& setting, const std::string& r
     has_one = true;
     if (!is_number(*row, *word))
       faults.push_back("the report's " + quoted(key_of(*row)) + " is " + quoted(*word) +
-                       ", which counts as no value");
+                       ", which is not a number");
   }
   if (!has_one) faults.push_back("there is no " + quoted(missing) + " in the report");
   return faults;
@@ -90,15 +90,15 @@ void check_clock(const checked_appliance& appliance, findings& found) {
   if (appliance.now < appliance.built)
     found.push_back("clock: it says " + date_of(appliance.now) + ", but this program was built after " +
                     date_of(appliance.built) +
-                    ", so every network is told a wrong time and https servers are not trusted."
-                    " Set it, and have it set at each start of a board without a battery.");
+                    ", so networks get wrong times and https certificates are rejected."
+                    " Set it, and on a board without a battery set it at each start.");
 }
 
 void check_file_mode(const checked_appliance& appliance, findings& found) {
   constexpr mode_t OTHERS = 077;
   if ((appliance.file.mode & OTHERS) != 0)
     found.push_back(appliance.file.path +
-                    ": others than its owner have access to it, and to the passwords in it. Set its mode: "
+                    ": users other than its owner can access it, and the passwords in it. Set its mode: "
                     "chmod 600.");
 }
 

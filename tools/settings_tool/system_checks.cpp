@@ -1,4 +1,4 @@
-// The checks of what the uploads are handed to: programs, directories and the alarm script.
+// Checks of what the uploads need: programs, directories and the alarm script.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,7 +9,7 @@
 
 #include "base/paths.h"
 #include "base/shell.h"
-#include "settings_tool/check_list.h"
+#include "settings_tool/checks.h"
 #include "settings_tool/enabled_steps.h"
 
 namespace skypost {
@@ -19,7 +19,7 @@ std::string networks_by(carrier by) {
   return networks_where([by](const run_step& step) { return step.upload->carried_by == by; });
 }
 
-// Why a program cannot be run; empty when it can.
+// Why a program cannot be run; empty if it can.
 std::string fault_of_program(const std::string& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
@@ -27,14 +27,14 @@ std::string fault_of_program(const std::string& path) {
   return faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0 ? "" : std::strerror(errno);
 }
 
-// Why no file can be written into a directory; empty when one can.
+// Why no file can be created in a directory; empty if one can.
 std::string fault_of_directory(const std::string& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
   return faccessat(AT_FDCWD, path.c_str(), W_OK | X_OK, AT_EACCESS) == 0 ? "" : std::strerror(errno);
 }
 
-// What a program prints about its version.
+// What a program prints for --version.
 std::string version_text(const std::string& program) {
   fixed_text<2 * PATH_CAPACITY + 40> command;
   append_shell_word(command, program);
@@ -53,7 +53,7 @@ bool calls_over_tls(const run_step& step) {
   return false;
 }
 
-// What follows, and what to do, when a program cannot be run. Returns whether it can be.
+// Reports a program that cannot be run, with consequence and remedy. Returns true if it can be run.
 bool check_program(const std::string& path, const std::string& consequence, findings& found) {
   const std::string fault = fault_of_program(path);
   if (!fault.empty()) found.push_back(path + ": it cannot be run (" + fault + "), so " + consequence);
@@ -63,8 +63,8 @@ bool check_program(const std::string& path, const std::string& consequence, find
 void check_directory(const std::string& path, const std::string& networks, findings& found) {
   const std::string fault = fault_of_directory(path);
   if (!fault.empty())
-    found.push_back(path + ": no file can be written there (" + fault + "), so there are no new ones for " +
-                    networks + ". Make it a directory that skypost may write into.");
+    found.push_back(path + ": no file can be written there (" + fault + "), so no new files reach " +
+                    networks + ". Make it a directory that skypost can write to.");
 }
 
 }  // namespace
@@ -77,8 +77,8 @@ void check_wget(const checked_appliance& appliance, findings& found) {
 
   const std::string secured = networks_where(calls_over_tls);
   if (!secured.empty() && version_text(appliance.wget).find("+https") == std::string::npos)
-    found.push_back(appliance.wget + ": it cannot speak https, so nothing is sent to " + secured +
-                    ". Install a wget there that names \"+https\" when it is run with --version.");
+    found.push_back(appliance.wget + ": it does not support https, so nothing is sent to " + secured +
+                    ". Install a wget there whose --version names \"+https\".");
 }
 
 void check_pull_directories(const checked_appliance&, findings& found) {
@@ -101,7 +101,7 @@ void check_mail_program(const checked_appliance&, findings& found) {
 
 void check_alarm_script(const checked_appliance&, findings& found) {
   check_program(appliance_path(ALARM_SCRIPT_PATH),
-                "nobody is told of an upload that fails. Put an executable script there.", found);
+                "nobody is told of a failed upload. Put an executable script there.", found);
 }
 
 }  // namespace skypost

@@ -1,0 +1,36 @@
+#include "support/golden.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "support/station.h"
+
+namespace skypost::testing {
+
+void expect_golden(const std::string& name, const std::string& text) {
+  const std::string golden = TESTS_DIRECTORY "/" + name;
+  if (std::filesystem::exists(golden) && read_whole_file(golden) == text) return;
+  const std::filesystem::path place = TEXTS_DIRECTORY "/" + name;
+  std::filesystem::create_directories(place.parent_path());
+  std::ofstream(place, std::ios::binary) << text;
+  if (!std::filesystem::exists(golden))
+    FAIL() << "tests/" << name << " is missing; what would be in it: " << place;
+  EXPECT_EQ(text, read_whole_file(golden)) << "the first is in " << place;
+}
+
+void expect_session(const std::string& name, const std::function<std::string(const std::string& line)>& run) {
+  std::istringstream golden(read_whole_file(TESTS_DIRECTORY "/" + name));
+  std::string replayed;
+  for (std::string line; std::getline(golden, line);) {
+    const bool begins_case = line.starts_with("# ");
+    if (!begins_case && !line.starts_with("+ ") && !line.starts_with("$ ") && line != "$") continue;
+    if (begins_case && !replayed.empty()) replayed += '\n';
+    replayed += line + '\n' + run(line);
+  }
+  expect_golden(name, replayed);
+}
+
+}  // namespace skypost::testing

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace skypost::testing {
+
+// Compares with the golden text tests/`name`. If that is missing or different, the text is left under that name
+// in the build directory's tests/texts; once it has been checked, it belongs in tests/.
+void expect_golden(const std::string& name, const std::string& text);
+
+// Replays a golden text that reads like a session: `run` gets each line that starts with "# ", "+ " or "$" and
+// returns what must follow it. A "# " begins a case.
+void expect_session(const std::string& name, const std::function<std::string(const std::string& line)>& run);
+
+}  // namespace skypost::testing

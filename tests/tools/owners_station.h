@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+#include "common/tool.h"
+#include "settings/record.h"
+#include "support/appliance_folder.h"
+#include "support/station.h"
+
+namespace skypost::testing {
+
+// A station with every network on and all that it needs, for the owner's tools. Its settings file follows `settings`.
+struct owners_station {
+  owners_station();
+  ~owners_station();
+  owners_station(const owners_station&) = delete;
+  owners_station& operator=(const owners_station&) = delete;
+
+  // A line of a session: a verb and what it is about. Paths are the appliance's; "\n", "\r", "\e", "\0" and "\xff" are
+  // such bytes. Throws for an unknown verb.
+  //   set NAME=VALUE           one setting                 only SWITCH...           the networks that are on
+  //   endpoint LINE            of the endpoint file        first-endpoint LINE      before all others
+  //   report KEY [VALUE]       without a value: removed    report-file TEXT         the whole report
+  //   write PATH TEXT          program PATH TEXT           folder PATH              remove PATH
+  //   mode OCTAL PATH          foreign                     size BYTES               gap-missing: an unlisted layout
+  //   platform NAME            the kind of board           hardware-address [ADDRESS]
+  void change(const std::string& line);
+
+  void save() const;
+
+  // Runs a tool with the arguments in a line, each with '' around it if need be, and returns what it prints, with its
+  // exit status unless that is 0. Fails the test if a tool that failed changed the settings file.
+  std::string run(const tool& program, const std::string& line);
+
+  // The text without the appliance's folder in front of paths.
+  std::string without_root(std::string text) const;
+
+  appliance_folder folder;
+  std::string file = folder.path("/home/nimbulog/nimbulog.conf");
+  settings_record settings;
+  std::string report;
+  std::string platform = "X86";
+  std::string hardware_address = ORDINARY_BOARD.hardware_address;
+
+ private:
+  std::size_t size_ = SETTINGS_SIZE;
+  bool is_gap_missing_ = false;
+  std::string endpoints_;
+};
+
+}  // namespace skypost::testing

@@ -1,0 +1,154 @@
+#include "common/plausibility.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+#include "channels/channels.h"
+#include "common/printable.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::int32_t UNSET_NUMBER = -1;
+
+struct plausible_range {
+  std::int32_t least;
+  std::int32_t most;
+  bool or_unset = false;
+};
+
+struct range_row {
+  const settings_field& field;
+  plausible_range range;
+};
+
+constexpr plausible_range SEXAGESIMAL = {0, 59, true};
+
+// Other flags must be 0 or 1.
+constexpr range_row RANGES[] = {
+    // clang-format off
+    {longitude_degrees, {0, 180, true}},
+    {longitude_minutes, SEXAGESIMAL},
+    {longitude_seconds, SEXAGESIMAL},
+    {longitude_west,    {0, 1}},
+    {latitude_degrees,  {0, 90, true}},
+    {latitude_minutes,  SEXAGESIMAL},
+    {latitude_seconds,  SEXAGESIMAL},
+    {latitude_south,    {0, 1}},
+    {idokep_enabled,    {0, 2}},
+    {aprs_port,         {1, 65'535}},
+    // clang-format on
+};
+
+constexpr const char* SENSOR_CLASSES[] = {"t", "th", "thb", "wind", "rain", "uv", "sol", "data"};
+
+std::optional<plausible_range> range_of(const settings_field& field) {
+  for (const range_row& row : RANGES)
+    if (row.field.offset == field.offset) return row.range;
+  if (field.kind == field_kind::flag) return plausible_range{0, 1};
+  return std::nullopt;
+}
+
+bool is_control(char character) {
+  const auto byte = static_cast<unsigned char>(character);
+  return byte < ' ' || byte == 0x7f;
+}
+
+// "0 or 1", "0 to 59"
+std::string in_words(const plausible_range& range) {
+  return std::to_string(range.least) + (range.most == range.least + 1 ? " or " : " to ") +
+         std::to_string(range.most);
+}
+
+// The line about a number that is missing or out of range.
+std::string finding_of_number(const integer_field& field, const settings_record& settings,
+                              const std::string& consequence) {
+  const plausible_range range = range_of(field).value();
+  const std::int64_t value = field.kind == field_kind::unsigned_integer
+                                 ? std::int64_t{settings.unsigned_integer(field)}
+                                 : settings.integer(field);
+  if (value >= range.least && value <= range.most) return {};
+  const std::string fault =
+      value == UNSET_NUMBER ? "it is not set" : std::to_string(value) + " is out of range";
+  return std::string(description_of(field).name) + ": " + fault + consequence + "Set it to " +
+         in_words(range) + '.';
+}
+
+void check_coordinate(const coordinate& one, const settings_record& settings, const std::string& networks,
+                      std::vector<std::string>& found) {
+  const std::string degrees = description_of(one.degrees).name;
+  if (settings.integer(one.degrees) == UNSET_NUMBER) {
+    found.push_back(degrees + ": the " + one.name + " is not set, so no valid position is sent to " +
+                    networks + ". Set it in degrees, minutes and seconds.");
+    return;
+  }
+  const std::string consequence = ", so a wrong position is sent to " + networks + ". ";
+  const std::size_t found_before = found.size();
+  for (const integer_field* const part : {&one.degrees, &one.minutes, &one.seconds})
+    if (const std::string finding = finding_of_number(*part, settings, consequence); !finding.empty())
+      found.push_back(finding);
+  if (found.size() != found_before) return;
+  if (const std::string fault = fault_of_coordinate(one, settings); !fault.empty())
+    found.push_back(degrees + ": " + fault + consequence + "Correct it.");
+}
+
+}  // namespace
+
+std::string fault_of_number(const field_description& row, std::int64_t number) {
+  const std::optional<plausible_range> range = range_of(row.field);
+  if (!range || (number >= range->least && number <= range->most) ||
+      (range->or_unset && number == UNSET_NUMBER))
+    return {};
+  std::string_view meaning = row.meaning;
+  if (range->or_unset) meaning = meaning.substr(0, meaning.find(';'));  // the rest explains -1
+  return std::string(row.name) + " must be " + in_words(*range) +
+         (range->or_unset ? ", or -1 for not set" : "") + " (" + std::string(meaning) + "), not " +
+         std::to_string(number);
+}
+
+std::string fault_of_text(const field_description& row, std::string_view text) {
+  if (std::any_of(text.begin(), text.end(), is_control))
+    return std::string(row.name) + " must not contain line breaks or other control characters";
+  if (row.group != std::string_view("sensors") || text.empty() || is_sensor_identifier(text)) return {};
+  std::string classes;
+  for (const char* const name : SENSOR_CLASSES) (classes += classes.empty() ? "" : ", ") += name;
+  return std::string(row.name) + " must be a class of sensors (" + classes + ") and a number, or empty (" +
+         row.meaning + "), not " + quoted(text);
+}
+
+bool is_sensor_identifier(std::string_view text) {
+  const std::string_view number = text.substr(std::min(text.find_first_of("0123456789"), text.size()));
+  const std::string_view name = text.substr(0, text.size() - number.size());
+  return !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos &&
+         std::find(std::begin(SENSOR_CLASSES), std::end(SENSOR_CLASSES), name) != std::end(SENSOR_CLASSES);
+}
+
+std::string fault_of_coordinate(const coordinate& one, const settings_record& settings) {
+  const std::int32_t most = range_of(one.degrees).value().most;
+  const std::int32_t minutes = settings.integer(one.minutes);
+  const std::int32_t seconds = settings.integer(one.seconds);
+  const std::string beyond = (minutes > 0 ? ' ' + std::to_string(minutes) + " minutes" : "") +
+                             (seconds > 0 ? ' ' + std::to_string(seconds) + " seconds" : "");
+  if (settings.integer(one.degrees) != most || beyond.empty()) return {};
+  const std::string end = std::to_string(most) + " degrees";
+  return std::string("a ") + one.name + " of " + end + beyond + " is more than " + end;
+}
+
+std::vector<std::string> faults_of_position(const settings_record& settings, const std::string& networks) {
+  std::vector<std::string> found;
+  for (const coordinate& one : POSITION) check_coordinate(one, settings, networks, found);
+  return found;
+}
+
+std::string fault_of_port(const run_step& step, const settings_record& settings) {
+  if (step.upload != &APRS) return {};
+  return finding_of_number(aprs_port, settings, ", so the server of APRS is not reached. ");
+}
+
+const text_field* broken_call_sign(const run_step& step, const settings_record& settings) {
+  const text_field& call_sign = step.upload == &CWOP ? cwop_id : aprs_call_sign;
+  return settings.text(call_sign).find_first_of("\r\n") == std::string_view::npos ? nullptr : &call_sign;
+}
+
+}  // namespace skypost
