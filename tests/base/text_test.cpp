@@ -1,4 +1,4 @@
-// Texts of fixed capacity: nothing is written past the end, nothing is lost without being said.
+// Texts of fixed capacity: nothing is written past the end, nothing is lost silently.
 
 #include "base/text.h"
 
@@ -13,7 +13,7 @@ using std::string_view_literals::operator""sv;
 
 struct text_case {
   const char* name;
-  void (*change)(text_buffer& t);  // of an empty text that has room for 8 characters
+  void (*change)(text_buffer& t);  // of an empty text with room for 8 characters
   std::string_view expected;
   bool was_cut;
 };
@@ -27,20 +27,20 @@ TEST(Text, StaysInItsRoom) {
       {"empty", [](auto&) {}, "", false},
       {"exact", [](auto& t) { t.append("%d-%s", 1234, "abc"); }, "1234-abc", false},
       {"one too many", [](auto& t) { t.append("%d-%s", 1234, "abcd"); }, "1234-abc", true},
-      {"cut in a number", [](auto& t) { t.append("%09d", 7); }, "00000000", true},
+      {"truncated in a number", [](auto& t) { t.append("%09d", 7); }, "00000000", true},
       {"full already", [](auto& t) { t.append_text("12345678"), t.append("%s", "x"); }, "12345678", true},
-      {"nothing behind full", [](auto& t) { t.append_text("12345678"), t.append("%s", ""); }, "12345678", false},
+      {"nothing after full", [](auto& t) { t.append_text("12345678"), t.append("%s", ""); }, "12345678", false},
       {"text", [](auto& t) { t.append_text("123456789"); }, "12345678", true},
       {"no format", [](auto& t) { t.append_text("%s%d%n"); }, "%s%d%n", false},
       {"inner NUL", [](auto& t) { t.append_text("a\0b"sv), t.append("%c", 'c'); }, "a\0bc"sv, false},
       {"character", [](auto& t) { t.append_text("1234567"), t.append_character('8'); }, "12345678", false},
-      {"cut stays", [](auto& t) { t.append_text("123456789"), t.set_length(2), t.append_text("x"); }, "12x", true},
+      {"stays truncated", [](auto& t) { t.append_text("123456789"), t.set_length(2), t.append_text("x"); }, "12x", true},
       {"clear", [](auto& t) { t.append_text("123456789"), t.clear(), t.append_text("x"); }, "x", false},
       {"between", [](auto& t) { t.append_pattern("<%s>", "abc"); }, "<abc>", false},
       {"first place only", [](auto& t) { t.append_pattern("%s%s", "ab"); }, "ab%s", false},
       {"value is no pattern", [](auto& t) { t.append_pattern("%s!", "%s%n"); }, "%s%n!", false},
       {"no place", [](auto& t) { t.append_pattern("100 %", "abc"); }, "100 %", false},
-      {"cut value", [](auto& t) { t.append_pattern("<%s>", "12345678"); }, "<1234567", true},
+      {"truncated value", [](auto& t) { t.append_pattern("<%s>", "12345678"); }, "<1234567", true},
       {"replace", [](auto& t) { t.append_text("\na\n\nb\n"), t.replace_all('\n', ' '); }, " a  b ", false},
       {"end there", [](auto& t) { t.append_text("ab\ncd\n"), t.replace_all('\n', '\0'); }, "ab", false},
       {"remove", [](auto& t) { t.append_text("\ra\r\rb\r"), t.remove_all('\r'); }, "ab", false},

@@ -1,5 +1,4 @@
-// Sessions with a server in this process: when one counts as a success, what is tried again, where, and
-// what the owner is told.
+// Sessions with a server in this process: when one succeeds, what is tried again and where, and what the owner is told.
 
 #include <gtest/gtest.h>
 
@@ -21,8 +20,8 @@
 namespace skypost::testing {
 namespace {
 
-// Takes two lines of every client and answers: with the replies in turn, then with the last of them over
-// and over. An empty reply closes the connection.
+// Reads two lines from each client and sends it the next reply; the last one is repeated. An empty reply closes the
+// connection.
 class replying_server {
  public:
   explicit replying_server(std::vector<std::string> replies, std::uint16_t port = 0,
@@ -34,7 +33,7 @@ class replying_server {
 
   std::uint16_t port() const { return server_->port(); }
 
-  // What each client sent. Ends the server.
+  // What each client sent. Stops the server.
   const std::vector<std::string>& received() {
     server_.reset();
     return received_;
@@ -55,7 +54,7 @@ class replying_server {
   std::optional<sim::tcp_server> server_;
 };
 
-// One message for each attempt at 127.0.0.1.
+// One message per attempt at 127.0.0.1.
 std::string five_times(const std::string& what, const std::string& reason) {
   std::string text;
   for (const char* attempt : {"1", "2", "3", "4", "5"})
@@ -81,7 +80,7 @@ class AprsSession : public ::testing::Test {
 
   static int session(std::uint16_t port, const char* call_sign = "N0CALL") {
     const char* const servers[] = {"127.0.0.1", nullptr};
-    errno = EDOM;  // left by another network, too
+    errno = EDOM;  // left by another network as well
     return aprs_session(servers, port, call_sign, -1, true);
   }
 };
@@ -109,8 +108,8 @@ TEST_F(AprsSession, IsTriedAgainUntilTheServerNamesTheStation) {
   }
 }
 
-// Ten attempts with long answers say more than the text holds.
-TEST_F(AprsSession, CutsTheMessagesAtTheEndOfTheText) {
+// Ten attempts with long replies need more than the text holds.
+TEST_F(AprsSession, TruncatesTheMessagesAtTheEndOfTheText) {
   replying_server server({std::string(1'000, '#')});
   const char* const servers[] = {"127.0.0.1", "127.0.0.1", nullptr};
   EXPECT_EQ(aprs_session(servers, server.port(), "N0CALL", -1, true), -1);
@@ -138,7 +137,7 @@ TEST_F(AprsSession, TellsWhatItDoes) {
 }
 
 TEST_F(AprsSession, OfAprsTakesAllFromTheSettings) {
-  // A call sign that fills its slot: the host name comes right after it.
+  // A call sign that fills its slot has no NUL; the host name follows directly.
   std::memset(station_settings.bytes + aprs_call_sign.offset, 'A', aprs_call_sign.size);
   const std::string call_sign(aprs_call_sign.size, 'A');
   replying_server server({call_sign});

@@ -1,4 +1,4 @@
-// What the release build promises of the finished program, read back from it.
+// The hardening of the release build, read back from the program.
 
 #include <regex>
 
@@ -36,7 +36,7 @@ TEST_F(program, is_hardened_when_released) {
     EXPECT_EQ(run.status, 0);
     return run.output;
   };
-  // The symbols are those of the program's own object files, since libcrypto's have some of them, too.
+  // Only the symbols of our own object files count, since libcrypto has some of these too.
   const std::string found = readelf({"-W", "--file-header", "--segments", "--dynamic", SKYPOST_PROGRAM}) +
                             readelf({"-W", "--syms", SKYPOST_CORE});
   for (const auto& one : PROMISES)

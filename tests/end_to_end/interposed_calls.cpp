@@ -1,27 +1,22 @@
-// Preloaded into the real program and the owner's tools by tests. It makes calls of the C library fail, takes out
-// pauses, turns the clock, and writes down what is done.
+// Preloaded into the real program and the owner's tools by tests. It makes calls of the C library fail, shortens
+// pauses, changes the clock, and writes down what is done.
 //
 //   SKYPOST_TEST_FAIL=NAME:N     the N-th call of NAME, counted from 1, fails with EIO
 //   SKYPOST_TEST_FAIL=NAME:N-M   so do those after it up to the M-th
-//   SKYPOST_TEST_FAIL=fork:N     from the N-th popen or system on no process can be started (EAGAIN)
 //   SKYPOST_TEST_HASTE=N         a pause takes an N-th of its time
-//   SKYPOST_TEST_CLOCK=N         the clock runs N times as fast, and so does an alarm
-//   SKYPOST_TEST_TIME=N          the clock has stopped at that second since the epoch
-//   SKYPOST_TEST_TRACE=FILE      one line is added for each call: "alarm 15", "popen COMMAND", "system COMMAND",
+//   SKYPOST_TEST_CLOCK=N         the clock runs N times as fast, alarm() included
+//   SKYPOST_TEST_TIME=N          the clock stands still at N seconds since the epoch
+//   SKYPOST_TEST_TRACE=FILE      gets one line per call: "alarm 15", "popen COMMAND", "system COMMAND",
 //                                "write PATH", "send TEXT"
 //
-// At its end the program dies by SIGABRT when a descriptor or a child is left that was not there at its
-// start. Exit status 99 says that the N-th call never came.
+// At exit the program dies by SIGABRT if a descriptor or a child is left that was not there at its start. Exit status
+// 99 means that the N-th call was never made.
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <netdb.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -30,7 +25,6 @@
 #include <chrono>
 #include <csignal>
 #include <cstdarg>
-#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -45,7 +39,7 @@ constexpr int NOTHING_FAILED = 99;
 
 bool has_failed = false;
 
-// The shell and what it starts are left in peace.
+// The shell and what it starts are left alone.
 bool is_the_program() { return std::string_view(program_invocation_short_name).starts_with("skypost"); }
 
 const char* wanted(const char* variable) { return is_the_program() ? std::getenv(variable) : nullptr; }
@@ -55,7 +49,7 @@ long factor_of(const char* variable) {
   return factor == nullptr ? 1 : std::atol(factor);
 }
 
-// True when this call of `name` is one of those that are to fail.
+// True if this call of `name` is to fail.
 bool is_to_fail(std::string_view name) {
   static int calls_seen = 0;
   const char* const failing = wanted("SKYPOST_TEST_FAIL");
@@ -85,26 +79,6 @@ void trace(const char* call, std::string_view what) {
   real<int(int)>("close")(file);
 }
 
-// The kernel refuses every new process from now on.
-void forbid_processes() {
-  sock_filter rules[] = {
-      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_clone, 2, 0),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_clone3, 1, 0),
-      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EAGAIN),
-  };
-  const sock_fprog program = {.len = std::size(rules), .filter = rules};
-  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
-      prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
-    std::abort();
-}
-
-void before_process(const char* call, const char* command) {
-  trace(call, command);
-  if (is_to_fail("fork")) forbid_processes();
-}
-
 long open_descriptors() { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); }
 
 struct watch {
@@ -120,8 +94,7 @@ struct watch {
 
 }  // namespace
 
-// The parameters are in parentheses, as they are declared and as they are passed on; after them may come what is
-// done before the call.
+// Parameters are given in parentheses, as declared and as passed on. Anything after them is done before the call.
 #define INTERPOSE(result, name, failed, parameters, arguments, ...) \
   extern "C" result name parameters {                               \
     __VA_ARGS__;                                                    \
@@ -129,7 +102,7 @@ struct watch {
     return real<result parameters>(#name) arguments;                \
   }
 
-// A call that releases something does so when it fails, too: the kernel's close is like that.
+// Releasing calls release even when they fail: the kernel's close is like that.
 #define INTERPOSE_RELEASE(name, type)                  \
   extern "C" int name(type handle) {                   \
     const int result = real<int(type)>(#name)(handle); \
@@ -138,8 +111,8 @@ struct watch {
 
 // clang-format off
 INTERPOSE(std::FILE*,  fopen64,       nullptr, (const char* path, const char* mode), (path, mode), if (*mode == 'w') trace("write", path))
-INTERPOSE(std::FILE*,  popen,         nullptr, (const char* command, const char* mode), (command, mode), before_process("popen", command))
-INTERPOSE(int,         system,        -1,      (const char* command), (command), before_process("system", command))
+INTERPOSE(std::FILE*,  popen,         nullptr, (const char* command, const char* mode), (command, mode), trace("popen", command))
+INTERPOSE(int,         system,        -1,      (const char* command), (command), trace("system", command))
 INTERPOSE(std::size_t, fread,         0,       (void* place, std::size_t size, std::size_t count, std::FILE* file), (place, size, count, file))
 INTERPOSE(char*,       fgets,         nullptr, (char* place, int size, std::FILE* file), (place, size, file))
 INTERPOSE(int,         getc,          EOF,     (std::FILE* file), (file))
@@ -160,7 +133,7 @@ INTERPOSE_RELEASE(close, int)
 INTERPOSE_RELEASE(fclose, std::FILE*)
 INTERPOSE_RELEASE(pclose, std::FILE*)
 INTERPOSE(int,         getaddrinfo,   EAI_AGAIN, (const char* name, const char* service, const addrinfo* hints, addrinfo** found), (name, service, hints, found))
-// The reason of the failure is in errno, then.
+// Then the reason is in errno.
 INTERPOSE(hostent*,    gethostbyname, (h_errno = NETDB_INTERNAL, nullptr), (const char* name), (name))
 // clang-format on
 

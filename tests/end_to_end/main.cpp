@@ -1,5 +1,5 @@
-// The simulated servers have fixed ports. Where that is allowed, each test therefore has the loopback interface of
-// a network namespace of its own, so that several can run side by side. Otherwise they take turns.
+// The simulated servers have fixed ports. If allowed, each test therefore gets a network namespace with its own loopback
+// interface, so that tests can run in parallel. Otherwise they take turns.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 using sim::alarm_call;
 using sim::reply_kind;
 
-// The networks that a run on an ordinary board asks, in its order.
+// The networks that a run on an ordinary board uploads to, in order.
 std::vector<const sim::network_row*> asked_networks() {
   std::vector<const sim::network_row*> networks;
   for (const sim::network_row& network : sim::http_networks())
@@ -27,9 +27,9 @@ std::vector<const sim::network_row*> asked_networks() {
   return networks;
 }
 
-// Every network accepts: texts with all that a shell or a URL would interpret have arrived as they
-// are in the settings (the peers compare), over TCP and by mail too, and nobody is alarmed. An NSLU2 sends to
-// MeteoNews over plain HTTP; Idokep's mode 2 is its pro service.
+// Every network accepts, and no alarm is raised: texts with all that a shell or a URL would interpret arrive as they are
+// in the settings (the peers compare), by TCP and mail too. An NSLU2 sends to MeteoNews over plain HTTP; Idokep's mode 2
+// is its pro service.
 TEST_F(program, reaches_every_network_and_raises_no_alarm) {
   interpose("HASTE", "100");
   for (const bool has_second_servers : {true, false}) {
@@ -109,7 +109,7 @@ TEST_F(program, warns_once_of_stale_data_and_sends_nothing) {
   EXPECT_EQ(all.board.alarms(), expected);
 }
 
-// Both pauses of a session are real here: a slow server still has its say.
+// Both pauses of a session are real here, so a slow server is still heard.
 TEST_F(program, hears_an_aprs_server_that_answers_after_three_seconds) {
   enable_only({&aprs_enabled});
   all.aprs->reply_after(std::chrono::seconds(3));

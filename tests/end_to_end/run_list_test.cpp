@@ -1,58 +1,23 @@
-// The list of steps as seen from outside: what each switch sets going, and in which order, under which limits
-// and names a run takes the steps.
+// The steps as seen from outside: what each switch starts, and the order, the time limits and the names of a run.
 
 #include <ctime>
 #include <filesystem>
 #include <regex>
 #include <sstream>
+#include <utility>
 
 #include "base/paths.h"
 #include "end_to_end/program.h"
+#include "run/run_list.h"
+#include "settings/field_descriptions.h"
+#include "support/golden.h"
 
 namespace skypost::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
-// A limit that a run sets, and what it does under it: a network by the path of its URL, a file by its path, a
-// failure by its name.
-struct limited_step {
-  const integer_field& enabled;
-  std::string trace;
-};
-
-// In the order of a run.
-const limited_step STEPS[] = {
-    // clang-format off
-    {awekas_enabled,          "alarm 15: /srv/www/awekas.txt /var/run/nimbulog/uploads/awekas.txt !awekas-pull wget/extern/eingabe_pruefung.php !awekas-push\n"},
-    {wedaal_enabled,          "alarm 15: /srv/www/wedaal.txt /var/run/nimbulog/uploads/wedaal.txt !wedaal-pull wget/get_wetter.php !wedaal-push\n"},
-    {meteonews_enabled,       "alarm 15: wget !meteonews\n"},
-    {sauerlandwetter_enabled, "alarm 15: wget/wpas2/post.php !sauerlandwetter\n"},
-    {shnetz_enabled,          "alarm 15: wget/sh-netz/daten.php !SH-Netz\n"},
-    {windfinder_enabled,      "alarm 15: wget/wind-cgi/nimbulogload.pl !windfinder\n"},
-    {windit_enabled,          "alarm 15: wget/nimbulog/nimbulogload !windit\n"},
-    {hetweeractueel_enabled,  "alarm 15: /srv/www/hetweeractueel.txt /var/run/nimbulog/uploads/hetweeractueel.txt !hetweeractueel\n"},
-    {wetterpage24_enabled,    "alarm 15: /srv/www/wetterpage24.txt /var/run/nimbulog/uploads/wetterpage24.txt !wetterpage24\n"},
-    {meteoclimatic_enabled,   "alarm 15: /srv/www/meteoclimatic.txt /var/run/nimbulog/uploads/meteoclimatic.txt !meteoclimatic\n"},
-    {wetterspiegel_enabled,   "alarm 15: /srv/www/wetterspiegel.txt /var/run/nimbulog/uploads/wetterspiegel.txt !wetterspiegel\n"},
-    {hamweather_enabled,      "alarm 15: wget/pwsupdate/pwsupdate.php !HAMweather/weather4u\n"},
-    {wetterarchiv_enabled,    "alarm 15: wget/interface/http/input.php !wetterarchiv /var/run/nimbulog/aerolan.last\n"},
-    {anythingweather_enabled, "alarm 15: wget/feeds/load/WXDATAPOST.ASP !anythingweather\n"},
-    {wetterring_enabled,      "alarm 15: wget/weatherboxx/ !wetterring\n"},
-    {regiowetter_enabled,     "alarm 15: wget/admin/jobs/nimbulog.asp !regiowetter\n"},
-    {regiowetter_bw_enabled,  "alarm 15: wget/data/nimbulog/get_nimbulog.php !regiowetter-bw\n"},
-    {wunderground_enabled,    "alarm 15: wget/weatherstation/updateweatherstation.php !weather underground\n"},
-    {weatherflow_enabled,     "alarm 15: wget/wxengine/rest/collection/weatherstation !weatherflow\n"},
-    {metoffice_enabled,       "alarm 15: wget/automaticreading !metoffice\n"},
-    {cwop_enabled,            "alarm 15: !CWOP\n"},
-    {aprs_enabled,            "alarm 15: !APRS\n"},
-    {weatherbug_enabled,      "alarm 15: wget/data/livedata.aspx !weatherbug\n"},
-    {borgervejr_enabled,      "alarm 15: mail\n"},
-    {idokep_enabled,          "alarm 15: wget/sendws.php !idokep\n"},
-    // clang-format on
-};
-
-// Every step fails that can: the networks refuse, the second pull directory is missing, nobody listens for
+// Every step that can fail does: the networks refuse, the second pull directory is missing, nobody listens for
 // packets.
 class run_list_steps : public program {
  protected:
@@ -65,7 +30,7 @@ class run_list_steps : public program {
     interpose("TRACE", all.board.root() / "trace");
   }
 
-  // Of a run whose last turn of Wetterarchiv was so many seconds ago.
+  // Of a run `age` seconds after the last turn of Wetterarchiv.
   std::string trace_of_a_run(std::time_t age) {
     all.board.write(LAST_RUN_PATH, std::to_string(std::time(nullptr) - age));
     return trace_of_next_run();
@@ -95,31 +60,40 @@ class run_list_steps : public program {
   }
 };
 
+// In the order of a run each switch, and after it the limits that are set and what is done under them: a network by the
+// path of its URL, a file by its path, a failure by its name.
+constexpr char STEPS[] = "end_to_end/golden/steps";
+
 TEST_F(run_list_steps, are_taken_in_their_order_under_their_limits_and_names) {
-  std::string with_open_gate, with_shut_gate;
-  for (const limited_step& step : STEPS) {
-    with_open_gate += step.trace;
-    if (&step.enabled != &wetterarchiv_enabled) with_shut_gate += step.trace;
-  }
-  EXPECT_EQ(trace_of_a_run(1'000), with_open_gate);
-  EXPECT_EQ(trace_of_next_run(), with_shut_gate);
+  const std::string steps = read_whole_file(std::string(TESTS_DIRECTORY "/") + STEPS);
+  const auto without = [&](const char* pattern) {
+    return std::regex_replace(steps, std::regex(pattern), "");
+  };
+  EXPECT_EQ(trace_of_a_run(1'000), without("[a-z_0-9]+_enabled "));
+  EXPECT_EQ(trace_of_next_run(), without("wetterarchiv_enabled .*\n|[a-z_0-9]+_enabled "));
   EXPECT_NEAR(std::stod(all.board.read(LAST_RUN_PATH)), static_cast<double>(std::time(nullptr)), 30);
 }
 
-// A switch on its own reaches its own network, file or mail and nothing else. The simulation says itself which
-// switch is a network's.
+// A switch alone starts its own network, file or mail and nothing else. The simulation knows which switch is a
+// network's.
 TEST_F(run_list_steps, are_set_going_by_their_own_switch_alone) {
-  for (const limited_step& step : STEPS) {
-    SCOPED_TRACE(step.trace);
-    enable_only({&step.enabled});
+  std::string steps;
+  const integer_field* enabled = nullptr;
+  for (const run_step& step : run_list()) {
+    // The push to AWEKAS and to Wedaal has the switch of the file before it.
+    if (std::exchange(enabled, step.enabled) == step.enabled) continue;
+    SCOPED_TRACE(step.name.text);
+    enable_only({enabled});
     all.peers.forget_requests();
-    EXPECT_EQ(trace_of_a_run(&step.enabled == &wetterarchiv_enabled ? 1'000 : 500), step.trace);
-    EXPECT_EQ(requests(), step.trace.find("wget") == std::string::npos ? 0 : 1);
+    const std::string trace = trace_of_a_run(enabled == &wetterarchiv_enabled ? 1'000 : 500);
+    steps += description_of(*enabled).name + (' ' + trace);
+    EXPECT_EQ(requests(), trace.find("wget") == std::string::npos ? 0 : 1);
     for (const sim::request_seen& seen : all.peers.requests()) {
-      EXPECT_EQ(seen.network->enabled, &step.enabled) << seen.network->name;
+      EXPECT_EQ(seen.network->enabled, enabled) << seen.network->name;
       EXPECT_NE(seen.network->which, sim::server::second) << seen.network->name;
     }
   }
+  expect_golden(STEPS, steps);
   EXPECT_EQ(all.mail.mails().size(), 1U);
 }
 
@@ -133,9 +107,10 @@ TEST_F(run_list_steps, push_to_awekas_and_wedaal_only_with_a_user_of_two_charact
   enable_only({&awekas_enabled, &wedaal_enabled});
   all.board.settings.set_text(awekas_user, "a");
   all.board.save_settings();
-  EXPECT_EQ(
-      trace_of_a_run(500),
-      "alarm 15: /srv/www/awekas.txt /var/run/nimbulog/uploads/awekas.txt !awekas-pull\n" + STEPS[1].trace);
+  EXPECT_EQ(trace_of_a_run(500),
+            "alarm 15: /srv/www/awekas.txt /var/run/nimbulog/uploads/awekas.txt !awekas-pull\n"
+            "alarm 15: /srv/www/wedaal.txt /var/run/nimbulog/uploads/wedaal.txt !wedaal-pull "
+            "wget/get_wetter.php !wedaal-push\n");
 }
 
 }  // namespace

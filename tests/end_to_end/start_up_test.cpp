@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 TEST_F(program, refuses_a_bad_command_line) {
   const struct {
     std::vector<std::string> arguments;
-    std::string complaint;
+    std::string error;
   } cases[] = {
       // clang-format off
       {{"-r", "-d"}, "number of arguments\n"},
@@ -27,7 +27,7 @@ TEST_F(program, refuses_a_bad_command_line) {
   for (const auto& one : cases) {
     const sim::run_result run = all.board.run(one.arguments);
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.errors, "Error: Bad " + one.complaint);
+    EXPECT_EQ(run.errors, "Error: Bad " + one.error);
   }
   EXPECT_EQ(all.data->clients(), 0);
 }
@@ -42,7 +42,7 @@ TEST_F(program, gives_up_after_three_attempts_at_the_settings) {
   EXPECT_EQ(all.data->clients(), 0);
 }
 
-// The reason of an earlier call must not show: on this board /proc/bus/pci/devices is missing.
+// The reason must not be that of an earlier call; on this board /proc/bus/pci/devices is missing.
 TEST_F(program, tells_of_an_ifconfig_without_an_address_and_a_bad_endpoint_and_goes_on) {
   enable_only({&windit_enabled});
   all.board.write(sim::IFCONFIG_OUTPUT_PATH, "eth0: flags=4163<UP,BROADCAST,RUNNING,MULTICAST>  mtu 1500\n");

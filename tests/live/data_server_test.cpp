@@ -1,4 +1,4 @@
-// What the data server's client takes for a report, and how much of it.
+// What the data server's client accepts as a report, and how much of it.
 
 #include "live/data_server.h"
 
@@ -16,8 +16,7 @@
 namespace skypost::testing {
 namespace {
 
-// Fetches, into a buffer full of other bytes, what a server sends piece by piece. The flag says the opposite
-// of what is to come.
+// Fetches what a server sends in pieces. The buffer holds other bytes before, and the flag the opposite value.
 std::string fetched(const std::vector<std::string>& pieces) {
   const sim::tcp_server server(0, "data server", [&](const sim::connection& client) {
     for (const std::string& piece : pieces) {
@@ -33,13 +32,13 @@ std::string fetched(const std::vector<std::string>& pieces) {
   return {report, strnlen(report, sizeof report)};
 }
 
-TEST(DataServer, PutsAReportTogetherThatComesInPieces) {
+TEST(DataServer, JoinsAReportThatComesInPieces) {
   const std::string long_piece(40'000, '7');
   EXPECT_EQ(fetched({"actual_th0", "_temp_c 2", "1.5\n", long_piece}),
             "actual_th0_temp_c 21.5\n" + long_piece);
 }
 
-TEST(DataServer, CutsAReportThatIsLongerThanTheBuffer) {
+TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
   std::string text;
   while (text.size() < 1'000'000) text += std::to_string(text.size()) + " ";
   const std::string report = fetched({text});
@@ -48,9 +47,8 @@ TEST(DataServer, CutsAReportThatIsLongerThanTheBuffer) {
   EXPECT_TRUE(text.starts_with(report));
 }
 
-// One that is stuck before it accepts costs five seconds and not the two minutes of the system. The record is
-// stale then.
-TEST(DataServer, IsGivenUpWhenItsQueueIsFull) {
+// A server that never accepts costs five seconds, not the system's two minutes, and the record is stale.
+TEST(DataServer, IsGivenUpIfItsQueueIsFull) {
   const sim::full_server server;
   static report_buffer report;
   ::testing::internal::CaptureStderr();

@@ -1,7 +1,6 @@
-// Nothing foreign runs. Every text of the settings and every word of the report goes, full of what a shell
-// or a URL would interpret, through each network's command and a real shell to a program that
-// records its arguments. It must get the arguments that a harmless text of the same length leads to, with the
-// foreign text in the harmless one's place, and no other program may run.
+// No foreign text is run. Each text of the settings and each word of the report, full of what a shell or a URL would
+// interpret, goes through each network's command and a real shell to a program that records its arguments. Compared with
+// a harmless text of the same length, only that text may differ, and no other program may run.
 
 #include <gtest/gtest.h>
 
@@ -15,6 +14,7 @@
 #include "live/report_parser.h"
 #include "settings/field_descriptions.h"
 #include "support/appliance_folder.h"
+#include "support/golden.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -24,18 +24,12 @@ constexpr std::string_view FOREIGN[] = {
     "$(canary)",       "`canary`",         "\";canary;\"",   "\\\";canary&x\n",
     "|canary&canary ", "'${IFS}canary'\t", "&a=b#c%00%0a?/", "\x80\x81\x88\xFF\x01\x7F*!<>()[]{}",
 };
-constexpr char HARMLESS = '~';  // is nowhere else in a command
+constexpr char HARMLESS = '~';  // occurs nowhere else in a command
 
 std::string filled(std::string_view pattern, std::size_t length) {
   std::string text;
   while (text.size() < length) text += pattern;
   text.resize(length);
-  return text;
-}
-
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-    text.replace(at, from.size(), to);
   return text;
 }
 
@@ -50,8 +44,8 @@ class ForeignText : public ::testing::TestWithParam<const outgoing*> {
     add_program("tail", "exit 0");
   }
 
-  // Composes the command, runs it with no more than these programs on its path, and returns what the
-  // recorder got for arguments, a NUL after each.
+  // Composes the command, runs it with only these programs on its path, and returns the arguments that were recorded,
+  // each followed by a NUL.
   std::string arguments(const LiveRecord& live) {
     const std::string command = composed(*GetParam(), settings_, live);
     const std::string recorder = appliance_.path("/bin/wget").string();
@@ -62,19 +56,19 @@ class ForeignText : public ::testing::TestWithParam<const outgoing*> {
     return read_whole_file(appliance_.path("/bin/arguments"));
   }
 
-  // `write` puts a text into the station. Requires that a foreign one of every length takes exactly the
-  // place of the harmless one.
+  // `write` puts a text into the station. A foreign one of each length must take exactly the place of the harmless
+  // one.
   void expect_unaltered(const char* what, std::size_t capacity, LiveRecord& live,
                         const std::function<void(const std::string&)>& write) {
     const std::string harmless(capacity, HARMLESS);
     write(harmless);
     const std::string frame = arguments(live);
-    if (frame.find(harmless) == std::string::npos) return;  // not sent, or its digest only
+    if (frame.find(harmless) == std::string::npos) return;  // not sent, or only as a digest
     for (std::size_t length = 1; length <= capacity; ++length) {
       const std::string foreign = filled(FOREIGN[length % std::size(FOREIGN)], length);
       write(foreign);
       const std::string arrived = arguments(live);
-      // A value of a URL or a form, or an option's own argument.
+      // As a value in a URL or a form, or as an option's argument.
       ASSERT_TRUE(arrived == replaced(frame, harmless, as_url_value(foreign)) ||
                   arrived == replaced(frame, harmless, foreign))
           << what << " of " << length << ": " << foreign << "\n"
@@ -108,7 +102,7 @@ TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
   }
   EXPECT_GE(texts_sent_, 1);
 
-  // The report's words, through its parser. None of the foreign texts has a blank so early.
+  // The report's words, through the parser. No foreign text has a blank that early.
   live = fully_equipped_station();
   station_settings.set_text(sensor_wind, "wind0");
   for (const char* const key : {"actual_wind0_dir_de ", "actual_wind0_dir_en ",

@@ -10,6 +10,7 @@
 #include "preview/html.h"
 #include "sim/report.h"
 #include "support/appliance_folder.h"
+#include "support/golden.h"
 #include "support/station.h"
 
 namespace skypost::testing {

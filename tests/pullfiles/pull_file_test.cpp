@@ -1,4 +1,4 @@
-// Where the pull files go, and that nothing is written when the first directory is missing.
+// Where the pull files are written, and that none is if the first directory is missing.
 
 #include "pullfiles/pullfiles.h"
 
@@ -11,6 +11,7 @@
 #include "base/error_text.h"
 #include "run/run_list.h"
 #include "support/appliance_folder.h"
+#include "support/golden.h"
 #include "support/station.h"
 
 namespace skypost::testing {

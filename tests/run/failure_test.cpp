@@ -1,4 +1,4 @@
-// The alarm script is given exactly what failed and why, whatever characters that holds.
+// The alarm script gets exactly what failed and why, whatever the characters.
 
 #include "run/failure.h"
 

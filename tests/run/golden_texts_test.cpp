@@ -1,5 +1,5 @@
-// Everything that a run can hand out, byte for byte, against the texts in golden/. A wrong unit, a value from
-// the wrong field or one out of its order shows as a difference there.
+// Everything that a run can send, byte for byte, against the texts in golden/. A wrong unit, a wrong field or a wrong
+// order shows as a difference.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 namespace skypost::testing {
 namespace {
 
-// A command ends without a line feed; its file does not.
+// A command has no line feed at its end; its file has.
 std::string as_in_file(const outgoing& what, const LiveRecord& live) {
   settings_record settings;
   fill_settings(settings);
@@ -35,13 +35,7 @@ TEST_P(GoldenText, OfAStationWithOnlyTheOutdoorValues) {
 INSTANTIATE_TEST_SUITE_P(RunList, GoldenText, ::testing::ValuesIn(everything_handed_out()),
                          [](const auto& row) { return std::string(row.param->id); });
 
-std::string in_one_line(std::string text) {
-  for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2)
-    text.replace(at, 1, "\\n");
-  return text;
-}
-
-// What a network's reply must hold, and what the owner is told.
+// What a network's reply must contain, and what the owner is told.
 TEST(GoldenTexts, OfTheReplies) {
   std::string texts;
   for (const outgoing* const what : everything_handed_out()) {
@@ -52,7 +46,7 @@ TEST(GoldenTexts, OfTheReplies) {
         reply.success.judge != nullptr
             ? "judged in its own way"
             : reply.success.success_word + std::string(", ") + MODES[static_cast<int>(reply.success.mode)];
-    texts += std::string(what->id) + "\n    debug:   " + in_one_line(reply.debug_header) +
+    texts += std::string(what->id) + "\n    debug:   " + replaced(reply.debug_header, "\n", "\\n") +
              "\n    success: " + wanted + "\n    failure: " + reply.failure_format +
              "\n    nothing: " + reply.no_response_text + '\n';
   }

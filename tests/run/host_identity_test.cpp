@@ -1,5 +1,4 @@
-// The board and its hardware address. The system text is read once in a process, so each case has a
-// process of its own.
+// The board and its hardware address. The system text is read once per process, so each case has its own process.
 
 #include "run/host_identity.h"
 
@@ -51,7 +50,7 @@ TEST(HostIdentity, TellsTheBoardByTheFirstMark) {
       {{"Intel", "0100 sun4i"}, "A10"},
       {{"Intel armv6 nslu2", "8086"}, "X86"},
       {{"Intel", std::nullopt}, "X86"},
-      {{"NSL", "U2"}, "NSLU2"},  // the one follows the other directly
+      {{"NSL", "U2"}, "NSLU2"},  // one directly follows the other
       {{std::nullopt, "sun4i"}, "as before"},
       {{"", ""}, "as before"},
       {{"", "sun4i"}, "A10"},

@@ -6,7 +6,7 @@
 
 #include "base/paths.h"
 #include "support/appliance_folder.h"
-#include "support/station.h"
+#include "support/golden.h"
 
 namespace skypost::testing {
 namespace {

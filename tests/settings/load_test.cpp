@@ -1,4 +1,4 @@
-// Loading settings files of every layout, of both byte orders and of no use.
+// Loading settings files of every layout, in both byte orders, and useless ones.
 
 #include "settings/load.h"
 
@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <limits>
 #include <optional>
 #include <string>
@@ -17,11 +18,11 @@
 #include "base/paths.h"
 #include "settings/defaults.h"
 #include "support/appliance_folder.h"
-#include "support/station.h"
+#include "support/golden.h"
 
 namespace skypost::testing {
 
-// The most that one read brings: there is no other way to a short read of a plain file.
+// The most that one read returns; nothing else makes a read of a plain file short.
 std::size_t read_limit = std::numeric_limits<std::size_t>::max();
 extern "C" ssize_t limited_read(int file, void* place, std::size_t count) __asm__("read");
 ssize_t limited_read(int file, void* place, std::size_t count) {
@@ -34,7 +35,7 @@ constexpr std::size_t MARKER = 18936;
 constexpr char NATIVE[] = {1, 0, 0, 0};
 constexpr char FOREIGN[] = {0, 0, 0, 1};
 
-// No two neighbours alike, so that no shift and no reversed field goes unseen.
+// Neighbours differ, so every shift and every reversed field shows.
 std::string image_of(std::size_t size, const char (&marker)[4] = NATIVE) {
   std::string image(size, '\0');
   for (std::size_t i = 0; i < size; ++i) image[i] = static_cast<char>(i * 7 + i / 251);
@@ -48,31 +49,18 @@ void reverse_fields(std::string& image, std::size_t first, std::size_t count, st
                  image.begin() + static_cast<std::ptrdiff_t>(offset + size));
 }
 
-// The image as a board of the other byte order writes it.
+// The image as a board of the other byte order writes it. Each line of the table has where integers begin, how many
+// follow one another, the size of each, and of an array its entries and the distance between two of them.
 std::string in_other_order(std::string image) {
-  struct run {
-    std::size_t first, count;
-  };
-  constexpr run INTEGERS[] = {
-      // clang-format off
-      {    0,  1}, {  500,  1}, {  760, 11}, { 5924,  5}, { 6456, 11}, { 6756,  1}, { 7016,   1}, { 7388, 65},
-      {12256, 68}, {17136,  1}, {17156,  1}, {17416,  3}, {17524,  1}, {17576,  7}, {17684,   2}, {18076,  1},
-      {18144,  2}, {18672,  1}, {18932,  2}, {19044, 128}, {21608, 1}, {22128, 66}, {27576,   1}, {27964,  1},
-      {28096,  3}, {28364,  1}, {28624,  1}, {29652,  5}, {37688,  2}, {37840,  1}, {37860,   4}, {37940,  3},
-      {38008,  1}, {38112,  2}, {38200,  1}, {48236,  1}, {48304,  1}, {48372,  1}, {48572,   3}, {48712,  2},
-      {48784,  2},
-      // clang-format on
-  };
-  for (const run& integers : INTEGERS) reverse_fields(image, integers.first, integers.count, 4);
-  for (std::size_t i = 0; i < 20; ++i) reverse_fields(image, 29928 + 132 * i, 8, 4);
-  for (std::size_t i = 0; i < 128; ++i) reverse_fields(image, 32568 + 40 * i, 4, 4);
-  for (std::size_t i = 0; i < 20; ++i) reverse_fields(image, 38236 + 500 * i, 4, 4);
-  reverse_fields(image, 20584, 128, 8);
+  std::ifstream table(TESTS_DIRECTORY "/settings/golden/integers");
+  std::size_t first, count, size, entries, distance;
+  while (table >> first >> count >> size >> entries >> distance)
+    for (std::size_t i = 0; i < entries; ++i) reverse_fields(image, first + i * distance, count, size);
   return image;
 }
 
-// What becomes of a native file: zeros after a short one, free entries in the last array, and for an
-// unlisted size everything from 20580 on 4 bytes further up.
+// What a native file becomes: zeros after a short one, free entries in the last array, and for an unlisted size
+// everything from 20580 on 4 bytes further up.
 std::string completed(std::string image, bool is_unlisted) {
   const bool is_short = image.size() < SETTINGS_SIZE;
   image.resize(SETTINGS_SIZE, '\0');
@@ -99,7 +87,7 @@ class LoadSettings : public ::testing::Test {
     for (std::size_t i = 0; i < SETTINGS_SIZE; ++i) ASSERT_EQ(record.bytes[i], bytes[i]) << "at offset " << i;
   }
 
-  // Defaults over what the record held before.
+  // The defaults, over the former record.
   void expect_defaults_over(const std::string& former) const {
     settings_record expected;
     std::memcpy(expected.bytes, former.data(), SETTINGS_SIZE);
@@ -156,8 +144,8 @@ TEST_F(LoadSettings, ConvertsAnUnlistedSizeAfterTheShift) {
   expect_record(in_other_order(completed(image, true)));
 }
 
-// The board that had no marker yet wrote its records in this order; any other marker than 1 means
-// the other one, on that board too.
+// The board that had no marker wrote its records in this byte order. Any marker but 1 means the other order, on that
+// board too.
 TEST_F(LoadSettings, TakesARecordWithoutMarkerByTheBoard) {
   const std::string without = image_of(SETTINGS_SIZE, {0, 0, 0, 0});
   for (const char* platform : {"X86", "PLUG", "A10", "NSLU"}) {
@@ -180,8 +168,8 @@ TEST_F(LoadSettings, TakesAFileThatCannotBeBackedUp) {
   expect_record(completed(image, true));
 }
 
-// Otherwise every pass of the rapid-fire loop would shift the record of the pass before.
-TEST_F(LoadSettings, PutsDefaultsForAFileThatBringsNothing) {
+// Otherwise each pass of rapid fire would shift the record of the pass before.
+TEST_F(LoadSettings, SetsDefaultsForAUselessFile) {
   const std::string untouched(SETTINGS_SIZE, 0x5a);
   EXPECT_EQ(load_settings(record), -1);  // there is none
   expect_defaults_over(untouched);
@@ -194,14 +182,14 @@ TEST_F(LoadSettings, PutsDefaultsForAFileThatBringsNothing) {
   EXPECT_EQ(backup(), std::nullopt);
 }
 
-TEST_F(LoadSettings, PutsDefaultsForAShortReadOfAListedSize) {
+TEST_F(LoadSettings, SetsDefaultsForAShortReadOfAListedSize) {
   read_limit = 30'000;
   const std::string image = image_of(SETTINGS_SIZE);
   EXPECT_EQ(load(image), -1);
   expect_defaults_over(completed(image.substr(0, 30'000), false));
   EXPECT_EQ(backup(), std::nullopt);
 
-  read_limit = 38'264;  // the count of another layout
+  read_limit = 38'264;  // the size of another layout
   EXPECT_EQ(load(image), 0);
   expect_record(completed(image.substr(0, 38'264), false));
 }

@@ -6,7 +6,7 @@
 
 namespace skypost::testing {
 
-// An empty appliance in a folder of its own: SKYPOST_ROOT points to it while it lives.
+// An empty appliance in its own folder; SKYPOST_ROOT points to it during its lifetime.
 struct appliance_folder : sim::folder {
   appliance_folder() { setenv("SKYPOST_ROOT", root().c_str(), 1); }
   ~appliance_folder() { unsetenv("SKYPOST_ROOT"); }

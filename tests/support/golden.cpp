@@ -6,9 +6,20 @@
 #include <fstream>
 #include <sstream>
 
-#include "support/station.h"
+#include "sim/folder.h"
 
 namespace skypost::testing {
+
+std::string read_whole_file(const std::string& path) {
+  EXPECT_TRUE(std::filesystem::exists(path)) << path;
+  return sim::read_file(path);
+}
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+    text.replace(at, from.size(), to);
+  return text;
+}
 
 void expect_golden(const std::string& name, const std::string& text) {
   const std::string golden = TESTS_DIRECTORY "/" + name;

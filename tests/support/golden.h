@@ -5,6 +5,12 @@
 
 namespace skypost::testing {
 
+// The whole file; fails the test if it cannot be read.
+std::string read_whole_file(const std::string& path);
+
+// Every `from` becomes `to`.
+std::string replaced(std::string text, const std::string& from, const std::string& to);
+
 // Compares with the golden text tests/`name`. If that is missing or different, the text is left under that name
 // in the build directory's tests/texts; once it has been checked, it belongs in tests/.
 void expect_golden(const std::string& name, const std::string& text);
