@@ -24,7 +24,7 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 void expect_golden(const std::string& name, const std::string& text) {
   const std::string golden = TESTS_DIRECTORY "/" + name;
   if (std::filesystem::exists(golden) && read_whole_file(golden) == text) return;
-  const std::filesystem::path place = TEXTS_DIRECTORY "/" + name;
+  const std::filesystem::path place = COMPOSED_DIRECTORY "/" + name;
   std::filesystem::create_directories(place.parent_path());
   std::ofstream(place, std::ios::binary) << text;
   if (!std::filesystem::exists(golden))

@@ -12,7 +12,7 @@ std::string read_whole_file(const std::string& path);
 std::string replaced(std::string text, const std::string& from, const std::string& to);
 
 // Compares with the golden text tests/`name`. If that is missing or different, the text is left under that name
-// in the build directory's tests/texts; once it has been checked, it belongs in tests/.
+// in the build directory's composed/; once it has been checked, it belongs in tests/.
 void expect_golden(const std::string& name, const std::string& text);
 
 // Replays a golden text that reads like a session: `run` gets each line that starts with "# ", "+ " or "$" and
