@@ -1,11 +1,11 @@
-# Toolchain: a static program for a board, with musl as its C library and Debian's cross compiler (which is made
-# for glibc, so the C library's headers and start-up files are named here).
+# Toolchain: a static program for a board, with musl as its C library and Debian's cross compiler. That is made for
+# glibc, so musl's headers and start-up files are named here.
 
 include(${CMAKE_CURRENT_LIST_DIR}/foreign.cmake)
 
 set(SKYPOST_STATIC ON CACHE BOOL "")
 
-# The compiler's own folders; glibc's are left out.
+# The compiler's include directories, without glibc's.
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -E -x c++ -v /dev/null OUTPUT_QUIET ERROR_VARIABLE search_list)
 string(REGEX MATCHALL "\n /[^\n]*/c\\+\\+/[^\n]*" cxx_headers "${search_list}")
 string(REGEX MATCHALL "\n /[^\n]*/gcc[^\n]*/[0-9]+/include\n" own_headers "${search_list}")
@@ -15,11 +15,10 @@ foreach(folder IN LISTS cxx_headers own_headers)
   string(APPEND CMAKE_CXX_FLAGS_INIT " -isystem ${folder}")
 endforeach()
 string(APPEND CMAKE_CXX_FLAGS_INIT " -isystem ${BOARD_FILES}/usr/include/${musl}")
-# libstdc++'s headers ask for these two of glibc's names.
+# libstdc++ uses these two glibc names.
 string(APPEND CMAKE_CXX_FLAGS_INIT " '-D__GLIBC_PREREQ(a,b)=0' -D__locale_t=locale_t")
 
-# The folder that is built in leaves no trace in the program.
+# Keep the build path out of the program.
 string(APPEND CMAKE_CXX_FLAGS_INIT " -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
 
-# Stripped as it is linked.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-s -B${BOARD_FILES}/usr/lib/${musl} -L${BOARD_FILES}/usr/lib/${musl}")

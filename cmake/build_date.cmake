@@ -1,6 +1,5 @@
-# SKYPOST_BUILD_DATE, in seconds since the epoch: no clock that is right is before it. The same source gives the
-# same date, and so the same program: what SOURCE_DATE_EPOCH says, which package builds set, or the last commit's
-# date, or 0 where neither is known.
+# SKYPOST_BUILD_DATE, in seconds since the epoch; a correct clock is never earlier. From SOURCE_DATE_EPOCH, else the
+# last commit, else 0, so that one source gives one program.
 
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
   set(SKYPOST_BUILD_DATE $ENV{SOURCE_DATE_EPOCH})

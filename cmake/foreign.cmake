@@ -1,6 +1,5 @@
-# Toolchain: Debian's cross compiler and C library for the architecture BOARD_ARCH (as Debian names it). What
-# else of that architecture is needed, libcrypto for one, lies unpacked in the folder BOARD_FILES: scripts/foreign
-# puts it there.
+# Toolchain: Debian's cross compiler and C library for the architecture BOARD_ARCH (Debian's name for it). libcrypto
+# and musl for it are in the folder BOARD_FILES, where scripts/foreign unpacks them.
 
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES BOARD_ARCH BOARD_FILES)
 
@@ -22,19 +21,19 @@ set(CMAKE_SYSTEM_PROCESSOR ${BOARD_ARCH})
 set(CMAKE_C_COMPILER ${prefix}-gcc)
 set(CMAKE_CXX_COMPILER ${prefix}-g++)
 
-# What runs a test on this machine; for armel a processor without floating point.
+# Runs the tests on this machine; armel's processor has no floating point.
 set(emulator_armel qemu-arm -cpu arm926)
 set(emulator_armhf qemu-arm)
 set(emulator_arm64 qemu-aarch64)
 if(emulator_${BOARD_ARCH})
   set(CMAKE_CROSSCOMPILING_EMULATOR ${emulator_${BOARD_ARCH}} -L /usr/${prefix})
 else()
-  # An amd64 processor runs these itself. (qemu 7.2 hangs where a program for i386 starts a thread.)
+  # An amd64 processor runs these itself. (qemu 7.2 hangs if a program for i386 starts a thread.)
   file(GLOB loader /usr/${prefix}/lib/ld-linux*.so.2)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${loader} --library-path /usr/${prefix}/lib)
 endif()
 
-# ARM changed how some types are passed before all of this was compiled.
+# g++ would note that ARM once changed how some types are passed.
 set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)
 
 set(CRYPTO_INCLUDE_DIR ${BOARD_FILES}/usr/include ${BOARD_FILES}/usr/include/${libraries} CACHE STRING "")
