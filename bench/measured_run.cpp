@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <ctime>
 #include <fstream>
 #include <stdexcept>
@@ -69,26 +70,23 @@ long peak_so_far(pid_t process) {
 
 }  // namespace
 
-traced_run trace(const words& command) {
+long peak_memory_of(const words& command) {
   const pid_t process = start_traced(command);
-  constexpr long OPTIONS = PTRACE_O_EXITKILL | PTRACE_O_TRACEEXIT | PTRACE_O_TRACEFORK | PTRACE_O_TRACEVFORK;
-  if (ptrace(PTRACE_SETOPTIONS, process, nullptr, OPTIONS) != 0) fail("ptrace");
+  if (ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_EXITKILL | PTRACE_O_TRACEEXIT) != 0)
+    fail("ptrace");
   ptrace(PTRACE_CONT, process, nullptr, nullptr);
 
-  traced_run run;
+  long peak = 0;
   int status = 0;
-  for (pid_t one; (one = waitpid(-1, &status, __WALL)) > 0;) {
-    if (!WIFSTOPPED(status)) continue;
+  while (waitpid(process, &status, 0) == process && WIFSTOPPED(status)) {
     const int event = status >> 16;
     // Read just before exit: afterwards the kernel's figure includes its wget.
-    if (event == PTRACE_EVENT_EXIT && one == process) run.peak = peak_so_far(process);
-    if (event == PTRACE_EVENT_FORK || event == PTRACE_EVENT_VFORK) ++run.processes;
-    // SIGTRAP and SIGSTOP only tell the tracer of a new program or process; other signals are the program's own.
+    if (event == PTRACE_EVENT_EXIT) peak = peak_so_far(process);
+    // SIGTRAP only tells the tracer of a new program; other signals are the program's own.
     const int signal = WSTOPSIG(status);
-    const long passed_on = signal == SIGTRAP || signal == SIGSTOP || event != 0 ? 0 : signal;
-    ptrace(PTRACE_CONT, one, nullptr, passed_on);
+    ptrace(PTRACE_CONT, process, nullptr, event != 0 || signal == SIGTRAP ? 0 : signal);
   }
-  return run;
+  return peak;
 }
 
 cpu_time cpu_time_of(const words& command) {
@@ -104,19 +102,6 @@ cpu_time cpu_time_of(const words& command) {
   if (wait4(process, nullptr, 0, &usage) != process) fail(command[0]);
   return {static_cast<double>(own.tv_sec) * 1e6 + static_cast<double>(own.tv_nsec) / 1e3,
           microseconds(usage.ru_utime) + microseconds(usage.ru_stime)};
-}
-
-long long instructions_of(const std::string& log, const words& command) {
-  words all = {"/usr/bin/valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
-               "--log-file=" + log};
-  all.insert(all.end(), command.begin(), command.end());
-  waitpid(start(all), nullptr, 0);
-  std::ifstream lines(log);
-  for (std::string word; lines >> word;) {
-    long long count = 0;
-    if (word == "Collected" && lines >> word >> count) return count;
-  }
-  throw std::runtime_error("valgrind counted nothing");
 }
 
 }  // namespace skypost
