@@ -21,6 +21,7 @@ namespace skypost {
 namespace {
 
 constexpr std::int32_t CWOP_PASSCODE = -1;  // CWOP stations are not verified
+constexpr char CWOP_PATH[] = "TCPXX*";      // the path of such a station
 constexpr int ATTEMPTS = 5;                 // per server
 constexpr std::size_t APRS_REPLY_CAPACITY = 1'000;
 
@@ -102,9 +103,10 @@ void append_packet(text_buffer& text, const station& source, const aprs_login& l
   const std::tm& utc = source.now.utc;
   text.append_text("User ");
   text.append_text(login.call_sign);
-  text.append(" pass %d vers %s\r\n", login.passcode, SOFTWARE_NAME);
+  text.append(" pass %d vers %s\r\n", login.passcode, endpoint_value(endpoint::aprs_software));
   text.append_text(login.call_sign);
-  text.append(">APRS,TCPXX*:@%02d%02d%02d", utc.tm_mday, utc.tm_hour, utc.tm_min);
+  text.append(">APRS,%s:@%02d%02d%02d", login.cwop ? CWOP_PATH : endpoint_value(endpoint::aprs_path),
+              utc.tm_mday, utc.tm_hour, utc.tm_min);
   append_position(text, source.settings);
   append_values(text, source, login.cwop);
   text.append("eNB%d\r\n", STATION_TYPE);
@@ -212,7 +214,9 @@ bool send_to_one_of(const char* const* servers, const aprs_task& task) {
 // A NUL-terminated copy of a setting; a full slot has no NUL.
 using setting_text = fixed_text<std::max({cwop_id.size, aprs_call_sign.size, aprs_host.size})>;
 
-int session_of(const char* const* servers, std::uint32_t port, const aprs_login& login) {
+int session_of(const char* const* servers, std::uint32_t port, const aprs_login& login,
+               std::span<const endpoint> needed) {
+  if (live_data_stale == 0 && require_endpoints(needed) != 0) return -1;
   setting_text call_sign;
   call_sign.append_text(login.call_sign);
   return aprs_session(servers, port, call_sign.c_str(), login.passcode, login.cwop);
@@ -259,14 +263,15 @@ int aprs_session(const char* const* servers, std::uint32_t port, const char* cal
 int upload_cwop() {
   const char* const servers[] = {endpoint_value(endpoint::cwop_first), endpoint_value(endpoint::cwop_second),
                                  nullptr};
-  return session_of(servers, CWOP_PORT, login_at_cwop(station_settings));
+  return session_of(servers, CWOP_PORT, login_at_cwop(station_settings), CWOP_ENDPOINTS);
 }
 
 int upload_aprs() {
   setting_text host;
   host.append_text(station_settings.text(aprs_host));
   const char* const servers[] = {host.c_str(), nullptr};
-  return session_of(servers, station_settings.unsigned_integer(aprs_port), login_at_aprs(station_settings));
+  return session_of(servers, station_settings.unsigned_integer(aprs_port), login_at_aprs(station_settings),
+                    APRS_ENDPOINTS);
 }
 
 }  // namespace skypost

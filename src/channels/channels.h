@@ -3,7 +3,9 @@
 #include <netinet/in.h>
 
 #include <cstdint>
+#include <span>
 
+#include "base/endpoints.h"
 #include "compose/outgoing.h"
 
 // The channels that are neither HTTP nor files: APRS and mail.
@@ -20,8 +22,16 @@ extern const outgoing APRS;
 // The CWOP servers' TCP port; that of the APRS server is a setting.
 inline constexpr std::uint32_t CWOP_PORT = 14'580;
 
+// The rows of the endpoint file that each needs. While one of them is refused, nothing is sent.
+inline constexpr endpoint CWOP_ENDPOINTS[] = {endpoint::cwop_first, endpoint::cwop_second,
+                                              endpoint::aprs_software};
+inline constexpr endpoint APRS_ENDPOINTS[] = {endpoint::aprs_software, endpoint::aprs_path};
+
 // The mail, header and body.
 extern const outgoing BORGERVEJR;
+
+// The rows that it needs; the sender's only if the settings name none.
+std::span<const endpoint> mail_endpoints(const settings_record& settings);
 
 int upload_cwop();
 int upload_aprs();

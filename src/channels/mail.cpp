@@ -35,12 +35,16 @@ constexpr parameter BODY_LINES[] = {
 using mail_command = fixed_text<2 * 2 * PATH_CAPACITY + 500>;
 using date_text = char[200];
 
-// Falls back to the appliance's own sender. Only the first line is used, so that a setting cannot add
-// headers.
-std::string_view sender_of(const settings_record& settings) {
+// Only the first line is used, so that a setting cannot add headers.
+std::string_view chosen_sender(const settings_record& settings) {
   const std::string_view sender = settings.text(sender_address);
-  const std::string_view line = head_of(sender, sender.find_first_of("\r\n"));
-  return line.empty() ? endpoint_value(endpoint::mail_sender) : line;
+  return head_of(sender, sender.find_first_of("\r\n"));
+}
+
+// Falls back to the appliance's own sender.
+std::string_view sender_of(const settings_record& settings) {
+  const std::string_view chosen = chosen_sender(settings);
+  return chosen.empty() ? endpoint_value(endpoint::mail_sender) : chosen;
 }
 
 void append_path_word(text_buffer& command, const char* appliance_path) {
@@ -72,6 +76,11 @@ void compose_mail(text_buffer& mail, const station& source) {
 
 constinit const outgoing BORGERVEJR = {"borgervejr", carrier::mail, compose_mail, send_mail_report};
 
+std::span<const endpoint> mail_endpoints(const settings_record& settings) {
+  static constexpr endpoint ROWS[] = {endpoint::borgervejr_recipient, endpoint::mail_sender};
+  return {ROWS, chosen_sender(settings).empty() ? 2U : 1U};
+}
+
 void append_mail_command(text_buffer& command) {
   append_path_word(command, MAIL_PROGRAM_PATH);
   command.append_text(" -C ");
@@ -82,6 +91,7 @@ void append_mail_command(text_buffer& command) {
 int send_mail_report() {
   const std::optional<station> source = current_station();
   if (!source) return 0;
+  if (require_endpoints(mail_endpoints(source->settings)) != 0) return -1;
   outgoing_text mail;
   compose_mail(mail, *source);
   mail_command command;

@@ -3,8 +3,9 @@
 namespace skypost {
 
 void begin_get(text_buffer& command, endpoint server, const char* path) {
-  command.append("%s -t %d -q -O /dev/stdout \"%s%s?", WGET_COMMAND, WGET_TRIES, endpoint_value(server),
-                 path);
+  command.append("%s -t %d -q -O /dev/stdout \"", WGET_COMMAND, WGET_TRIES);
+  append_url(command, server, path);
+  command.append_character('?');
 }
 
 void end_get(text_buffer& command) { command.append_text("\" 2>/dev/stdout"); }

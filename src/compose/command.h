@@ -11,7 +11,8 @@ namespace skypost {
 inline constexpr char WGET_COMMAND[] = "/usr/bin/wget -U nimbulog";
 inline constexpr int WGET_TRIES = 4;
 
-// Begins the command of a GET request, up to and including the "?" after `path`.
+// Begins the command of a GET request, up to and including the "?" after `path`, which is the network's own: a path in
+// the endpoint file replaces it.
 void begin_get(text_buffer& command, endpoint server, const char* path);
 
 // Ends it. wget's standard error becomes part of the reply.

@@ -44,8 +44,9 @@ void compose_anythingweather(text_buffer& command, const station& source) {
   begin_post(command);
   command.append_text("--post-data=\"");
   append_form(command, source);
-  command.append("\" \"%s/feeds/load/WXDATAPOST.ASP\" 2>/dev/stdout",
-                 endpoint_value(endpoint::anythingweather));
+  command.append_text("\" \"");
+  append_url(command, endpoint::anythingweather, "/feeds/load/WXDATAPOST.ASP");
+  command.append_text("\" 2>/dev/stdout");
 }
 
 // wget's own status line decides.
@@ -75,7 +76,8 @@ constinit const http_network ANYTHINGWEATHER = {
     "anythingweather",
     compose_anythingweather,
     upload_anythingweather,
-    {.debug_header = "\nANYTHINGWEATHER\n%s\n",
+    {.server = endpoint::anythingweather,
+     .debug_header = "\nANYTHINGWEATHER\n%s\n",
      .success = judge_anythingweather,
      .failure_format = "upload to www.anythingweather.com failed: %s",
      .no_response_text = "no response from anythingweather",

@@ -38,8 +38,7 @@ constexpr parameter WETTERARCHIV_PARAMETERS[] = {
 };
 
 void compose_idokep(text_buffer& command, const station& source) {
-  const bool is_pro = source.settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE;
-  begin_get(command, is_pro ? endpoint::idokep_pro : endpoint::idokep, "/sendws.php");
+  begin_get(command, idokep_service(source.settings).reply.server, "/sendws.php");
   append_parameter(command, "user=", source.settings.text(idokep_user));
   append_parameter(command, "&pass=", source.settings.text(idokep_password));
   command.append("&tipus=NB%d", STATION_TYPE);
@@ -66,25 +65,36 @@ int judge_idokep(text_buffer& reply, const upload_spec& spec) {
   return fail_with_reply(spec, reply.view());
 }
 
+consteval upload_spec idokep_reply(endpoint server) {
+  return {.server = server,
+          .debug_header = "\nIDOKEP (PUSH)\n%s\n",
+          .success = judge_idokep,
+          .failure_format = "upload to idokep: %s",
+          .no_response_text = "no response from idokep"};
+}
+
+constinit const http_network IDOKEP_PRO = {"idokep", compose_idokep, upload_idokep,
+                                           idokep_reply(endpoint::idokep_pro)};
+
 }  // namespace
 
-constinit const http_network IDOKEP = {"idokep",
-                                       compose_idokep,
-                                       upload_idokep,
-                                       {.debug_header = "\nIDOKEP (PUSH)\n%s\n",
-                                        .success = judge_idokep,
-                                        .failure_format = "upload to idokep: %s",
-                                        .no_response_text = "no response from idokep"}};
+constinit const http_network IDOKEP = {"idokep", compose_idokep, upload_idokep,
+                                       idokep_reply(endpoint::idokep)};
 
 constinit const http_network WETTERARCHIV = {"wetterarchiv",
                                              compose_wetterarchiv,
                                              upload_wetterarchiv,
-                                             {.debug_header = "\nWETTERARCHIV\n%s\n",
+                                             {.server = endpoint::wetterarchiv,
+                                              .debug_header = "\nWETTERARCHIV\n%s\n",
                                               .success = "status=SUCCESS",
                                               .failure_format = "upload to wetterarchiv failed: %s",
                                               .no_response_text = "no response from wetterarchiv"}};
 
-int upload_idokep() { return upload_to(IDOKEP); }
+const http_network& idokep_service(const settings_record& settings) {
+  return settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE ? IDOKEP_PRO : IDOKEP;
+}
+
+int upload_idokep() { return upload_to(idokep_service(station_settings)); }
 
 int upload_wetterarchiv() { return upload_to(WETTERARCHIV); }
 

@@ -115,7 +115,8 @@ int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
 constinit const http_network METEONEWS = {"meteonews",
                                           compose_meteonews,
                                           upload_meteonews,
-                                          {.debug_header = "\nMETEONEWS\n%s\n",
+                                          {.server = endpoint::meteonews,
+                                           .debug_header = "\nMETEONEWS\n%s\n",
                                            .success = judge_meteonews,
                                            .failure_format = "upload to meteonews failed: %s",
                                            .no_response_text = "no response from meteonews"}};

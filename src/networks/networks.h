@@ -62,6 +62,9 @@ int upload_wetterring();
 int upload_windfinder();
 int upload_windit();
 
+// Idokep as the settings have it: IDOKEP, or the pro service, which differs only in its server.
+const http_network& idokep_service(const settings_record& settings);
+
 // The body of every network function.
 int upload_to(const http_network& network);
 

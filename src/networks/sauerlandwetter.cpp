@@ -57,8 +57,9 @@ void compose_sauerlandwetter(text_buffer& command, const station& source) {
   append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, source);
 }
 
-// An empty reply means success.
-int accept_empty_reply(const upload_spec&) {
+// An empty reply means success, but not from the server of a refused row, which is none.
+int accept_empty_reply(const upload_spec& spec) {
+  if (is_refused(spec.server)) return fail_with_reply(spec, "");
   print_reply("OK");
   return 0;
 }
@@ -68,7 +69,8 @@ int accept_empty_reply(const upload_spec&) {
 constinit const http_network SAUERLANDWETTER = {"sauerlandwetter",
                                                 compose_sauerlandwetter,
                                                 upload_sauerlandwetter,
-                                                {.debug_header = "\nSAUERLANDWETTER\n%s\n",
+                                                {.server = endpoint::sauerlandwetter,
+                                                 .debug_header = "\nSAUERLANDWETTER\n%s\n",
                                                  .success = "erfolgreich",
                                                  .failure_format = "upload to sauerlandwetter failed: %s",
                                                  .no_response_text = "",

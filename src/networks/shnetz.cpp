@@ -102,7 +102,8 @@ void compose_shnetz(text_buffer& command, const station& source) {
 constinit const http_network SHNETZ = {"shnetz",
                                        compose_shnetz,
                                        upload_shnetz,
-                                       {.debug_header = "\nSH-NETZ (PUSH)\n%s\n",
+                                       {.server = endpoint::shnetz,
+                                        .debug_header = "\nSH-NETZ (PUSH)\n%s\n",
                                         .success = {"OK", reply_mode::first_line},
                                         .failure_format = "upload to SH-Netz: %s",
                                         .no_response_text = "no response from SH-Netz"}};

@@ -145,28 +145,30 @@ int judge_pwsweather(text_buffer& reply, const upload_spec& spec) {
   return fail_with_reply(spec, *body);
 }
 
-consteval upload_spec wunderground_reply(const char* debug_header) {
-  return {.debug_header = debug_header,
+consteval upload_spec wunderground_reply(endpoint server, const char* debug_header) {
+  return {.server = server,
+          .debug_header = debug_header,
           .success = {"success", reply_mode::breaks_to_blanks},
           .failure_format = "upload to weather underground failed: %s",
           .no_response_text = "no response from weather underground",
           .pipe_reason_first = true};
 }
 
-constexpr upload_spec WEATHERFLOW_REPLY = {.debug_header = "\nWEATHERFLOW\n",
+constexpr upload_spec WEATHERFLOW_REPLY = {.server = endpoint::weatherflow,
+                                           .debug_header = "\nWEATHERFLOW\n",
                                            .success = {"success", reply_mode::breaks_to_blanks},
                                            .failure_format = "upload to weatherflow failed: %s",
                                            .no_response_text = "no response from weatherflow"};
 
 }  // namespace
 
-constinit const http_network WUNDERGROUND_RAPID = {"wunderground_rapid", compose_wunderground_rapid,
-                                                   upload_weather_underground,
-                                                   wunderground_reply("\nWEATHER UNDERGROUND\nrapid: %s\n")};
+constinit const http_network WUNDERGROUND_RAPID = {
+    "wunderground_rapid", compose_wunderground_rapid, upload_weather_underground,
+    wunderground_reply(endpoint::wunderground_rapid, "\nWEATHER UNDERGROUND\nrapid: %s\n")};
 
-constinit const http_network WUNDERGROUND = {"wunderground", compose_wunderground, upload_weather_underground,
-                                             wunderground_reply("\nWEATHER UNDERGROUND\nnormal: %s\n"),
-                                             &WUNDERGROUND_RAPID};
+constinit const http_network WUNDERGROUND = {
+    "wunderground", compose_wunderground, upload_weather_underground,
+    wunderground_reply(endpoint::wunderground, "\nWEATHER UNDERGROUND\nnormal: %s\n"), &WUNDERGROUND_RAPID};
 
 constinit const http_network WEATHERFLOW_RAPID = {"weatherflow_rapid", compose_weatherflow_rapid,
                                                   upload_weatherflow, WEATHERFLOW_REPLY};
@@ -177,7 +179,8 @@ constinit const http_network WEATHERFLOW = {"weatherflow", compose_weatherflow, 
 constinit const http_network METOFFICE = {"metoffice",
                                           compose_metoffice,
                                           upload_metoffice_wow,
-                                          {.debug_header = "\nMETOFFICE\n%s\n",
+                                          {.server = endpoint::metoffice,
+                                           .debug_header = "\nMETOFFICE\n%s\n",
                                            .success = {"success", reply_mode::breaks_to_blanks},
                                            .failure_format = "upload to metoffice failed: %s",
                                            .no_response_text = "no response from metoffice"}};
@@ -185,7 +188,8 @@ constinit const http_network METOFFICE = {"metoffice",
 constinit const http_network PWSWEATHER = {"pwsweather",
                                            compose_pwsweather,
                                            upload_pwsweather,
-                                           {.debug_header = "\nWEATHERFORYOU\n%s\n",
+                                           {.server = endpoint::pwsweather,
+                                            .debug_header = "\nWEATHERFORYOU\n%s\n",
                                             .success = judge_pwsweather,
                                             .failure_format = "upload to HAMweather: %s",
                                             .no_response_text = "no response from HAMweather"}};
@@ -193,7 +197,8 @@ constinit const http_network PWSWEATHER = {"pwsweather",
 constinit const http_network WEATHERBUG = {"weatherbug",
                                            compose_weatherbug,
                                            upload_weatherbug,
-                                           {.debug_header = "\nWEATHERBUG\n%s\n",
+                                           {.server = endpoint::weatherbug,
+                                            .debug_header = "\nWEATHERBUG\n%s\n",
                                             .success = {"Success", reply_mode::breaks_to_blanks},
                                             .failure_format = "upload to weather bug failed: %s",
                                             .no_response_text = "no response from weather bug"}};

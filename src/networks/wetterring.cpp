@@ -63,7 +63,8 @@ void compose_wetterring(text_buffer& command, const station& source) {
 constinit const http_network WETTERRING = {"wetterring",
                                            compose_wetterring,
                                            upload_wetterring,
-                                           {.debug_header = "\nWETTERRING\n%s\n",
+                                           {.server = endpoint::wetterring,
+                                            .debug_header = "\nWETTERRING\n%s\n",
                                             .success = "successfully",
                                             .failure_format = "upload to wetterring failed: %s",
                                             .no_response_text = "no response from wetterring"}};

@@ -24,6 +24,11 @@ void print_header(const text_buffer& command, const upload_spec& spec) {
   debug_print("%s", header.c_str());
 }
 
+bool contains_success_text(std::string_view reply, endpoint server) {
+  const std::string_view text = endpoint_success_text(server);
+  return !text.empty() && reply.find(text) != std::string_view::npos;
+}
+
 // How most networks are judged.
 int find_success_word(text_buffer& reply, const upload_spec& spec) {
   if (spec.success.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
@@ -69,7 +74,13 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
 
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec) {
   if (count == 0) return spec.judge_empty(spec);
-  return spec.success.judge != nullptr ? spec.success.judge(reply, spec) : find_success_word(reply, spec);
+  // First, because the network's own test may truncate the reply.
+  const bool has_success_text = contains_success_text(reply.view(), spec.server);
+  const int result =
+      spec.success.judge != nullptr ? spec.success.judge(reply, spec) : find_success_word(reply, spec);
+  if (result == 0 || !has_success_text) return result;
+  error_text.clear();
+  return 0;
 }
 
 int fail_without_response(const upload_spec& spec) {

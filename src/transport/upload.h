@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/endpoints.h"
 #include "base/text.h"
 
 namespace skypost {
@@ -43,6 +44,7 @@ int fail_without_response(const upload_spec& spec);
 
 // How a network's reply is judged, and the texts that go with it.
 struct upload_spec {
+  endpoint server;           // whose success text in the endpoint file counts as well
   const char* debug_header;  // %s is the command; WeatherFlow's has none
   judgement success;
   const char* failure_format;    // %s is the reply, or the judged part
@@ -64,7 +66,8 @@ text_buffer& strip_line_breaks(text_buffer& text);
 // is not run.
 int upload_via_wget(const text_buffer& command, const upload_spec& spec);
 
-// Judges the reply to a command that printed `count` bytes. Returns 0, or -1 with the reason in `error_text`.
+// Judges the reply to a command that printed `count` bytes. Returns 0, or -1 with the reason in `error_text`. The
+// owner's success text, anywhere in the reply, is as good as the network's own.
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec);
 
 // Building blocks for judgements. The first sets error_text to the failure text with `reply`, without line

@@ -5,14 +5,15 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "base/paths.h"
 #include "support/appliance_folder.h"
-#include "support/golden.h"
 
 namespace skypost::testing {
 namespace {
@@ -30,7 +31,7 @@ class Endpoints : public ::testing::Test {
  protected:
   ~Endpoints() override { reset_endpoints(); }
 
-  // Loads an endpoint file; expects this on standard error, and that only these rows change.
+  // Loads an endpoint file; expects what it prints to standard error, and that it changes these rows alone.
   void expect_loaded(const std::string& file, const std::string& errors, const values& changes) {
     appliance.write(ENDPOINTS_PATH, file);
     ::testing::internal::CaptureStderr();
@@ -41,8 +42,20 @@ class Endpoints : public ::testing::Test {
     EXPECT_EQ(in_effect(), expected);
   }
 
-  std::string fault(int line, const char* what) const {
-    return "Error: " + path.string() + " line " + std::to_string(line) + ": " + what + "\n";
+  // What is said of a bad line that begins with a known name, and of another.
+  std::string refused(int line, const std::string& what, const std::string& name) const {
+    return "Error: " + path.string() + " line " + std::to_string(line) + ": " + what + "; uploads that use " +
+           name + " fail unless a later line sets it\n";
+  }
+  std::string skipped(int line, const std::string& what) const {
+    return "Error: " + path.string() + " line " + std::to_string(line) + ": " + what +
+           "; the line is skipped\n";
+  }
+
+  static bool is_each_refused() {
+    for (const auto& [row, value] : in_effect())
+      if (!is_refused(row) || value.empty()) return false;
+    return true;
   }
 
   const values defaults = in_effect();
@@ -73,45 +86,230 @@ TEST_F(Endpoints, AreOverriddenRowByRowAndByTheLastFileAlone) {
        {endpoint::wedaal, "http://second.example:1"}});
 }
 
-// Each is reported and skipped; the line after it counts.
-TEST_F(Endpoints, KeepOutEveryValueThatCouldLeaveItsPlace) {
-  using namespace std::string_literals;
-  const std::string file =
-      read_whole_file(TESTS_DIRECTORY "/base/golden/refused_endpoints") + "awekas = http://h\0ost\n"s;
-  std::string expected;
-  for (int line = 1; line <= std::count(file.begin(), file.end(), '\n'); ++line)
-    expected += fault(line, "invalid value for this name");
-  expect_loaded(file + "wedaal = http://wedaal.example\n", expected,
-                {{endpoint::wedaal, "http://wedaal.example"}});
+// Every byte except letters, digits, `allowed` and those that end the value or the line, with a letter after it.
+std::vector<std::string> every_byte_but(const std::string& allowed) {
+  std::vector<std::string> texts;
+  for (int byte = 0; byte < 256; ++byte) {
+    const char character = static_cast<char>(byte);
+    if (!is_alphanumeric({&character, 1}, allowed + "\n# \t\r"))
+      texts.push_back(std::string(1, character) + 'b');
+  }
+  return texts;
 }
 
-TEST_F(Endpoints, TellWhatIsWrongWithAUrlFromABrowser) {
-  expect_loaded("awekas = https://host/\nwindit = http://host:8080/  # \nmeteonews = host/\nawekas = /\n",
-                fault(1, "remove the trailing slash") + fault(2, "remove the trailing slash") +
-                    fault(3, "remove the trailing slash") + fault(4, "invalid value for this name"),
-                {});
+constexpr char REFUSED_URL[] = "https://refused.invalid";
+constexpr char INVALID[] = "invalid value for this name";
+constexpr char SLASH[] = "remove the trailing slash";
+constexpr char NO_PATH[] = "this name takes no path";
+constexpr char NOTHING_AFTER[] = "unexpected text after the value";
+constexpr char PATH[] = "a path can only contain letters, digits and . _ ~ / -";
+constexpr char LONG[] = "longer than 127 characters";
+
+// No value leaves its place in a command, a URL or a line, and none of a bad line goes to the built-in server. What
+// comes after it counts.
+TEST_F(Endpoints, RefuseEveryValueThatCouldLeaveItsPlace) {
+  const struct {
+    endpoint row;
+    std::string start;
+    std::string what;
+    std::vector<std::string> bad_values;
+  } cases[] = {
+      {endpoint::awekas,
+       "",
+       INVALID,
+       {"", "www.awekas.at", "ftp://www.awekas.at", "http://", "http:///", "http://host?x=1",
+        "http://user@host", "/", "//host/path", "\"http://host\""}},
+      {endpoint::awekas,
+       "http://host",
+       INVALID,
+       {":", ":0", ":65536", ":4294967377", ":80a", ":-1", ":80:80", "-", ":/path", "\\/path"}},
+      {endpoint::awekas,
+       "http://",
+       INVALID,
+       {"-host", ".host", "h\"ost", "h'ost", "h`id`ost", "h$(id)ost", "h\\ost", "h;ost", "h&ost", "h|ost",
+        "h%41ost", "h\xc3\xb6st", "h" + std::string(1, '\0') + "ost"}},
+      {endpoint::awekas, "http://host", SLASH, {"/", ":8080/", "//", "/ OK", "/  # from a browser"}},
+      {endpoint::awekas, "https://host/a", PATH, every_byte_but("._~/-")},
+      {endpoint::awekas, "http://host/", LONG, {std::string(116, 'a')}},
+      {endpoint::awekas, "http://", LONG, {std::string(121, 'a')}},
+      {endpoint::awekas, "http://host ", "a success text has at most 60 characters", {std::string(61, 'a')}},
+      {endpoint::awekas,
+       "http://host a",
+       "a success text can only contain printable ASCII characters",
+       {"\tb", "\rb", "\x7f", "\xc3\xb6", "\x1b[m", std::string(1, '\0') + "b"}},
+      {endpoint::meteonews, "", INVALID, {"http://meteonews.example", "-O:80"}},
+      {endpoint::meteonews, "host", SLASH, {"/"}},
+      {endpoint::meteonews, "host", NO_PATH, {":80/path"}},
+      {endpoint::meteonews, "host", NOTHING_AFTER, {" OK"}},
+      {endpoint::cwop_first, "", INVALID, {"cwop.example:14580", "-h"}},
+      {endpoint::cwop_second, "cwop.example", NO_PATH, {"/path"}},
+      {endpoint::cwop_second, "cwop.example", NOTHING_AFTER, {" verified", "\tother.example"}},
+      {endpoint::aprs_software, "", INVALID, {"", "*", "a,b", "nimb\"ulog", "n\xc3\xb6"}},
+      {endpoint::aprs_software,
+       "nimbulog",
+       NOTHING_AFTER,
+       {" 1.0 beta", "  1.0", "\t1.0", " 1.0\r2", " 1,0"}},
+      {endpoint::aprs_software, "nimbulog ", LONG, {std::string(119, '1')}},
+      {endpoint::aprs_path,
+       "",
+       INVALID,
+       {"", "*", "TCPIP**", "*TCPIP", "TCPIP*,qAC", "TCP:IP", "TCP>IP", "T_P"}},
+      {endpoint::aprs_path, "TCPIP*", NOTHING_AFTER, {" TCPXX*"}},
+      {endpoint::aprs_path, "", LONG, {std::string(128, 'A')}},
+      {endpoint::mail_sender,
+       "",
+       INVALID,
+       {"root", "@localhost", "root@", "-oQ@localhost", "a b@localhost", "a@b@localhost"}},
+      {endpoint::mail_sender, "root@localhost", NOTHING_AFTER, {"\t-X"}},
+  };
+  for (const auto& row : cases) {
+    for (const std::string& value : row.bad_values) {
+      SCOPED_TRACE(value);
+      const std::string name = endpoint_name(row.row);
+      appliance.write(ENDPOINTS_PATH,
+                      name + " = " + row.start + value + "\nwedaal = http://wedaal.example\n");
+      ::testing::internal::CaptureStderr();
+      load_endpoints();
+      EXPECT_EQ(::testing::internal::GetCapturedStderr(), refused(1, row.what, name));
+      EXPECT_TRUE(is_refused(row.row));
+      values expected = defaults;
+      expected[row.row] = endpoint_value(row.row);
+      expected[endpoint::wedaal] = "http://wedaal.example";
+      EXPECT_EQ(in_effect(), expected);
+      EXPECT_NE(expected[row.row], defaults.at(row.row));
+    }
+  }
 }
 
+// What a refused row names leads nowhere.
+TEST_F(Endpoints, PutANameOfNothingInThePlaceOfARefusedOne) {
+  expect_loaded("awekas = x\nmeteonews = x/y\ncwop_first = x/y\nborgervejr_recipient = x\n",
+                refused(1, INVALID, "awekas") + refused(2, NO_PATH, "meteonews") +
+                    refused(3, NO_PATH, "cwop_first") + refused(4, INVALID, "borgervejr_recipient"),
+                {{endpoint::awekas, REFUSED_URL},
+                 {endpoint::meteonews, "refused.invalid"},
+                 {endpoint::cwop_first, "refused.invalid"},
+                 {endpoint::borgervejr_recipient, "nobody@refused.invalid"}});
+}
+
+TEST_F(Endpoints, CountTheLastLineOfANameGoodOrBad) {
+  expect_loaded(
+      "awekas = x\nawekas = http://a.example\nwindit = http://b.example\nwindit = http://b.example/\n",
+      refused(1, INVALID, "awekas") + refused(4, SLASH, "windit"),
+      {{endpoint::awekas, "http://a.example"}, {endpoint::windit, REFUSED_URL}});
+  EXPECT_FALSE(is_refused(endpoint::awekas));
+}
+
+TEST_F(Endpoints, TakeAPathAndASuccessText) {
+  const std::string longest = "http://host/" + std::string(115, 'a') + " " + std::string(60, '~');
+  expect_loaded(
+      "awekas = https://data.awekas.at:443/eingabe_pruefung.php\n"
+      "pwsweather=https://host/api/v1/a-b_c.d~/  \"success\":true  # since 2026\r\n"
+      "windit = http://windit.example\t=  OK =\n"
+      "wedaal = " +
+          longest,
+      "",
+      {{endpoint::awekas, "https://data.awekas.at:443/eingabe_pruefung.php"},
+       {endpoint::pwsweather, "https://host/api/v1/a-b_c.d~/"},
+       {endpoint::windit, "http://windit.example"},
+       {endpoint::wedaal, longest.substr(0, 127)}});
+  EXPECT_EQ(endpoint_success_text(endpoint::awekas), "");
+  EXPECT_EQ(endpoint_success_text(endpoint::pwsweather), "\"success\":true");
+  EXPECT_EQ(endpoint_success_text(endpoint::windit), "=  OK =");
+  EXPECT_EQ(endpoint_success_text(endpoint::wedaal), std::string(60, '~'));
+  const auto url = [](endpoint row) {
+    fixed_text<200> text;
+    append_url(text, row, "/own/");
+    return std::string(text.view());
+  };
+  EXPECT_EQ(url(endpoint::awekas), "https://data.awekas.at:443/eingabe_pruefung.php");
+  EXPECT_EQ(url(endpoint::windit), "http://windit.example/own/");
+  EXPECT_EQ(url(endpoint::shnetz), "http://sh-netz.invalid/own/");
+
+  // A later line without them, or a bad one, takes both away.
+  expect_loaded("windit = http://a.example/b OK\nwindit = http://a.example", "",
+                {{endpoint::windit, "http://a.example"}});
+  EXPECT_EQ(endpoint_success_text(endpoint::windit), "");
+  expect_loaded("windit = http://a.example/b OK\nwindit = x OK", refused(2, INVALID, "windit"),
+                {{endpoint::windit, REFUSED_URL}});
+  EXPECT_EQ(endpoint_success_text(endpoint::windit), "");
+}
+
+TEST_F(Endpoints, TakeSoftwareAndPathOfAPacket) {
+  expect_loaded("aprs_software = nimbulog 1.0\naprs_path = TCPIP*\n", "",
+                {{endpoint::aprs_software, "nimbulog 1.0"}, {endpoint::aprs_path, "TCPIP*"}});
+  expect_loaded("aprs_software = my_soft-ware.2\naprs_path = WIDE1-1\n", "",
+                {{endpoint::aprs_software, "my_soft-ware.2"}, {endpoint::aprs_path, "WIDE1-1"}});
+}
+
+// The owner of such a line that begins with a known name wanted something else than the built-in server.
 TEST_F(Endpoints, NameLinesThatAreNoRow) {
   const std::string too_long = "windit = http://" + std::string(600, 'a') + " = http://b.example\n";
-  expect_loaded("awekas\nAwekas = http://a.example\n= http://a.example\n" + too_long + "# " +
-                    std::string(600, '-') + "\nawekas http://a.example",
-                fault(1, "expected \"name = value\"") + fault(2, "unknown name") + fault(3, "unknown name") +
-                    fault(4, "too long") + fault(6, "expected \"name = value\""),
-                {});
+  expect_loaded(
+      "awekas\nAwekas = http://a.example\n= http://a.example\n" + too_long + "# " + std::string(600, '-') +
+          "\nwedaal http://a.example/?a=b\nnonsense\n" + std::string(600, ' ') + "\nshnetz" +
+          std::string(600, ' ') + "=\nx" + too_long + "meteonews: a.example",
+      refused(1, "expected \"name = value\"", "awekas") + skipped(2, "unknown name") +
+          skipped(3, "unknown name") + refused(4, "too long", "windit") +
+          refused(6, "expected \"name = value\"", "wedaal") + skipped(7, "expected \"name = value\"") +
+          skipped(8, "too long") + refused(9, "too long", "shnetz") + skipped(10, "too long") +
+          skipped(11, "expected \"name = value\""),
+      {{endpoint::awekas, REFUSED_URL},
+       {endpoint::windit, REFUSED_URL},
+       {endpoint::wedaal, REFUSED_URL},
+       {endpoint::shnetz, REFUSED_URL}});
 }
 
-// A directory can be opened but not read; then there is no file at all.
-TEST_F(Endpoints, HaveTheirDefaultsWithAFileThatCannotBeRead) {
-  std::filesystem::create_directory(path);
-  ::testing::internal::CaptureStderr();
-  load_endpoints();
-  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Error: " + path.string() + ": Is a directory\n");
-  std::filesystem::remove(path);
+TEST_F(Endpoints, HaveTheirDefaultsWithoutAFile) {
   ::testing::internal::CaptureStderr();
   load_endpoints();
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(in_effect(), defaults);
+}
+
+// One that can be opened and not read, and two that cannot be opened.
+TEST_F(Endpoints, AreAllRefusedWithAFileThatCannotBeRead) {
+  const auto expect_refused = [&](const std::string& reason) {
+    ::testing::internal::CaptureStderr();
+    load_endpoints();
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "Error: " + path.string() + ": " + reason + "; all uploads fail\n");
+    EXPECT_TRUE(is_each_refused());
+  };
+  std::filesystem::create_directory(path);
+  expect_refused("Is a directory");
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink(path, path);
+  expect_refused("Too many levels of symbolic links");
+  std::filesystem::remove_all(path.parent_path());
+  appliance.write("/etc/skypost", "not a directory");
+  expect_refused("Not a directory");
+}
+
+// What came of the file before the fault counts no more than the half line at the end.
+TEST_F(Endpoints, ObeyNothingOfAFileThatCannotBeReadToItsEnd) {
+  std::string rows = "awekas = http://a.example\nwedaal = http:";
+  const cookie_io_functions_t half_readable = {
+      .read = [](void* text, char* buffer, std::size_t size) -> ssize_t {
+        std::string& rest = *static_cast<std::string*>(text);
+        if (rest.empty()) {
+          errno = EIO;
+          return -1;
+        }
+        const std::size_t count = rest.copy(buffer, size);
+        rest.erase(0, count);
+        return static_cast<ssize_t>(count);
+      },
+      .write = nullptr,
+      .seek = nullptr,
+      .close = nullptr};
+  std::FILE* const file = fopencookie(&rows, "r", half_readable);
+  ::testing::internal::CaptureStderr();
+  read_endpoints(file, "endpoints");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "Error: endpoints: Input/output error; all uploads fail\n");
+  std::fclose(file);
+  EXPECT_TRUE(is_each_refused());
 }
 
 }  // namespace

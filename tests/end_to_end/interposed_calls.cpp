@@ -37,6 +37,8 @@ namespace {
 
 constexpr int NOTHING_FAILED = 99;
 
+constexpr int STREAM_ERROR = 0x20;  // what glibc's ferror() looks at
+
 bool has_failed = false;
 
 // The shell and what it starts are left alone.
@@ -115,7 +117,7 @@ INTERPOSE(std::FILE*,  popen,         nullptr, (const char* command, const char*
 INTERPOSE(int,         system,        -1,      (const char* command), (command), trace("system", command))
 INTERPOSE(std::size_t, fread,         0,       (void* place, std::size_t size, std::size_t count, std::FILE* file), (place, size, count, file))
 INTERPOSE(char*,       fgets,         nullptr, (char* place, int size, std::FILE* file), (place, size, file))
-INTERPOSE(int,         getc,          EOF,     (std::FILE* file), (file))
+INTERPOSE(int,         getc,          (file->_flags |= STREAM_ERROR, EOF), (std::FILE* file), (file))
 INTERPOSE(std::size_t, fwrite,        0,       (const void* data, std::size_t size, std::size_t count, std::FILE* file), (data, size, count, file))
 INTERPOSE(int,         fputs,         EOF,     (const char* text, std::FILE* file), (text, file))
 INTERPOSE(int,         setvbuf,       -1,      (std::FILE* file, char* buffer, int mode, std::size_t size), (file, buffer, mode, size))

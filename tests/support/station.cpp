@@ -93,8 +93,8 @@ std::string local_servers() {
     const std::string server = endpoint_value(endpoint{row});
     const std::size_t scheme_end = server.find("://");
     const std::string scheme = scheme_end == std::string::npos ? "" : server.substr(0, scheme_end + 3);
-    if (server.find('@') == std::string::npos)
-      lines += std::string(endpoint_name(endpoint{row})) + " = " + scheme + "127.0.0.1\n";
+    const bool is_server = server.find('.') != std::string::npos && server.find('@') == std::string::npos;
+    if (is_server) lines += std::string(endpoint_name(endpoint{row})) + " = " + scheme + "127.0.0.1\n";
   }
   return lines;
 }

@@ -16,7 +16,8 @@
 namespace skypost::testing {
 namespace {
 
-constexpr upload_spec SPEC = {.debug_header = "\nNETWORK\n%s\n",
+constexpr upload_spec SPEC = {.server = endpoint::windit,
+                              .debug_header = "\nNETWORK\n%s\n",
                               .success = "OK",
                               .failure_format = "upload failed: %s",
                               .no_response_text = "no response"};
