@@ -1,4 +1,5 @@
-// The endpoint file. Whatever it contains, no value can break out of its place in a command or a URL.
+// The endpoint file. Whatever it contains, a row's value is bounded and cannot leave its place in a command, a URL or
+// an APRS login, and a success text is one line.
 
 #include <cstdio>
 
@@ -14,12 +15,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   read_endpoints(file, "endpoints");
   std::fclose(file);
 
-  for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {
-    const std::string_view value = endpoint_value(static_cast<endpoint>(row));
-    fuzz::require(!value.empty() && value.front() != '-', "a value that no program mistakes for an option");
-    fuzz::require(value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
-                                          ".:/@_+-") == std::string_view::npos,
-                  "plain characters");
+  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) {
+    const auto row = static_cast<endpoint>(i);
+    const std::string_view value = endpoint_value(row);
+    const bool is_server = row != endpoint::aprs_software && row != endpoint::aprs_path;
+    fuzz::require(!value.empty() && value.size() <= ENDPOINT_CAPACITY, "a value, and not too long");
+    fuzz::require(is_alphanumeric(value, is_server ? ".:/@_+-~" : "._-* "), "plain characters");
+    fuzz::require(!is_server || value.front() != '-', "a value that no program takes for an option");
+    // Without the other two, nothing is sent at all.
+    fuzz::require(!is_refused(row) || !is_server || value.ends_with(".invalid"), "a server that is none");
+    const std::string_view text = endpoint_success_text(row);
+    fuzz::require(
+        text.size() <= SUCCESS_TEXT_CAPACITY && text.find_first_of("\r\n") == std::string_view::npos,
+        "one line, and not too long");
+    fuzz::require(text.empty() || (value.starts_with("http") && !is_refused(row)), "that of a URL");
   }
   return 0;
 }
