@@ -202,7 +202,7 @@ TEST_F(Preview, SaysTheSameToATerminalAndToABrowser) {
   station.change("set latitude_degrees=-1");
   station.change("set idokep_enabled=0");
   preview_page whole = station.page(all_ids());
-  whole.warnings = {"endpoints line 3: unknown name. The line is skipped."};
+  whole.warnings = {"endpoints line 3: unknown name; the line is skipped."};
   const texts text = words_of(as_text(whole));
   ASSERT_GT(text.size(), 500U);
   EXPECT_EQ(text, words_of(text_of_page(as_html(whole))));
@@ -284,14 +284,13 @@ TEST_F(PreviewTool, PreparesTheSettingsAndLooksAtTheLastRunAsARunDoes) {
   EXPECT_TRUE(contains(shown("wetterarchiv"), "NOT SENT: last served 10"));
 }
 
-TEST_F(PreviewTool, TellsWhatIsSkippedOfTheEndpointFile) {
+TEST_F(PreviewTool, TellsWhatIsWrongWithTheEndpointFile) {
   station.folder.write(ENDPOINTS_PATH, "windit = http://windit.example.org\nnothing = here\n");
   EXPECT_TRUE(
-      contains(shown(""), "\nWARNING:  /etc/skypost/endpoints line 2: unknown name. The line is skipped.\n"));
+      contains(shown(""), "\nWARNING:  /etc/skypost/endpoints line 2: unknown name; the line is skipped.\n"));
   std::filesystem::remove(station.folder.path(ENDPOINTS_PATH));
   station.change(std::string("folder ") + ENDPOINTS_PATH);
-  EXPECT_TRUE(
-      contains(shown(""), "\nWARNING:  /etc/skypost/endpoints: Is a directory. The file is skipped.\n"));
+  EXPECT_TRUE(contains(shown(""), "\nWARNING:  /etc/skypost/endpoints: Is a directory; all uploads fail.\n"));
 }
 
 TEST_F(PreviewTool, NamesWhateverItCanShow) {

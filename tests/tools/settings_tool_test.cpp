@@ -120,21 +120,21 @@ TEST_F(SettingsTool, NamesAndShowsEverySetting) {
 
 TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
   station.change("only wetterpage24");
-  const auto expect_checked = [&](const std::string& skipped) {
-    const std::string status = skipped.empty() ? "" : "-> 1\n";
-    EXPECT_EQ(run("check --report=/report /home/nimbulog/nimbulog.conf"),
-              (skipped.empty() ? "Nothing wrong found.\n"
-                               : ENDPOINTS_PATH + skipped + " is skipped until that is corrected.\n") +
-                  status);
+  const auto expect_checked = [&](const std::string& fault) {
+    const std::string status = fault.empty() ? "" : "-> 1\n";
+    EXPECT_EQ(
+        run("check --report=/report /home/nimbulog/nimbulog.conf"),
+        (fault.empty() ? "Nothing wrong found.\n" : ENDPOINTS_PATH + fault + ". Correct it.\n") + status);
     EXPECT_EQ(run("check --quiet --report /report"), status);
   };
   ::testing::internal::CaptureStderr();
   expect_checked("");
   station.folder.write(ENDPOINTS_PATH, "windit = http://windit.example/\n");
-  expect_checked(" line 1: remove the trailing slash. The line");
+  expect_checked(
+      " line 1: remove the trailing slash; uploads that use windit fail unless a later line sets it");
   fs::remove(station.folder.path(ENDPOINTS_PATH));
   station.change(std::string("folder ") + ENDPOINTS_PATH);
-  expect_checked(": Is a directory. The file");
+  expect_checked(": Is a directory; all uploads fail");
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 

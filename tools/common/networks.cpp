@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 #include <sstream>
 
-#include "base/endpoints.h"
 #include "base/paths.h"
+#include "channels/channels.h"
 #include "common/settings_file.h"
 #include "common/similar_name.h"
+#include "networks/networks.h"
 #include "settings/field_descriptions.h"
 
 namespace skypost {
@@ -61,33 +63,35 @@ std::vector<handed_out> all_handed_out() {
   return all;
 }
 
-std::string endpoint_name_of(const outgoing& upload, std::string_view server) {
-  const std::string_view id = upload.id;
-  std::string_view found;
-  for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) {
-    const std::string_view name = endpoint_name(endpoint{row});
-    const bool is_related = id.starts_with(name) || name.starts_with(id);
-    if (is_related && server.ends_with(endpoint_value(endpoint{row})) && (found.empty() || name == id))
-      found = name;
-  }
-  return std::string(found);
+endpoint server_of(const outgoing& upload, const settings_record& settings) {
+  const outgoing& service = &upload == &IDOKEP ? idokep_service(settings) : upload;
+  return static_cast<const http_network&>(service).reply.server;
 }
 
-std::string in_endpoint_file(const std::string& name) {
-  return name + " in " + appliance_path(ENDPOINTS_PATH);
+std::span<const endpoint> needed_by(const outgoing& upload, const settings_record& settings) {
+  if (&upload == &CWOP) return CWOP_ENDPOINTS;
+  if (&upload == &APRS) return APRS_ENDPOINTS;
+  if (&upload == &BORGERVEJR) return mail_endpoints(settings);
+  return {};
 }
 
-std::vector<std::string> skipped_by(const std::string& errors) {
+std::vector<endpoint> refused_among(std::span<const endpoint> rows) {
+  std::vector<endpoint> refused;
+  std::copy_if(rows.begin(), rows.end(), std::back_inserter(refused), is_refused);
+  return refused;
+}
+
+std::string in_endpoint_file(endpoint row) {
+  return endpoint_name(row) + (" in " + appliance_path(ENDPOINTS_PATH));
+}
+
+std::vector<std::string> endpoint_faults(const std::string& errors) {
   constexpr std::string_view START = "Error: ";
-  const std::string start_of_line = appliance_path(ENDPOINTS_PATH) + " line ";
-  std::vector<std::string> skipped;
+  std::vector<std::string> faults;
   std::istringstream lines(errors);
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with(START)) line.erase(0, START.size());
-    skipped.push_back(line +
-                      (line.starts_with(start_of_line) ? ". The line is skipped" : ". The file is skipped"));
-  }
-  return skipped;
+  for (std::string line; std::getline(lines, line);)
+    faults.push_back(line.starts_with(START) ? line.substr(START.size()) : line);
+  return faults;
 }
 
 bool is_unknown_server(std::string_view server) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/endpoints.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
 
@@ -37,14 +39,20 @@ struct handed_out {
 // All of them, in the order of a run, each rapid-fire variant after its step's own.
 std::vector<handed_out> all_handed_out();
 
-// The endpoint-file name of the server of an HTTP upload; `server` ends with its value.
-std::string endpoint_name_of(const outgoing& upload, std::string_view server);
+// The row of the endpoint file with the server of an HTTP upload.
+endpoint server_of(const outgoing& upload, const settings_record& settings);
 
-// Where the owner finds an entry of the endpoint file: "windit in /etc/skypost/endpoints".
-std::string in_endpoint_file(const std::string& name);
+// The rows without which a packet or a mail is not sent. Other uploads have none.
+std::span<const endpoint> needed_by(const outgoing& upload, const settings_record& settings);
 
-// The errors in the endpoint file, each with what is skipped because of it, without a full stop.
-std::vector<std::string> skipped_by(const std::string& errors);
+// Those that are refused.
+std::vector<endpoint> refused_among(std::span<const endpoint> rows);
+
+// Where the owner finds a row of the endpoint file: "windit in /etc/skypost/endpoints".
+std::string in_endpoint_file(endpoint row);
+
+// The errors in the endpoint file, each with what follows from it, without a full stop.
+std::vector<std::string> endpoint_faults(const std::string& errors);
 
 // True if the server is a placeholder in .invalid, because the network's server is not known. `server` is a host,
 // optionally with a scheme and a port.

@@ -60,12 +60,17 @@ void warn_of_unknown_server(step_preview& preview, std::string_view server, cons
     preview.warnings.push_back("the network's server is not known: set " + where_to_set);
 }
 
-void describe_request(step_preview& preview, const handed_out& one) {
+std::string no_value_for(endpoint row) { return "no valid value for " + in_endpoint_file(row); }
+
+void describe_request(step_preview& preview, const handed_out& one, const settings_record& settings) {
   const request_parts& request = preview.request;
   preview.how = request.method;
   preview.where = {request.server + request.path};
-  warn_of_unknown_server(preview, request.server,
-                         in_endpoint_file(endpoint_name_of(one.upload, request.server)));
+  const endpoint row = server_of(one.upload, settings);
+  if (is_refused(row))
+    preview.warnings.push_back(no_value_for(row));
+  else
+    warn_of_unknown_server(preview, request.server, in_endpoint_file(row));
 }
 
 void describe_file(step_preview& preview, const handed_out& one) {
@@ -78,7 +83,7 @@ void describe_file(step_preview& preview, const handed_out& one) {
 void warn_of_unknown_cwop_servers(step_preview& preview) {
   texts unknown;
   for (const endpoint row : {endpoint::cwop_first, endpoint::cwop_second})
-    if (is_unknown_server(endpoint_value(row))) unknown.push_back(in_endpoint_file(endpoint_name(row)));
+    if (!is_refused(row) && is_unknown_server(endpoint_value(row))) unknown.push_back(in_endpoint_file(row));
   const char* const fault = unknown.size() == 1 ? "this server is not known; only the other is tried: set "
                                                 : "the network's server is not known: set ";
   for (const std::string& where_to_set : unknown) preview.warnings.push_back(fault + where_to_set);
@@ -115,7 +120,7 @@ void describe_mail(step_preview& preview) {
 void describe_way(step_preview& preview, const handed_out& one, const preview_inputs& inputs) {
   switch (one.upload.carried_by) {
     case carrier::http:
-      return describe_request(preview, one);
+      return describe_request(preview, one, inputs.source.settings);
     case carrier::file:
       return describe_file(preview, one);
     case carrier::aprs:
@@ -143,6 +148,8 @@ step_preview preview_of(const handed_out& one, const preview_inputs& inputs) {
   preview.obstacles = obstacles_of(one, inputs);
   compose_content(preview, one.upload, inputs);
   describe_way(preview, one, inputs);
+  for (const endpoint row : refused_among(needed_by(one.upload, inputs.source.settings)))
+    preview.obstacles.push_back(no_value_for(row));
   if (*inputs.source.host.hardware_address == '\0' && is_hardware_address_told(one.upload, inputs.source))
     preview.warnings.push_back("ifconfig shows no hardware address of eth0 after \"HWaddr\"; " +
                                network_of(one.step) + " identifies the station by it");

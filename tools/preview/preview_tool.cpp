@@ -67,7 +67,7 @@ command_line read_command_line(words arguments) {
 void load_endpoints_into(std::vector<std::string>& warnings) {
   kept_text errors;
   load_endpoints(errors.stream());
-  for (const std::string& skipped : skipped_by(errors.text())) warnings.push_back(skipped + '.');
+  for (const std::string& fault : endpoint_faults(errors.text())) warnings.push_back(fault + '.');
 }
 
 // What start-up does before it asks for the report.

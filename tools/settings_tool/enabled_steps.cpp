@@ -12,24 +12,26 @@ namespace {
 
 constexpr std::string_view SCHEME_END = "://";
 
-called_server server_of(const outgoing& upload) {
+called_server called_by(const outgoing& upload) {
   const std::string server = take_apart(text_of(upload, station_without_values(""))).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
   const std::size_t host = scheme_end + SCHEME_END.size();
   return {.scheme = server.substr(0, scheme_end),
           .host = server.substr(host, server.find(':', host) - host),
-          .named_by = in_endpoint_file(endpoint_name_of(upload, server))};
+          .named_by = in_endpoint_file(server_of(upload, station_settings))};
 }
 
-// The step's own server, and that of its rapid-fire variant if it is another.
+// The step's own server, and that of its rapid-fire variant if it is another. Of a refused row there is none.
 std::vector<called_server> http_servers_of(const run_step& step) {
   std::vector<called_server> servers;
   for (const handed_out& one : handed_out_by(step)) {
     if (one.upload.carried_by != carrier::http) continue;
-    called_server server = server_of(one.upload);
+    const endpoint row = server_of(one.upload, station_settings);
+    if (is_refused(row)) continue;
+    if (one.rapid != nullptr && row == server_of(*step.upload, station_settings)) continue;
+    called_server server = called_by(one.upload);
     server.switched_by = switch_of(step);
     if (one.rapid != nullptr) {
-      if (server.named_by == servers.front().named_by) continue;
       server.title = "rapid-fire server";
       server.switched_by = description_of(*one.rapid->rapid_enabled).name;
       server.loss = "only the regular uploads are sent there";
@@ -44,7 +46,7 @@ std::vector<called_server> cwop_servers() {
   const auto server_at = [](endpoint row, endpoint other, const char* title) {
     called_server server{.scheme = "",
                          .host = endpoint_value(row),
-                         .named_by = in_endpoint_file(endpoint_name(row)),
+                         .named_by = in_endpoint_file(row),
                          .title = title,
                          .switched_by = description_of(cwop_enabled).name};
     if (!is_unknown_server(endpoint_value(other))) server.loss = "only the other is tried";
@@ -76,6 +78,7 @@ std::vector<handed_out> handed_out_by(const run_step& step) {
 }
 
 std::vector<called_server> servers_of(const run_step& step) {
+  if (!refused_among(needed_by(*step.upload, station_settings)).empty()) return {};
   if (step.upload == &CWOP) return cwop_servers();
   if (step.upload == &APRS && !station_settings.text(aprs_host).empty())
     return {{.scheme = "",

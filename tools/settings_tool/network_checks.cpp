@@ -109,8 +109,8 @@ void check_servers(const checked_appliance& appliance, findings& found) {
 }
 
 void check_endpoint_file(const checked_appliance& appliance, findings& found) {
-  for (const std::string& skipped : skipped_by(appliance.endpoint_errors))
-    found.push_back(skipped + " until that is corrected.");
+  for (const std::string& fault : endpoint_faults(appliance.endpoint_errors))
+    found.push_back(fault + ". Correct it.");
 }
 
 void check_position(const checked_appliance&, findings& found) {
