@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 
 #include "live/live_record.h"
 
@@ -16,13 +17,19 @@ namespace {
 
 constexpr std::uint32_t READ_BUDGET = REPORT_CAPACITY - 1;  // the NUL needs the last byte
 constexpr std::uint32_t CHUNK_SIZE = 32'768;
-constexpr timeval LIMIT = {.tv_sec = 5, .tv_usec = 0};  // for connect() and each recv()
-constexpr useconds_t PAUSE_AFTER_CHUNK = 100;           // microseconds
+constexpr useconds_t PAUSE_AFTER_CHUNK = 100;  // microseconds
 
-// Reads the report from a connected socket; returns its length in bytes.
-std::uint32_t read_report(int connection, report_buffer& report) {
+std::int64_t milliseconds_now() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec * 1'000LL + now.tv_nsec / 1'000'000;
+}
+
+// Reads the report from a connected socket; returns its length in bytes. No recv() outlasts its limit, however slowly
+// the bytes arrive, so the last one starts early enough to end by the deadline.
+std::uint32_t read_report(int connection, std::int64_t deadline, report_buffer& report) {
   std::uint32_t length = 0;
-  while (READ_BUDGET - length > CHUNK_SIZE) {
+  while (READ_BUDGET - length > CHUNK_SIZE && milliseconds_now() + report_limits.wait <= deadline) {
     const ssize_t count = recv(connection, report + length, CHUNK_SIZE, MSG_WAITALL);
     if (count <= 0) break;
     usleep(PAUSE_AFTER_CHUNK);
@@ -35,13 +42,15 @@ std::uint32_t read_report(int connection, report_buffer& report) {
 // Connects and reads; returns 0, or -1 after writing the reason.
 std::int32_t fetch_over(int connection, report_buffer& report, const char* host, std::uint16_t port,
                         std::FILE* errors) {
+  const std::int64_t deadline = milliseconds_now() + report_limits.whole;
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = inet_addr(host);
   address.sin_port = htons(port);
 
-  if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &LIMIT, sizeof LIMIT) != 0 ||
-      setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &LIMIT, sizeof LIMIT) != 0) {
+  const timeval limit = {.tv_sec = report_limits.wait / 1'000, .tv_usec = report_limits.wait % 1'000 * 1'000};
+  if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit) != 0 ||
+      setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit) != 0) {
     std::fprintf(errors, "error set socket options %s:%d: %s\n", host, port, std::strerror(errno));
     return -1;
   }
@@ -53,7 +62,7 @@ std::int32_t fetch_over(int connection, report_buffer& report, const char* host,
   }
   // A plain close sets no errno; do not report a stale one.
   errno = 0;
-  if (read_report(connection, report) == 0) {
+  if (read_report(connection, deadline, report) == 0) {
     std::fprintf(errors, "error read socket: %s", std::strerror(errno));
     return -1;
   }
@@ -61,6 +70,8 @@ std::int32_t fetch_over(int connection, report_buffer& report, const char* host,
 }
 
 }  // namespace
+
+constinit fetch_limits report_limits;
 
 std::int32_t fetch_live_data(report_buffer& report, const char* host, std::uint16_t port, std::FILE* errors) {
   live_data_stale = 1;

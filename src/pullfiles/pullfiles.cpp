@@ -1,12 +1,12 @@
 #include "pullfiles/pullfiles.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 #include "base/debug.h"
 #include "base/error_text.h"
 #include "base/paths.h"
+#include "base/regular_file.h"
 
 namespace skypost {
 namespace {
@@ -14,18 +14,14 @@ namespace {
 int write_into(const char* directory, const pull_file& pulled, const text_buffer& text) {
   path_text path(directory);
   path.append_text(pulled.name);
-  std::FILE* const file = std::fopen(path.c_str(), "we");
-  if (file == nullptr) {
+  const int file = open_shared_file(path.c_str());
+  if (file < 0) {
     error_text.clear();
     error_text.append("error open file %s: %s\n", path.c_str(), std::strerror(errno));
     return -1;
   }
   if (pulled.debug_title != nullptr) debug_print("\n%s\n%s\n", pulled.debug_title, text.c_str());
-  // The web server may be reading the file that was just emptied. Unbuffered, the text is written in one
-  // call, which keeps that window short.
-  std::setvbuf(file, nullptr, _IONBF, 0);
-  std::fwrite(text.c_str(), 1, text.length(), file);
-  std::fclose(file);
+  replace_content(file, path.c_str(), text.view());
   return 0;
 }
 

@@ -1,10 +1,13 @@
 #include "run/last_run.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 
 #include "base/paths.h"
+#include "base/regular_file.h"
 
 namespace skypost {
 namespace {
@@ -16,11 +19,14 @@ constexpr long long AGE_AFTER_CLOCK_CHANGE = 1'000;
 
 long long last_run_age(long long now) {
   const path_text path(LAST_RUN_PATH);
-  std::FILE* const file = std::fopen(path.c_str(), "re");
-  if (file == nullptr) return AGE_UNKNOWN;
+  struct stat status {};
+  const int file = open_regular_file(path.c_str(), O_RDONLY | O_NOFOLLOW, status);
+  if (file < 0) return AGE_UNKNOWN;
   char text[101];
-  text[std::fread(text, 1, sizeof text - 1, file)] = '\0';
-  std::fclose(file);
+  const ssize_t count = read(file, text, sizeof text - 1);
+  close(file);
+  if (count <= 0) return AGE_UNKNOWN;
+  text[count] = '\0';
 
   char* end = text;
   errno = 0;
@@ -32,10 +38,11 @@ long long last_run_age(long long now) {
 
 void write_last_run(long long now) {
   const path_text path(LAST_RUN_PATH);
-  std::FILE* const file = std::fopen(path.c_str(), "we");
-  if (file == nullptr) return;
-  std::fprintf(file, "%lld", now);
-  std::fclose(file);
+  const int file = open_shared_file(path.c_str());
+  if (file < 0) return;
+  fixed_text<20> text;
+  text.append("%lld", now);
+  replace_content(file, path.c_str(), text.view());
 }
 
 }  // namespace skypost

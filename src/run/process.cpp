@@ -42,6 +42,9 @@ void prepare_process() {
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
   umask(022);
+  // MeteoNews is judged by wget's English messages. A shell in a language of two-byte characters takes a byte of some of
+  // them for a quote or a backslash, and what a network answered for a command.
+  setenv("LC_ALL", "C", 1);
 }
 
 void limit_wget() {

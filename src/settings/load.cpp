@@ -1,7 +1,6 @@
 #include "settings/load.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -9,6 +8,7 @@
 
 #include "base/board.h"
 #include "base/paths.h"
+#include "base/regular_file.h"
 #include "base/shell.h"
 #include "settings/byte_order.h"
 #include "settings/defaults.h"
@@ -44,11 +44,9 @@ void open_gap(settings_record& record) {
                SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
 }
 
-// Reads the open file into the record; returns -1 if it cannot be used, otherwise 0.
-std::int32_t read_settings_file(int file, settings_record& record) {
-  struct stat status {};
-  if (fstat(file, &status) != 0) return -1;
-  const bool size_unlisted = is_size_unlisted(status.st_size, this_board().platform);
+// Reads the open file of `size` bytes into the record; returns -1 if it cannot be used, otherwise 0.
+std::int32_t read_settings_file(int file, std::int64_t size, settings_record& record) {
+  const bool size_unlisted = is_size_unlisted(size, this_board().platform);
 
   const std::int64_t count = read(file, record.bytes, SETTINGS_SIZE);
   if (count <= 0) return -1;
@@ -96,8 +94,9 @@ std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unliste
 
 std::int32_t load_settings(settings_record& record) {
   const path_text path(SETTINGS_PATH);
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  const std::int32_t result = file < 0 ? -1 : read_settings_file(file, record);
+  struct stat status {};
+  const int file = open_regular_file(path.c_str(), O_RDONLY, status);
+  const std::int32_t result = file < 0 ? -1 : read_settings_file(file, status.st_size, record);
   if (file >= 0) close(file);
   if (result != 0) set_default_settings(record);
   return result;
