@@ -77,7 +77,7 @@ void trace(const char* call, std::string_view what) {
   if (path == nullptr) return;
   const std::string line = std::string(call) + ' ' + std::string(what.substr(0, what.find('\n'))) + '\n';
   const int file = open(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-  if (write(file, line.data(), line.size()) < 0) std::abort();
+  if (real<ssize_t(int, const void*, std::size_t)>("write")(file, line.data(), line.size()) < 0) std::abort();
   real<int(int)>("close")(file);
 }
 
@@ -112,17 +112,18 @@ struct watch {
   }
 
 // clang-format off
-INTERPOSE(std::FILE*,  fopen64,       nullptr, (const char* path, const char* mode), (path, mode), if (*mode == 'w') trace("write", path))
+INTERPOSE(std::FILE*,  fopen64,       nullptr, (const char* path, const char* mode), (path, mode))
 INTERPOSE(std::FILE*,  popen,         nullptr, (const char* command, const char* mode), (command, mode), trace("popen", command))
 INTERPOSE(int,         system,        -1,      (const char* command), (command), trace("system", command))
 INTERPOSE(std::size_t, fread,         0,       (void* place, std::size_t size, std::size_t count, std::FILE* file), (place, size, count, file))
 INTERPOSE(char*,       fgets,         nullptr, (char* place, int size, std::FILE* file), (place, size, file))
 INTERPOSE(int,         getc,          (file->_flags |= STREAM_ERROR, EOF), (std::FILE* file), (file))
-INTERPOSE(std::size_t, fwrite,        0,       (const void* data, std::size_t size, std::size_t count, std::FILE* file), (data, size, count, file))
 INTERPOSE(int,         fputs,         EOF,     (const char* text, std::FILE* file), (text, file))
-INTERPOSE(int,         setvbuf,       -1,      (std::FILE* file, char* buffer, int mode, std::size_t size), (file, buffer, mode, size))
 INTERPOSE(int,         fstat64,       -1,      (int file, struct stat64* status), (file, status))
 INTERPOSE(ssize_t,     read,          -1,      (int file, void* place, std::size_t size), (file, place, size))
+INTERPOSE(ssize_t,     write,         -1,      (int file, const void* data, std::size_t size), (file, data, size))
+INTERPOSE(int,         fallocate64,   -1,      (int file, int how, off64_t first, off64_t size), (file, how, first, size))
+INTERPOSE(int,         ftruncate64,   -1,      (int file, off64_t size), (file, size))
 INTERPOSE(int,         socket,        -1,      (int domain, int type, int protocol), (domain, type, protocol))
 INTERPOSE(int,         setsockopt,    -1,      (int file, int level, int option, const void* value, socklen_t size), (file, level, option, value, size))
 INTERPOSE(int,         connect,       -1,      (int file, const sockaddr* address, socklen_t size), (file, address, size))
@@ -144,6 +145,7 @@ extern "C" int open64(const char* path, int how, ...) {
   va_start(arguments, how);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
+  if ((how & O_ACCMODE) == O_WRONLY) trace("write", path);
   if (is_to_fail("open64")) return -1;
   return real<int(const char*, int, ...)>("open64")(path, how, mode);
 }

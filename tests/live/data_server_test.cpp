@@ -47,6 +47,16 @@ TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
   EXPECT_TRUE(text.starts_with(report));
 }
 
+// One that sends a byte now and then is heard for the whole time of a fetch, and no longer: the limits are shorter here.
+TEST(DataServer, IsGivenUpWhenItTrickles) {
+  const fetch_limits usual = report_limits;
+  report_limits = {.wait = 500, .whole = 600};
+  const std::size_t length = fetched(std::vector<std::string>(30, "7")).size();
+  report_limits = usual;
+  EXPECT_GT(length, 0U);
+  EXPECT_LT(length, 30U);
+}
+
 // A server that never accepts costs five seconds, not the system's two minutes, and the record is stale.
 TEST(DataServer, IsGivenUpIfItsQueueIsFull) {
   const sim::full_server server;
