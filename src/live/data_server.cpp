@@ -25,8 +25,8 @@ std::int64_t milliseconds_now() {
   return now.tv_sec * 1'000LL + now.tv_nsec / 1'000'000;
 }
 
-// Reads the report from a connected socket; returns its length in bytes. No recv() outlasts its limit, however slowly
-// the bytes arrive, so the last one starts early enough to end by the deadline.
+// Reads the report from a connected socket; returns its length in bytes. A recv() does not outlast its limit
+// even if bytes trickle in, so the last one starts early enough to end by the deadline.
 std::uint32_t read_report(int connection, std::int64_t deadline, report_buffer& report) {
   std::uint32_t length = 0;
   while (READ_BUDGET - length > CHUNK_SIZE && milliseconds_now() + report_limits.wait <= deadline) {

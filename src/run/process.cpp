@@ -42,8 +42,8 @@ void prepare_process() {
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
   umask(022);
-  // MeteoNews is judged by wget's English messages. A shell in a language of two-byte characters takes a byte of some of
-  // them for a quote or a backslash, and what a network answered for a command.
+  // MeteoNews is judged by wget's English messages. In a locale such as GBK, a shell can take the backslash before a
+  // quote for half a character, and then run part of a server's reply.
   setenv("LC_ALL", "C", 1);
 }
 

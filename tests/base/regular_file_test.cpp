@@ -1,4 +1,4 @@
-// How a file that others read is replaced: nobody sees it half written, and it stays the owner's file.
+// How a file that others read is replaced: never seen empty, not lost on a full disk, and still the same file.
 
 #include "base/regular_file.h"
 

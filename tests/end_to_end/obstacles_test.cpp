@@ -1,5 +1,5 @@
-// What somebody else may have put in a file's place: the program neither follows it nor waits for it, says so where a
-// file that cannot be opened is reported, and goes on.
+// What another user may have put in a file's place: the program neither follows it nor waits for it, reports it where it
+// reports a file that cannot be opened, and goes on.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -41,7 +41,7 @@ class obstacles : public program {
   obstacles() { interpose("HASTE", "100"); }
   ~obstacles() override { close(reader_); }
 
-  // Puts the obstacle in the place of a file; behind a link is one that holds `content`.
+  // Replaces the file at `place` by the obstacle. A link leads to a file that holds `content`.
   void put(obstacle what, const std::string& place, const std::string& content) {
     const fs::path path = all.board.path(place);
     fs::remove_all(path);

@@ -64,10 +64,10 @@ TEST_F(program, lets_everybody_read_the_pull_files_whatever_its_parents_umask) {
   }
 }
 
-// MeteoNews is judged by English messages, and a shell in some languages takes a part of a character for a quote.
+// Otherwise MeteoNews would be judged by messages in another language.
 TEST_F(program, starts_other_programs_in_english_whatever_its_own_language) {
   enable_only({&windfinder_enabled, &borgervejr_enabled});
-  all.peers.set_answer("windfinder", sim::answer::bad);
+  all.peers.set_reply("windfinder", sim::reply_kind::bad);
   constexpr char SCRIPT[] = "#!/bin/sh\necho \"${0##*/} $LC_ALL\" >> \"$SKYPOST_ROOT/languages\"\n";
   fs::remove(all.board.path(MAIL_PROGRAM_PATH));
   for (const char* const started : {ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH}) {

@@ -47,7 +47,7 @@ TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
   EXPECT_TRUE(text.starts_with(report));
 }
 
-// One that sends a byte now and then is heard for the whole time of a fetch, and no longer: the limits are shorter here.
+// The server sends for 1.5 seconds, which is longer than the whole fetch may take here.
 TEST(DataServer, IsGivenUpWhenItTrickles) {
   const fetch_limits usual = report_limits;
   report_limits = {.wait = 500, .whole = 600};
