@@ -10,7 +10,6 @@
 
 #include "support/appliance_folder.h"
 #include "support/small_disk.h"
-#include "support/station.h"
 
 namespace skypost::testing {
 namespace {
@@ -40,7 +39,7 @@ TEST_F(SharedFile, StaysTheSameFileWithNothingOfALongerTextLeft) {
   ASSERT_EQ(stat(path.c_str(), &before), 0);
   replace("short");
   ASSERT_EQ(stat(path.c_str(), &after), 0);
-  EXPECT_EQ(read_whole_file(path), "short");
+  EXPECT_EQ(sim::read_file(path), "short");
   EXPECT_EQ(after.st_ino, before.st_ino);
   EXPECT_EQ(after.st_mode, before.st_mode);
   EXPECT_EQ(after.st_uid, before.st_uid);
@@ -51,7 +50,7 @@ TEST_F(SharedFile, IsNeverSeenEmptyByAReader) {
   std::atomic<bool> is_over = false;
   int empty = 0;
   std::thread reader([&] {
-    while (!is_over) empty += read_whole_file(path).empty() ? 1 : 0;
+    while (!is_over) empty += sim::read_file(path).empty() ? 1 : 0;
   });
   for (std::size_t i = 0; i < 200; ++i) replace(std::string(i % 2 == 0 ? 3'000 : 2'000, 'x'));
   is_over = true;
