@@ -1,5 +1,7 @@
 #include "base/endpoints.h"
 
+#include <fcntl.h>
+
 #include <cerrno>
 #include <cstring>
 #include <iterator>
@@ -7,6 +9,7 @@
 
 #include "base/error_text.h"
 #include "base/paths.h"
+#include "base/regular_file.h"
 
 namespace skypost {
 namespace {
@@ -252,7 +255,9 @@ void read_endpoints(std::FILE* file, const char* path, std::FILE* errors) {
 void load_endpoints(std::FILE* errors) {
   reset_endpoints();
   const path_text path(ENDPOINTS_PATH);
-  std::FILE* const file = std::fopen(path.c_str(), "re");
+  struct stat status {};
+  const int descriptor = open_regular_file(path.c_str(), O_RDONLY, status);
+  std::FILE* const file = descriptor < 0 ? nullptr : fdopen(descriptor, "r");
   if (file == nullptr) {
     if (errno == ENOENT) return;
     complain_of_file(path.c_str(), errors);

@@ -27,7 +27,7 @@ int open_regular_file(const char* path, int flags, struct stat& status) {
   const int file = open(path, flags | O_NONBLOCK | O_CLOEXEC, 0666);
   if (file < 0) return -1;
   if (fstat(file, &status) != 0) return refuse(file, errno);
-  return S_ISREG(status.st_mode) ? file : refuse(file, ENXIO);
+  return S_ISREG(status.st_mode) ? file : refuse(file, S_ISDIR(status.st_mode) ? EISDIR : ENXIO);
 }
 
 int open_shared_file(const char* path) {

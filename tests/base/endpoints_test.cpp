@@ -4,6 +4,7 @@
 #include "base/endpoints.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -267,7 +268,7 @@ TEST_F(Endpoints, HaveTheirDefaultsWithoutAFile) {
   EXPECT_EQ(in_effect(), defaults);
 }
 
-// One that can be opened and not read, and two that cannot be opened.
+// Two that are no files (a FIFO would hang the start), and two that cannot be opened.
 TEST_F(Endpoints, AreAllRefusedWithAFileThatCannotBeRead) {
   const auto expect_refused = [&](const std::string& reason) {
     ::testing::internal::CaptureStderr();
@@ -278,6 +279,9 @@ TEST_F(Endpoints, AreAllRefusedWithAFileThatCannotBeRead) {
   };
   std::filesystem::create_directory(path);
   expect_refused("Is a directory");
+  std::filesystem::remove(path);
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  expect_refused("No such device or address");
   std::filesystem::remove(path);
   std::filesystem::create_symlink(path, path);
   expect_refused("Too many levels of symbolic links");
