@@ -119,7 +119,8 @@ constinit const http_network METEONEWS = {"meteonews",
                                            .debug_header = "\nMETEONEWS\n%s\n",
                                            .success = judge_meteonews,
                                            .failure_format = "upload to meteonews failed: %s",
-                                           .no_response_text = "no response from meteonews"}};
+                                           .no_response_text = "no response from meteonews",
+                                           .is_pipeline = true}};
 
 int upload_meteonews() { return upload_to(METEONEWS); }
 

@@ -176,6 +176,7 @@ constinit const http_network WEATHERFLOW_RAPID = {"weatherflow_rapid", compose_w
 constinit const http_network WEATHERFLOW = {"weatherflow", compose_weatherflow, upload_weatherflow,
                                             WEATHERFLOW_REPLY, &WEATHERFLOW_RAPID};
 
+// The server tells good from bad by its HTTP status alone, and says {} or nothing to a good report.
 constinit const http_network METOFFICE = {"metoffice",
                                           compose_metoffice,
                                           upload_metoffice_wow,
@@ -183,7 +184,8 @@ constinit const http_network METOFFICE = {"metoffice",
                                            .debug_header = "\nMETOFFICE\n%s\n",
                                            .success = {"success", reply_mode::breaks_to_blanks},
                                            .failure_format = "upload to metoffice failed: %s",
-                                           .no_response_text = "no response from metoffice"}};
+                                           .no_response_text = "no response from metoffice",
+                                           .status_0_is_success = true}};
 
 constinit const http_network PWSWEATHER = {"pwsweather",
                                            compose_pwsweather,

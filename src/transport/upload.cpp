@@ -1,5 +1,7 @@
 #include "transport/upload.h"
 
+#include <sys/wait.h>
+
 #include <cerrno>
 #include <cstring>
 
@@ -29,6 +31,13 @@ bool contains_success_text(std::string_view reply, endpoint server) {
   return !text.empty() && reply.find(text) != std::string_view::npos;
 }
 
+// wget's exit status, from that of the command and the number of bytes read. If the reply is full, wget may have met a
+// closed pipe, which says nothing about the upload.
+int status_of_wget(int status, std::size_t count, const upload_spec& spec) {
+  if (spec.is_pipeline || count == REPLY_CAPACITY || !WIFEXITED(status)) return NO_WGET_STATUS;
+  return WEXITSTATUS(status);
+}
+
 // How most networks are judged.
 int find_success_word(text_buffer& reply, const upload_spec& spec) {
   if (spec.success.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
@@ -38,7 +47,15 @@ int find_success_word(text_buffer& reply, const upload_spec& spec) {
   return fail_with_reply(spec, reply.view());
 }
 
+int judge_as_network(text_buffer& reply, std::size_t count, const upload_spec& spec) {
+  if (count == 0) return spec.judge_empty(spec);
+  if (spec.success.judge != nullptr) return spec.success.judge(reply, spec);
+  return find_success_word(reply, spec);
+}
+
 }  // namespace
+
+constinit int wget_status = NO_WGET_STATUS;
 
 std::size_t read_reply(text_buffer& reply, std::FILE* stream) {
   const std::size_t count = std::fread(reply.storage(), 1, reply.capacity(), stream);
@@ -54,6 +71,7 @@ text_buffer& strip_line_breaks(text_buffer& text) {
 }
 
 int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
+  wget_status = NO_WGET_STATUS;
   if (command.was_cut()) {
     error_text.clear();
     error_text.append("command longer than %zu characters, not run: %s", command.capacity(), command.c_str());
@@ -67,18 +85,16 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
   }
   reply_text reply;
   const std::size_t count = read_reply(reply, pipe);
-  const int result = judge_upload(reply, count, spec);
-  pclose(pipe);
-  return result;
+  wget_status = status_of_wget(pclose(pipe), count, spec);
+  return judge_upload(reply, count, spec);
 }
 
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec) {
-  if (count == 0) return spec.judge_empty(spec);
   // First, because the network's own test may truncate the reply.
-  const bool has_success_text = contains_success_text(reply.view(), spec.server);
-  const int result =
-      spec.success.judge != nullptr ? spec.success.judge(reply, spec) : find_success_word(reply, spec);
-  if (result == 0 || !has_success_text) return result;
+  const bool is_good_anyway =
+      (spec.status_0_is_success && wget_status == 0) || contains_success_text(reply.view(), spec.server);
+  const int result = judge_as_network(reply, count, spec);
+  if (result == 0 || !is_good_anyway) return result;
   error_text.clear();
   return 0;
 }

@@ -52,8 +52,17 @@ struct upload_spec {
 
   // Judges an empty reply. Returns 0, or -1 with the reason in `error_text`.
   int (*judge_empty)(const upload_spec& spec) = fail_without_response;
-  bool pipe_reason_first = false;  // reason before command in the failed-pipe text
+  bool pipe_reason_first = false;    // reason before command in the failed-pipe text
+  bool status_0_is_success = false;  // whatever the reply holds, and if it is empty
+  bool is_pipeline = false;          // so its exit status is not wget's
 };
+
+inline constexpr int NO_WGET_STATUS = -1;
+
+// The exit status of the latest upload's wget, or of the shell that could not run it. NO_WGET_STATUS if there is none:
+// nothing was run, a signal ended it, another command followed it in a pipeline, or its output filled the reply, so
+// that it may have failed to write the rest.
+extern int wget_status;
 
 // Reads `stream` to its end, or to the reply's capacity, and returns the number of bytes read. The text is
 // truncated at its first NUL.
@@ -67,7 +76,8 @@ text_buffer& strip_line_breaks(text_buffer& text);
 int upload_via_wget(const text_buffer& command, const upload_spec& spec);
 
 // Judges the reply to a command that printed `count` bytes. Returns 0, or -1 with the reason in `error_text`. The
-// owner's success text, anywhere in the reply, is as good as the network's own.
+// owner's success text, anywhere in the reply, is as good as the network's own, and so is a wget_status of 0 where
+// `spec` says so.
 int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec);
 
 // Building blocks for judgements. The first sets error_text to the failure text with `reply`, without line

@@ -1,0 +1,82 @@
+// The exit status of wget: which one the transport keeps, and Met Office WOW's verdict by it. A server that says {} to
+// every good report once alarmed the owner at each; an error that is taken for a good upload goes unnoticed.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/error_text.h"
+#include "networks/networks.h"
+
+namespace skypost::testing {
+namespace {
+
+class WgetStatus : public ::testing::Test {
+ protected:
+  ~WgetStatus() override { wget_status = NO_WGET_STATUS; }
+
+  // Runs `command` in wget's place.
+  static int upload(const http_network& network, const std::string& command) {
+    fixed_text<COMMAND_CAPACITY> text;
+    text.append_text(command);
+    error_text.clear();
+    return upload_via_wget(text, network.reply);
+  }
+};
+
+struct verdict {
+  int status;
+  const char* reply;
+  const char* reason;  // of a failure
+};
+
+TEST_F(WgetStatus, IsMetOfficesVerdict) {
+  static constexpr char EMPTY[] = "no response from metoffice";
+  static constexpr verdict VERDICTS[] = {
+      // clang-format off
+      {0, "",            ""},    {0, "{}",          ""},
+      {4, "",            EMPTY}, {4, "{}",          "upload to metoffice failed: {}"},
+      {6, "",            EMPTY}, {6, "a\\nb\\n", "upload to metoffice failed: a b "},
+      {8, "",            EMPTY}, {8, "no site",     "upload to metoffice failed: no site"},
+      {8, "a\\nsuccess", ""},  // other networks' word counts here, too
+      // clang-format on
+  };
+  for (const auto& [status, reply, reason] : VERDICTS) {
+    SCOPED_TRACE(std::to_string(status) + ' ' + reply);
+    const std::string command = std::string("printf '") + reply + "'; exit " + std::to_string(status);
+    EXPECT_EQ(upload(METOFFICE, command), *reason == '\0' ? 0 : -1);
+    EXPECT_EQ(error_text.view(), reason);
+    EXPECT_EQ(wget_status, status);
+  }
+}
+
+TEST_F(WgetStatus, SavesNoOtherNetwork) {
+  for (const http_network* network : {&WUNDERGROUND, &PWSWEATHER, &IDOKEP})
+    EXPECT_EQ(upload(*network, "echo {}"), -1);
+  EXPECT_EQ(upload(ANYTHINGWEATHER, "printf ''"), -1);
+  EXPECT_EQ(wget_status, 0);
+}
+
+TEST_F(WgetStatus, IsThereOnlyOfAWgetThatTheTransportWaitedFor) {
+  upload(METEONEWS, "exit 4");  // tail's, if it were not made up here
+  EXPECT_EQ(wget_status, NO_WGET_STATUS);
+  upload(METOFFICE, "kill -9 $$");
+  EXPECT_EQ(wget_status, NO_WGET_STATUS);
+  upload(METOFFICE, "exit 4");
+  EXPECT_EQ(wget_status, 4);
+  upload(METOFFICE, std::string(COMMAND_CAPACITY + 1, 'x'));
+  EXPECT_EQ(wget_status, NO_WGET_STATUS);
+}
+
+// The transport stops reading there, so wget may fail to write what follows; whether it does is chance.
+TEST_F(WgetStatus, OfAReplyThatFillsItsBufferSaysNothing) {
+  EXPECT_EQ(upload(METOFFICE, "printf '%09999d' 0"), 0);
+  for (const char* const command : {"printf '%010000d' 0", "printf '%0100000d' 0", "yes"}) {
+    SCOPED_TRACE(command);
+    EXPECT_EQ(upload(METOFFICE, command), -1);
+    EXPECT_EQ(wget_status, NO_WGET_STATUS);
+  }
+}
+
+}  // namespace
+}  // namespace skypost::testing
