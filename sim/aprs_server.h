@@ -13,13 +13,27 @@ struct aprs_session_seen {
   std::string login;
   std::string packet;
   std::string reply;
-  bool accepted;
+  std::string fate;  // what became of the packet: RELAYED, or why the server refused or discarded it
+
+  bool is_relayed() const { return fate == RELAYED; }
+  static constexpr char RELAYED[] = "relayed";
 };
 
-// An APRS-IS server: greets, reads a login and a packet, and replies to the login.
+// Whose rules a server follows.
+enum class aprs_network {
+  // The general pool, as of 2026: a login needs a version after the software's name, and only the packets of verified
+  // stations by way of TCPIP* are relayed.
+  general,
+  // CWOP's own servers relay unverified stations. What else they ask for is not known, so they take any login.
+  cwop,
+};
+
+// An APRS-IS server: greets, reads a login and a packet, and says by its reply what it thinks of the login. What
+// becomes of the packet it tells nobody.
 class aprs_server {
  public:
-  aprs_server(std::uint16_t port, std::string call_sign, int passcode);
+  // The station's passcode verifies it.
+  aprs_server(aprs_network network, std::uint16_t port, std::string call_sign, int passcode);
 
   std::uint16_t port() const { return server_.port(); }
   std::vector<aprs_session_seen> sessions() const;
@@ -28,7 +42,9 @@ class aprs_server {
 
  private:
   void talk(connection& client);
+  aprs_session_seen judge(const std::string& login, const std::string& packet) const;
 
+  aprs_network network_;
   std::string call_sign_;
   int passcode_;
   std::atomic<std::chrono::milliseconds> delay_ = std::chrono::milliseconds(0);

@@ -27,12 +27,17 @@ constexpr char REFUSING[] = "wedaal-push";
 // The network whose preview is shown.
 constexpr char PREVIEWED[] = "windfinder";
 
+// Whether the network's own servers are known to reply like this.
+constexpr char KNOWN[] = "known";
+constexpr char MADE_UP[] = "made up";
+
 // The outcome of a step.
 struct outcome {
   std::string how = {};
   std::string sent = {};
   std::string reply = {};
   std::string verdict = "NOT SENT";
+  std::string origin = {};  // of the reply, where a network's server sent one
 };
 
 // What the network fetches from the web server must be in both directories.
@@ -60,15 +65,16 @@ outcome http_outcome(const run_step& step, const std::vector<request_seen>& requ
     result.sent = seen.request.substr(values == std::string::npos ? 0 : values + 1) + "\n\n" + seen.request;
     result.reply = seen.reply;
     result.verdict = seen.reply == seen.network->good ? "accepted" : "refused";
+    result.origin = seen.network->origin == replies::known ? KNOWN : MADE_UP;
     if (!seen.fault.empty()) result.verdict = "FAULTY: " + seen.fault;
   }
   return result;
 }
 
-outcome aprs_outcome(const aprs_server& server) {
+outcome aprs_outcome(const aprs_server& server, const char* origin) {
   outcome result{.how = "TCP"};
   for (const aprs_session_seen& seen : server.sessions())
-    result = {"TCP", seen.packet + "\n\n" + seen.login, seen.reply, seen.accepted ? "accepted" : "REFUSED"};
+    result = {"TCP", seen.packet + "\n\n" + seen.login, seen.reply, seen.fate, origin};
   return result;
 }
 
@@ -87,7 +93,8 @@ outcome outcome_of(const run_step& step, const world& all, int web_port) {
     case carrier::http:
       return http_outcome(step, all.peers.requests());
     case carrier::aprs:
-      return aprs_outcome(step.upload == &CWOP ? *all.cwop : *all.aprs);
+      // Which software CWOP's servers run is not known.
+      return step.upload == &CWOP ? aprs_outcome(*all.cwop, MADE_UP) : aprs_outcome(*all.aprs, KNOWN);
     case carrier::mail:
       return mail_outcome(all.mail);
   }
@@ -106,21 +113,22 @@ std::string in_one_line(std::string text, std::size_t width) {
 }
 
 void print_row(const std::string& step, const std::string& name, const outcome& result) {
-  std::printf("%-4s %-20s %-5s  %-52s  %-28s  %s\n", step.c_str(), name.c_str(), result.how.c_str(),
+  std::printf("%-4s %-20s %-5s  %-52s  %-28s  %-7s  %s\n", step.c_str(), name.c_str(), result.how.c_str(),
               in_one_line(result.sent, 52).c_str(), in_one_line(result.reply, 28).c_str(),
-              result.verdict.c_str());
+              result.origin.c_str(), result.verdict.c_str());
 }
 
 bool is_as_expected(const run_step& step, const outcome& result) {
   if (std::strcmp(step.name.text, REFUSING) == 0) return result.verdict == "refused";
-  return result.verdict == "written" || result.verdict == "delivered" || result.verdict == "accepted";
+  return result.verdict == "written" || result.verdict == "delivered" || result.verdict == "accepted" ||
+         result.verdict == aprs_session_seen::RELAYED;
 }
 
 // A step that shares its limit with the one before shares its number too: 1, 1a, 2, 2a, 3, ...
 bool print_steps(const world& all, int web_port) {
   bool is_good = true;
   int count = 0;
-  print_row("step", "network", {"how", "sent (the beginning)", "reply", "verdict"});
+  print_row("step", "network", {"how", "sent (the beginning)", "reply", "verdict", "origin"});
   for (const run_step& step : run_list()) {
     const bool is_second = step.limit == step_limit::shared;
     const std::string number = is_second ? std::to_string(count) + 'a' : std::to_string(++count);
@@ -168,7 +176,11 @@ int show_one_run() {
   std::puts(
       "The real program once over every network, each with a simulated server: a quarter of a minute,\n"
       "nearly all of it for CWOP and APRS. The accounts are full of quotes and dollar signs on purpose.\n"
-      "Wedaal is made to refuse, so that a failure reaches the alarm script.\n");
+      "Wedaal is made to refuse, so that a failure reaches the alarm script. To APRS it sends as the "
+      "installed\n"
+      "endpoint file says. A \"known\" reply is that of the network's own server in late 2026; the others "
+      "are made\n"
+      "up to be what the program expects.\n");
   std::fflush(stdout);
   const run_result run = all.board.run();
   const bool steps_are_good = print_steps(all, web_port);

@@ -145,15 +145,16 @@ void http_peers::set_reply(const std::string& name, reply_kind how) {
     if (name == one->network->name) one->how = how;
 }
 
-std::string http_peers::endpoints(bool on_nslu2) const {
+std::string http_peers::endpoints(bool second_servers) const {
   std::string lines;
   for (const auto& one : peers_) {
     const network_row& network = *one->network;
-    const std::string place = "127.0.0.1:" + std::to_string(one->port);
-    if (network.endpoint != std::string("meteonews"))
-      lines += std::string(network.endpoint) + " = http://" + place + '\n';
-    else if (on_nslu2 == (network.which == server::second))
-      lines += std::string(network.endpoint) + " = " + place + '\n';
+    const std::string name = network.endpoint;
+    const bool has_two = name == "meteonews" || name == "pwsweather";
+    if (has_two && second_servers != (network.which == server::second)) continue;
+    lines += name + (name == "meteonews" ? " = " : " = http://") + "127.0.0.1:" + std::to_string(one->port);
+    if (network.success_text != nullptr) lines += std::string(network.path) + ' ' + network.success_text;
+    lines += '\n';
   }
   return lines;
 }

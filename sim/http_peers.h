@@ -38,8 +38,9 @@ class http_peers {
   void set_reply(reply_kind how);                           // of all
   void set_reply(const std::string& name, reply_kind how);  // of one network's servers
 
-  // Lines of the endpoint file. With `on_nslu2` they name MeteoNews' plain server.
-  std::string endpoints(bool on_nslu2 = false) const;
+  // Lines of the endpoint file. A network with two servers under one name is sent to its second with `second_servers`:
+  // MeteoNews' for an NSLU2, by plain http, and PWSweather's newer one.
+  std::string endpoints(bool second_servers = false) const;
 
   std::vector<request_seen> requests() const;
   void forget_requests();

@@ -17,9 +17,10 @@ constexpr network_row NETWORKS[] = {
      .path = "/extern/eingabe_pruefung.php",
      .record = {"val", ';', 23},
      .account = {{&awekas_user, "awekas user", "val", 1}, {&awekas_password, "awe\"kas&#", "val", 2, true}},
+     .origin = replies::known,
      .good = "OK\n",
-     .bad = "Benutzer/Passwort Fehler\nOK\n",
-     .failure = "upload to awekas: Benutzer/Passwort Fehler",
+     .bad = "too many requests - try again later\n",
+     .failure = "upload to awekas: too many requests - try again later",
      .no_response = "no response from awekas"},
     {.name = "wedaal-push",
      .endpoint = "wedaal",
@@ -161,10 +162,11 @@ constexpr network_row NETWORKS[] = {
                    "softwaretype",
      .account = {{&wunderground_id, "INIMBU42", "ID"},
                  {&wunderground_password, R"(wu"p`id`$(id)&a=b#c\d'e)", "PASSWORD"}},
+     .origin = replies::known,
      .good = "success\n",
+     .bad_status = 401,
      .bad = "INVALIDPASSWORDID|Password or key and/or id are incorrect",
-     .failure =
-         "upload to weather underground failed: INVALIDPASSWORDID|Password or key and/or id are incorrect",
+     .failure = "no response from weather underground",
      .no_response = "no response from weather underground"},
     {.name = "weatherflow",
      .endpoint = "weatherflow",
@@ -183,10 +185,11 @@ constexpr network_row NETWORKS[] = {
      .parameters = "dateutc winddir humidity tempf rainin dailyrainin baromin dewptf softwaretype",
      .account = {{&metoffice_site_id, "site-4711", "siteid"},
                  {&metoffice_site_key, "123456", "siteAuthenticationKey"}},
-     .good = "{\"result\": \"success\"}\n",
+     .origin = replies::known,
+     .good = "{}",
+     .bad_status = 403,
      .bad = "{\"error\": \"no such site & `key`\"}",
-     .failure = "upload to metoffice failed: {\"error\": \"no such site & `key`\"}",
-     .no_response = "no response from metoffice"},
+     .failure = "no response from metoffice"},
     {.name = "weatherbug",
      .endpoint = "weatherbug",
      .enabled = &weatherbug_enabled,
@@ -224,6 +227,12 @@ std::vector<network_row> with_second_servers() {
   add("weather underground");
   all.back().endpoint = "wunderground_rapid";
   all.back().parameters = "realtime rtfreq action dateutc humidity tempf dewptf softwaretype";
+  add("HAMweather/weather4u");
+  all.back().origin = replies::known;
+  all.back().path = "/api/v1/submitwx";
+  all.back().success_text = R"("success":true)";
+  all.back().good = R"({"success":true,"error":null})";
+  all.back().bad = R"({"error":{"code":"invalid_station"}})";
   add("idokep");
   all.back().endpoint = "idokep_pro";
   all.back().good = "Feltoltes sikeres\n";

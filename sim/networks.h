@@ -25,6 +25,9 @@ struct record_shape {
 
 enum class server { first, second, secured };
 
+// Whether the network's server is known to reply like this today; otherwise its replies are made up.
+enum class replies { made_up, known };
+
 // An HTTP network as its peer plays it.
 struct network_row {
   const char* name = nullptr;      // under which the run list reports a failure
@@ -33,9 +36,11 @@ struct network_row {
   const integer_field* enabled = nullptr;
   const char* method = "GET";
   const char* path = nullptr;
-  const char* parameters = "";  // separated by spaces; each must be sent, and not empty
+  const char* success_text = nullptr;  // if set, the endpoint file has this and the path
+  const char* parameters = "";         // separated by spaces; each must be sent, and not empty
   record_shape record = {};
   account_text account[3] = {};
+  replies origin = replies::made_up;
   const char* good = nullptr;
   int bad_status = 200;
   const char* bad = nullptr;
@@ -43,7 +48,7 @@ struct network_row {
   const char* no_response = nullptr;  // the text for an empty reply; nullptr: it counts as a success
 };
 
-// Every HTTP network, in the order of the run list, then the second servers of three.
+// Every HTTP network, in the order of the run list, then the second servers of four.
 std::span<const network_row> http_networks();
 
 // The simulated board's user name at MeteoNews.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "sim/appliance.h"
 #include "sim/aprs_server.h"
@@ -9,6 +10,9 @@
 #include "sim/smtp_sink.h"
 
 namespace skypost::sim {
+
+// The entries of the installed endpoint file: today's APRS servers refuse or discard what is sent without them.
+std::string installed_aprs_entries();
 
 // A simulated appliance and everything that the program talks to, connected to each other. Only one can exist at a
 // time, since the ports of the data server and CWOP are fixed.
@@ -22,8 +26,10 @@ struct world {
   std::optional<aprs_server> aprs;
   smtp_sink mail;
 
-  // Points the appliance to these servers, and MeteoNews to the one this kind of board uses.
-  void write_endpoints(bool on_nslu2 = false) const;
+  // Points the appliance to these servers, to the second ones of MeteoNews and PWSweather if wanted. `aprs_entries` are
+  // those with which the program logs in to APRS servers; by default the installed ones.
+  void write_endpoints(bool second_servers = false,
+                       const std::string& aprs_entries = installed_aprs_entries()) const;
 };
 
 // The recipient in the appliance's endpoint file.

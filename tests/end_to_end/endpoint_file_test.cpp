@@ -111,8 +111,8 @@ TEST_F(endpoint_file, moves_a_network) {
     EXPECT_TRUE(std::regex_search(good, server, std::regex(name + " = http://[0-9.:]+")));
     return server.str() + rest + '\n';
   };
-  // The peers refuse another path than their own; there is an "OK" in the second line of what AWEKAS' one answers.
-  all.board.write(ENDPOINTS_PATH, good + moved("windit", "/a/b.php") + moved("awekas", "/c.php OK") +
+  // The peers refuse another path than their own; AWEKAS' one then says that it is too early.
+  all.board.write(ENDPOINTS_PATH, good + moved("windit", "/a/b.php") + moved("awekas", "/c.php try again") +
                                       moved("anythingweather", "/d.asp"));
   EXPECT_EQ(failures_of_a_run(), (std::set<std::string>{"windit", "anythingweather"}));
   std::string targets;
