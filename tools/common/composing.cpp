@@ -24,6 +24,13 @@ bool is_text_lacking(const outgoing& upload, const station& source, const field_
   return text_of(upload, {changed, source.live, source.now, source.host}) != text_of(upload, source);
 }
 
+// Only there is `&` encoded and `%` not.
+bool is_url_value(const outgoing& upload, const station& source, const text_field& field) {
+  settings_record changed = source.settings;
+  changed.set_text(field, "%x&");
+  return text_of(upload, {changed, source.live, source.now, source.host}).find("%x%26") != std::string::npos;
+}
+
 bool is_hardware_address_told(const outgoing& upload, const station& source) {
   const auto text_with = [&](const char* address) {
     return text_of(upload, {source.settings, source.live, source.now, {source.host.platform, address}});

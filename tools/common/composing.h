@@ -17,6 +17,9 @@ bool is_unset(const settings_record& settings, const field_description& row);
 // True if filling in this unset setting would change the text.
 bool is_text_lacking(const outgoing& upload, const station& source, const field_description& row);
 
+// True if the text contains the setting as a value of a query or a form.
+bool is_url_value(const outgoing& upload, const station& source, const text_field& field);
+
 // True if the text contains the board's hardware address.
 bool is_hardware_address_told(const outgoing& upload, const station& source);
 

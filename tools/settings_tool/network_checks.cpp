@@ -3,6 +3,7 @@
 #include <netdb.h>
 
 #include <algorithm>
+#include <cctype>
 #include <string_view>
 
 #include "common/composing.h"
@@ -37,6 +38,37 @@ void check_packet(const run_step& step, findings& found) {
   if (const std::string fault = fault_of_port(step, station_settings); !fault.empty()) found.push_back(fault);
 }
 
+bool is_hexadecimal(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](unsigned char one) { return std::isxdigit(one) != 0; });
+}
+
+// True if a network would read another text in a query or a form. "%2B" and "%25" are how an owner writes "+" and "%";
+// a "%" before anything but two hexadecimal digits is encoded by wget.
+bool is_read_differently(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '+') return true;
+    if (text[i] != '%') continue;
+    const std::string_view code = text.substr(i + 1, 2);
+    const bool is_escape = code.size() == 2 && is_hexadecimal(code);
+    if (is_escape && code != "2B" && code != "2b" && code != "25") return true;
+  }
+  return false;
+}
+
+void check_url_values(const run_step& step, findings& found) {
+  const std::vector<handed_out> all = handed_out_by(step);
+  for (const field_description& row : FIELD_DESCRIPTIONS) {
+    if (!row.field.is_text() || !is_read_differently(station_settings.text(row.as_text()))) continue;
+    const station source = station_without_values("");
+    const auto sends = [&](const handed_out& one) { return is_url_value(one.upload, source, row.as_text()); };
+    if (std::any_of(all.begin(), all.end(), sends))
+      found.push_back(
+          std::string(row.name) + ": it contains \"+\" or an escape such as \"%41\", which " +
+          network_of(step) +
+          " reads as a blank or as another character. Write \"%2B\" for \"+\" and \"%25\" for \"%\".");
+  }
+}
+
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
   if (step.upload->carried_by == carrier::aprs) check_packet(step, found);
@@ -52,6 +84,7 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
                                   : "") +
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
+  check_url_values(step, found);
   if (appliance.hardware_address.empty() &&
       is_hardware_address_told(*step.upload, station_without_values("")))
     found.push_back("eth0: ifconfig shows no hardware address after \"HWaddr\"; " + network +
