@@ -4,9 +4,11 @@
 #include <sys/stat.h>
 
 #include <iomanip>
+#include <optional>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "base/endpoints.h"
 #include "base/paths.h"
@@ -14,21 +16,17 @@
 #include "settings/byte_order.h"
 #include "settings/field_descriptions.h"
 #include "sim/report.h"
+#include "support/golden.h"
 
 namespace skypost::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
-void replace_all(std::string& text, const std::string& from, const std::string& to) {
-  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size())
-    text.replace(at, from.size(), to);
-}
-
 std::string with_bytes(std::string text) {
   const std::pair<const char*, std::string> ESCAPES[] = {
       {"\\n", "\n"}, {"\\e", "\x1b"}, {"\\r", "\r"}, {"\\0", std::string(1, '\0')}, {"\\xff", "\xff"}};
-  for (const auto& [escape, byte] : ESCAPES) replace_all(text, escape, byte);
+  for (const auto& [escape, byte] : ESCAPES) text = replaced(text, escape, byte);
   return text;
 }
 
@@ -140,9 +138,19 @@ std::string owners_station::run(const tool& program, const std::string& line) {
 }
 
 std::string owners_station::without_root(std::string text) const {
-  replace_all(text, fs::canonical(folder.root()), "");
-  replace_all(text, folder.root(), "");
-  return text;
+  return replaced(replaced(std::move(text), fs::canonical(folder.root()), ""), folder.root(), "");
+}
+
+void expect_tool_session(const std::string& name, const tool& program) {
+  std::optional<owners_station> station;
+  expect_session(name, [&](const std::string& line) {
+    if (line.starts_with('$')) return station->run(program, line.substr(1));
+    if (line.starts_with('#'))
+      station.emplace();
+    else
+      station->change(line.substr(2));
+    return std::string();
+  });
 }
 
 }  // namespace skypost::testing

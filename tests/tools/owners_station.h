@@ -48,4 +48,7 @@ struct owners_station {
   std::string endpoints_;
 };
 
+// Replays a session of one of the owner's tools: "# " begins a new station, "+ " changes it, "$" runs the tool.
+void expect_tool_session(const std::string& name, const tool& program);
+
 }  // namespace skypost::testing

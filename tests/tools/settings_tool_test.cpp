@@ -8,7 +8,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <sstream>
 
 #include "base/paths.h"
@@ -39,15 +38,7 @@ class SettingsTool : public ::testing::Test {
 };
 
 TEST(SettingsToolSession, MatchesTheGoldenText) {
-  std::optional<owners_station> station;
-  expect_session("tools/golden/settings_tool", [&](const std::string& line) {
-    if (line.starts_with('$')) return station->run(SETTINGS_TOOL, line.substr(1));
-    if (line.starts_with('#'))
-      station.emplace();
-    else
-      station->change(line.substr(2));
-    return std::string();
-  });
+  expect_tool_session("tools/golden/settings_tool", SETTINGS_TOOL);
 }
 
 TEST_F(SettingsTool, MakesADefaultRecordThatOnlyItsOwnerReads) {
