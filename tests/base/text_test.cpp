@@ -18,7 +18,7 @@ struct text_case {
   bool was_cut;
 };
 
-// Its bytes are not cleared but for the first. The compiler refuses to read one that is not.
+// Only the first byte is cleared. The compiler refuses to read any other before it is written.
 static_assert(*fixed_text<8>().c_str() == '\0');
 
 TEST(Text, StaysInItsRoom) {

@@ -84,7 +84,7 @@ TEST_F(endpoint_file, that_cannot_be_read_has_nothing_sent) {
             "Error: " + all.board.path(ENDPOINTS_PATH).string() + ": Is a directory; all uploads fail\n");
 }
 
-// Every other network is served, the ones behind it in the list, too.
+// Every other network is served, those after it in the list too.
 TEST_F(endpoint_file, with_one_bad_line_keeps_back_one_upload) {
   const std::string good = all.board.read(ENDPOINTS_PATH);
   const std::pair<std::string, std::set<std::string>> cases[] = {

@@ -71,7 +71,7 @@ TEST_F(hanging_networks, are_reported_when_they_do_not_accept_and_the_next_is_se
 
 // SIGALRM ends each run, whatever the parent did with that signal. A wget is left behind for the last of its four
 // seconds.
-TEST_F(hanging_networks, leave_few_processes_behind_when_they_never_answer) {
+TEST_F(hanging_networks, leave_few_processes_behind_when_they_never_reply) {
   interpose("CLOCK", "5");  // so the time limit of a step is three seconds
   set_short_wget_limits();
   enable_only({&windfinder_enabled, &windit_enabled});
@@ -102,7 +102,7 @@ TEST_F(hanging_networks, do_not_stop_rapid_fire_when_they_do_not_accept) {
   expect_rapid_fire_goes_on();
 }
 
-TEST_F(hanging_networks, do_not_stop_rapid_fire_when_they_never_answer) {
+TEST_F(hanging_networks, do_not_stop_rapid_fire_when_they_never_reply) {
   all.peers.set_reply("weather underground", sim::reply_kind::hang);
   expect_rapid_fire_goes_on();
 }

@@ -112,7 +112,7 @@ void expect_same(const LiveRecord& found, const LiveRecord& expected) {
   }
 }
 
-// A report with this current value and without one extreme is read like one that gives the value as its extremes.
+// A report with this current value and without one extreme is read like one with the value as its extremes.
 void expect_widened(const quantity& row, const std::string& value, const std::string& missing_period,
                     const std::string& missing_end) {
   SCOPED_TRACE(row.name + " = " + value + ", without " + missing_period + missing_end);
@@ -122,7 +122,7 @@ void expect_widened(const quantity& row, const std::string& value, const std::st
   replace_value(report, "actual_" + row.name + row.unit, value);
   replace_value(widened, "actual_" + row.name + row.unit, "---");
   for (const std::string period : {"day1_", "month1_", "year1_"}) {
-    // Of a pair, none is widened without the other; the day's highest gust alone need not be known.
+    // Of a pair, neither is widened without the other; the day's highest gust alone need not be known.
     const bool is_known =
         !is_missing || period != missing_period || period + row.name == "day1_wind0_gustspeed";
     if (row.widens && value != "---" && is_known)

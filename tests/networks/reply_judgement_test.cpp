@@ -1,7 +1,6 @@
 // How each network's replies are judged: a good upload judged bad alarms the owner for nothing, a bad one judged good
-// goes unnoticed for weeks. Networks judged alike are represented by one per way of
-// reading; golden/replies has the word and the way of each. The plainest replies, the empty one among them, are in
-// the end-to-end tests.
+// goes unnoticed for weeks. Networks judged alike are represented by one per way of reading; golden/replies has the word
+// and the way of each. The plainest replies, the empty one among them, are in the end-to-end tests.
 
 #include <gtest/gtest.h>
 
@@ -125,7 +124,7 @@ TEST(ReplyJudgement, TakesTheOwnersSuccessTextToo) {
       EXPECT_EQ(judge(row.network, row.reply), has_text ? row.with : row.without);
       debug_flag = 0;
       EXPECT_EQ(::testing::internal::GetCapturedStderr(), row.debug_output);
-      // No reason of a failure is left by a success.
+      // A success leaves no reason of a failure.
       EXPECT_EQ(error_text.view().starts_with("upload") || error_text.view().starts_with("no response"),
                 (has_text ? row.with : row.without) != 0);
       reset_endpoints();

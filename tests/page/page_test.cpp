@@ -1,4 +1,4 @@
-// The preview's page in a real browser, on a phone and on a desk: its text is there and nothing is wider than
+// The preview's page in a real browser, on a phone and on a desktop: its text is there and nothing is wider than
 // the window. Debian's chromium is needed.
 
 #include <gtest/gtest.h>

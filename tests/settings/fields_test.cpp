@@ -30,7 +30,7 @@ TEST(SettingsFields, AreWhereTheyBelong) {
   expect_golden("settings/golden/fields", text);
 }
 
-TEST(SettingsRecord, CutsATextThatDoesNotFitItsSlot) {
+TEST(SettingsRecord, TruncatesATextThatDoesNotFitItsSlot) {
   settings_record record;
   std::memset(&record, 'x', sizeof record);
   record.set_text(sensor_temp, "wind12345");

@@ -128,11 +128,11 @@ std::string composed_now(const outgoing& what) {
 
 std::vector<const outgoing*> everything_handed_out() {
   std::vector<const outgoing*> all;
-  for_each_outgoing([&](const outgoing& what) {
+  for_each_outgoing([&](const outgoing& upload) {
     for (const outgoing* const other : all)
-      if (std::string_view(other->id) == what.id)
-        throw std::logic_error("run_list.cpp hands out two texts with the id " + std::string(what.id));
-    all.push_back(&what);
+      if (std::string_view(other->id) == upload.id)
+        throw std::logic_error("run_list.cpp hands out two texts with the id " + std::string(upload.id));
+    all.push_back(&upload);
   });
   return all;
 }
