@@ -14,7 +14,7 @@ struct live_row;
 // the text after it; nullptr if it is missing. `report` is NUL-terminated.
 const char* find_value(std::string_view report, const live_row& row, const settings_record& settings);
 
-// Resets every field to its value for "not reported".
+// Resets every field to its value for "missing".
 void reset_live_record(LiveRecord& live);
 
 // Looks up every key of the live table in `report`, a NUL-terminated text, for the sensors that the settings

@@ -57,8 +57,7 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 
 constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
     // clang-format off
-    // name                            enabled                rapid enabled                interval
-    // last                                   upload
+    // name                            enabled                rapid enabled                interval                       last                                   upload
     {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &rapid_fire_stamps::wunderground_last, &WUNDERGROUND},
     {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &rapid_fire_stamps::weatherflow_last,  &WEATHERFLOW},
     {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &rapid_fire_stamps::windit_last,       &WINDIT},
