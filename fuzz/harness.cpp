@@ -90,9 +90,9 @@ bool is_mail(std::string_view text) {
 
 }  // namespace
 
-void require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "Violated: %s\n", what);
+void require(bool condition, const char* promise) {
+  if (condition) return;
+  std::fprintf(stderr, "Violated: %s\n", promise);
   std::abort();
 }
 

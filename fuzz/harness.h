@@ -8,8 +8,8 @@ namespace skypost::fuzz {
 
 // In every fuzz target SKYPOST_ROOT is an empty appliance folder in memory, and system() and popen() do nothing.
 
-// Aborts if `holds` is false, so that the fuzzer keeps the input.
-void require(bool holds, const char* what);
+// Aborts if the condition is false, after printing the broken `promise`, so that the fuzzer keeps the input.
+void require(bool condition, const char* promise);
 
 // Writes one of the appliance's files, padded with zeros to at least `size` bytes.
 void write_file(const char* appliance_path, std::string_view content, std::size_t size = 0);

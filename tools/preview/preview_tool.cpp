@@ -124,7 +124,7 @@ void show(const command_line& wanted, std::ostream& out) {
 
 int run(const words& arguments, std::ostream& out) {
   if (arguments == words{"--names"})
-    for_each_outgoing([&](const outgoing& what) { out << what.id << '\n'; });
+    for_each_outgoing([&](const outgoing& upload) { out << upload.id << '\n'; });
   else
     show(read_command_line(arguments), out);
   return 0;

@@ -13,7 +13,7 @@ namespace {
 struct command {
   const char* name;
   const char* arguments;
-  const char* what;  // lines of the help
+  const char* help;
   int (*run)(const words& arguments, std::ostream& out);
 };
 
@@ -42,7 +42,7 @@ void print_help(std::ostream& out) {
   out << "skypost-settings creates, shows, changes and checks the settings files of skypost.\n\n";
   for (const command& row : COMMANDS)
     out << "  skypost-settings " << row.name << (*row.arguments == '\0' ? "" : " ") << row.arguments << '\n'
-        << row.what;
+        << row.help;
   out << "  skypost-settings --help | --version\n"
          "\n"
          "Without FILE, show and check read the appliance's own settings. Without --report, sensors and "

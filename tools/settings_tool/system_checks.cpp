@@ -15,8 +15,8 @@
 namespace skypost {
 namespace {
 
-std::string networks_by(carrier by) {
-  return networks_where([by](const run_step& step) { return step.upload->carried_by == by; });
+std::string networks_by(carrier carried_by) {
+  return networks_where([=](const run_step& step) { return step.upload->carried_by == carried_by; });
 }
 
 // Why a program cannot be run; empty if it can.
