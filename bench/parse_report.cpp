@@ -2,30 +2,30 @@
 // processor time. `scripts/bench` printed these on an AMD EPYC with Debian 12. The ARM figures are from qemu, so only
 // their ratios count.
 //
-// "lifelike" reports contain the station's keys, "absent" ones do not; the number is the size in KB. "empty" is
+// "lifelike" reports contain the station's keys, "missing" ones do not; the number is the size in KB. "empty" is
 // everything but searching.
 //
 //                                           parser     strstr     memmem
 //   x86-64, glibc            lifelike/150      784        154        769
-//                            absent/490      3,623      1,020      3,653
+//                            missing/490     3,623      1,020      3,653
 //                            empty               3
 //   x86-64, glibc, no AVX-512
 //                            lifelike/150      796        820        770
-//                            absent/490      3,644      4,489      3,667
+//                            missing/490     3,644      4,489      3,667
 //   x86-64, musl             lifelike/150    1,462      3,874      1,452
-//                            absent/490      6,573     24,067      6,533
+//                            missing/490     6,573     24,067      6,533
 //                            empty               3
 //   armel, glibc             lifelike/150    1,821      5,359      1,636
-//                            absent/490      9,035     32,978      8,687
+//                            missing/490     9,035     32,978      8,687
 //                            empty              38
 //   armel, musl              lifelike/150    3,313     10,648      3,228
-//                            absent/490     18,009     67,701     17,828
+//                            missing/490    18,009     67,701     17,828
 //                            empty              28
 //   arm64, glibc             lifelike/150    2,058      9,509      1,813
-//                            absent/490     10,934     60,711     10,397
+//                            missing/490    10,934     60,711     10,397
 //                            empty              40
 //   arm64, musl              lifelike/150    3,329     10,042      3,272
-//                            absent/490     17,990     65,374     18,087
+//                            missing/490    17,990     65,374     18,087
 //                            empty              23
 //
 // Hence memmem: strstr is only faster with AVX-512, which no board has. Splitting the patterns at compile time, not at
@@ -139,6 +139,6 @@ int main() {
   skypost::prepare_station();
   std::printf("%-14s %10s %10s %10s\n", "", "parser", "strstr", "memmem");
   skypost::measure("lifelike/150", 150'000, true);
-  skypost::measure("absent/490", 490'000, false);
+  skypost::measure("missing/490", 490'000, false);
   skypost::measure("empty", 0, false);
 }
