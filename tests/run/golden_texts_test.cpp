@@ -49,6 +49,7 @@ TEST(GoldenTexts, OfTheReplies) {
     texts += std::string(what->id) + "\n    debug:   " + replaced(reply.debug_header, "\n", "\\n") +
              "\n    success: " + wanted + "\n    failure: " + reply.failure_format +
              "\n    nothing: " + reply.no_response_text + '\n';
+    if (reply.pipe_reason_first) texts += "    pipe:    the reason before the command\n";
   }
   expect_golden("golden/replies", texts);
 }

@@ -26,6 +26,19 @@ TEST(RunList, HasARapidFireNetworkForEveryRapidVariant) {
   }
 }
 
+// A constant without its function would crash a run, and one copied with another's would send that network twice.
+TEST(RunList, SendsEveryUploadByAFunctionOfItsOwn) {
+  std::map<int (*)(), const char*> senders;
+  for (const run_step& step : run_list()) {
+    const outgoing& upload = *step.upload;
+    ASSERT_NE(upload.send, nullptr) << upload.id;
+    const auto [other, is_new] = senders.emplace(upload.send, upload.id);
+    EXPECT_TRUE(is_new) << upload.id << " is sent by the function of " << other->second;
+    if (upload.rapid_variant == nullptr) continue;
+    EXPECT_EQ(upload.rapid_variant->send, upload.send) << upload.id;
+  }
+}
+
 // A network whose row was forgotten would have a switch that does nothing; one misspelt group would split it in
 // two.
 TEST(RunList, HasAStepForTheSwitchOfEveryGroup) {
