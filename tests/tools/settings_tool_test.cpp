@@ -3,6 +3,8 @@
 #include "settings_tool/settings_tool.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
@@ -11,6 +13,8 @@
 #include <sstream>
 
 #include "base/paths.h"
+#include "common/errors.h"
+#include "common/settings_file.h"
 #include "settings/byte_order.h"
 #include "settings/defaults.h"
 #include "settings/field_descriptions.h"
@@ -97,6 +101,40 @@ TEST_F(SettingsTool, ReplacesTheFileThatALinkNamesInOneStep) {
   for (const fs::directory_entry& entry : fs::directory_iterator(fs::path(station.file).parent_path()))
     left += entry.path().string().starts_with(station.file) ? 1 : 0;
   EXPECT_EQ(left, 1U) << "a temporary file is left";
+}
+
+// Without the lock, most of these changes are lost.
+TEST_F(SettingsTool, LosesNoChangeOfSeveralAtOnce) {
+  const char* const SWITCHES[] = {"awekas", "windfinder", "windit", "idokep"};
+  for (int value = 0; value < 20; ++value) {
+    std::vector<pid_t> children;
+    for (const std::string name : SWITCHES) {
+      children.push_back(fork());
+      if (children.back() != 0) continue;
+      std::ostringstream out;
+      _exit(run_tool(SETTINGS_TOOL, {"set", station.file, name + "_enabled=" + std::to_string(value % 2)},
+                     out, out));
+    }
+    for (const pid_t child : children) {
+      int status = -1;
+      waitpid(child, &status, 0);
+      EXPECT_EQ(status, 0);
+    }
+    const settings_record record = loaded();
+    for (const integer_field* const field :
+         {&awekas_enabled, &windfinder_enabled, &windit_enabled, &idokep_enabled})
+      EXPECT_EQ(record.integer(*field), value % 2);
+  }
+}
+
+// The web pages do not know of the lock.
+TEST_F(SettingsTool, DoesNotUndoWhatAnotherProgramHasWritten) {
+  const settings_file read = read_settings_file(station.file);
+  station.change("set windfinder_name=elsewhere");
+  const std::string written = read_whole_file(station.file);
+  EXPECT_THROW(replace_settings_file(read, read.image), tool_error);
+  EXPECT_EQ(read_whole_file(station.file), written);
+  EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(station.file).parent_path()), {}), 2);
 }
 
 TEST_F(SettingsTool, NamesAndShowsEverySetting) {

@@ -1,6 +1,7 @@
 #include "common/settings_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,21 +21,6 @@ namespace skypost {
 namespace {
 
 [[noreturn]] void fail(const std::string& path) { throw tool_error(path + ": " + std::strerror(errno)); }
-
-class descriptor {
- public:
-  explicit descriptor(int number) : number_(number) {}
-  ~descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  descriptor(const descriptor&) = delete;
-  descriptor& operator=(const descriptor&) = delete;
-  int number() const { return number_; }
-  bool is_open() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
 
 // Deletes a partly written file.
 class unfinished_file {
@@ -82,6 +68,24 @@ void flush_folder_of(const std::string& path) {
   if (folder.is_open()) fsync(folder.number());
 }
 
+// Opening a FIFO would block without O_NONBLOCK.
+int open_to_read(const std::string& path) { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); }
+
+// True if the path still names the open file, and not one that was renamed into its place.
+bool is_in_place(const descriptor& file, const std::string& path) {
+  struct stat locked {};
+  struct stat named {};
+  return fstat(file.number(), &locked) == 0 && stat(path.c_str(), &named) == 0 &&
+         locked.st_dev == named.st_dev && locked.st_ino == named.st_ino;
+}
+
+// Whoever does not take the lock, such as the web pages, may have written since.
+void refuse_if_changed(const settings_file& before) {
+  const settings_file now = read_settings_file(before.path);
+  if (now.size != before.size || std::memcmp(now.image.bytes, before.image.bytes, SETTINGS_SIZE) != 0)
+    throw tool_error(before.path + ": somebody else has just changed it; nothing was set, try again");
+}
+
 }  // namespace
 
 const char* platform() {
@@ -97,8 +101,7 @@ std::string appliance_settings_path() { return appliance_path(SETTINGS_PATH); }
 settings_file read_settings_file(const std::string& path) {
   settings_file result;
   result.path = resolved(path);
-  // Opening a FIFO would block without O_NONBLOCK.
-  const descriptor file(open(result.path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const descriptor file(open_to_read(result.path));
   struct stat status {};
   if (!file.is_open() || fstat(file.number(), &status) != 0) fail(path);
   if (!S_ISREG(status.st_mode)) throw tool_error(path + ": not a regular file");
@@ -158,7 +161,15 @@ void create_settings_file(const std::string& path, const settings_record& record
   flush_folder_of(path);
 }
 
-void replace_settings_file(const settings_file& file) {
+descriptor lock_settings_file(const std::string& path) {
+  for (;;) {
+    descriptor file(open_to_read(path));
+    if (!file.is_open() || flock(file.number(), LOCK_EX) != 0) fail(path);
+    if (is_in_place(file, path)) return file;
+  }
+}
+
+void replace_settings_file(const settings_file& file, const settings_record& image) {
   std::string name = file.path + ".XXXXXX";
   const descriptor replacement(mkostemp(name.data(), O_CLOEXEC));
   if (!replacement.is_open()) fail(folder_of(file.path));
@@ -166,9 +177,10 @@ void replace_settings_file(const settings_file& file) {
   // Mode last: chown clears the set-ID bits.
   if (fchown(replacement.number(), file.owner, file.group) != 0 ||
       fchmod(replacement.number(), file.mode) != 0 ||
-      !write_through(replacement.number(), file.image.bytes, static_cast<std::size_t>(file.size)) ||
-      rename(name.c_str(), file.path.c_str()) != 0)
+      !write_through(replacement.number(), image.bytes, static_cast<std::size_t>(file.size)))
     fail(file.path);
+  refuse_if_changed(file);
+  if (rename(name.c_str(), file.path.c_str()) != 0) fail(file.path);
   unfinished.keep();
   flush_folder_of(file.path);
 }

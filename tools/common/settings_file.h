@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "common/descriptor.h"
 #include "settings/record.h"
 
 namespace skypost {
@@ -47,8 +48,14 @@ settings_record as_loaded(const settings_file& file);
 // the path exists.
 void create_settings_file(const std::string& path, const settings_record& record);
 
-// Atomically replaces the file with `file.image`, keeping size, owner and mode; readers see the old or the new
-// content. Throws tool_error on failure, and the file is unchanged.
-void replace_settings_file(const settings_file& file);
+// Waits until nobody else has this lock, and holds it as long as the result exists. It is on the file itself, so it
+// ends with the process, leaves nothing behind, and only those who can read the passwords can take it. Throws
+// tool_error if the file cannot be opened.
+descriptor lock_settings_file(const std::string& path);
+
+// Atomically replaces the content of `file`, as read before, with `image`, keeping size, owner and mode; readers see
+// the old or the new content. Throws tool_error on failure, or if the file has changed since it was read; it is
+// left alone then.
+void replace_settings_file(const settings_file& file, const settings_record& image);
 
 }  // namespace skypost

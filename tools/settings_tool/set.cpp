@@ -99,17 +99,19 @@ int run_set(const words& all_arguments, std::ostream&) {
   if (arguments.size() < 2) throw usage_error("set takes a FILE and at least one NAME=VALUE");
   if (arguments[0].find('=') != std::string::npos && !is_there(arguments[0]))
     throw usage_error("set takes a FILE before NAME=VALUE");  // say no more: it may be a password
-  settings_file file = read_settings_file(arguments[0]);
+  const descriptor lock = lock_settings_file(arguments[0]);
+  const settings_file file = read_settings_file(arguments[0]);
   if (is_size_unlisted(file.size, platform()))
     throw tool_error(arguments[0] + ": not changed, because its layout is unknown (" + layout_of(file) + ")");
 
-  const bool foreign = is_byte_order_foreign(file.image, platform());
-  if (foreign) convert_byte_order(file.image);
-  const settings_record before = file.image;
-  for (std::size_t i = 1; i < arguments.size(); ++i) assign(file, file.image, arguments[i], force);
-  if (!force) refuse_invalid_coordinate(before, file.image);
-  if (foreign) convert_byte_order(file.image);
-  replace_settings_file(file);
+  settings_record image = file.image;
+  const bool foreign = is_byte_order_foreign(image, platform());
+  if (foreign) convert_byte_order(image);
+  const settings_record before = image;
+  for (std::size_t i = 1; i < arguments.size(); ++i) assign(file, image, arguments[i], force);
+  if (!force) refuse_invalid_coordinate(before, image);
+  if (foreign) convert_byte_order(image);
+  replace_settings_file(file, image);
   return 0;
 }
 
