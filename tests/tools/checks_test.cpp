@@ -70,7 +70,7 @@ TEST(Checks, FindAPullDirectoryThatCannotBeWrittenInto) {
   constexpr uid_t NOBODY = 65'534;
   checked_station station;
   std::filesystem::permissions(station.folder.root(), std::filesystem::perms(0755));
-  station.change("mode 0777 /srv/www");
+  ASSERT_EQ(chown(station.folder.path("/srv/www").c_str(), NOBODY, NOBODY), 0);
   station.found();
   for (const char* const program : {ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH, "/usr/bin/wget"})
     station.change(std::string("mode 0755 ") + program);
@@ -80,6 +80,28 @@ TEST(Checks, FindAPullDirectoryThatCannotBeWrittenInto) {
   ASSERT_EQ(found.size(), 1U);
   EXPECT_TRUE(station.without_root(found[0]).starts_with(
       "/var/run/nimbulog/uploads/: no file can be written there (Permission denied)"));
+}
+
+// An owner may write whatever the mode says, and a group as it says.
+TEST(Checks, FindAnAlarmScriptOfAnotherUser) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
+  constexpr uid_t NOBODY = 65'534;
+  const struct {
+    uid_t owner;
+    gid_t group;
+    const char* mode;
+    std::size_t findings;
+  } ROWS[] = {{0, 0, "0775", 0},
+              {0, NOBODY, "0755", 0},
+              {0, NOBODY, "0775", 1},
+              {NOBODY, 0, "0555", 1},
+              {0, 0, "0757", 1}};
+  for (const auto& row : ROWS) {
+    checked_station station;
+    ASSERT_EQ(chown(station.folder.path(ALARM_SCRIPT_PATH).c_str(), row.owner, row.group), 0);
+    station.change(std::string("mode ") + row.mode + ' ' + ALARM_SCRIPT_PATH);
+    EXPECT_EQ(station.found().size(), row.findings) << row.owner << ':' << row.group << ' ' << row.mode;
+  }
 }
 
 // Every text and passcode of every network, from the list of settings alone.

@@ -94,12 +94,4 @@ void check_clock(const checked_appliance& appliance, findings& found) {
                     " Set it, and on a board without a battery set it at each start.");
 }
 
-void check_file_mode(const checked_appliance& appliance, findings& found) {
-  constexpr mode_t OTHERS = 077;
-  if ((appliance.file.mode & OTHERS) != 0)
-    found.push_back(appliance.file.path +
-                    ": users other than its owner can access it, and the passwords in it. Set its mode: "
-                    "chmod 600.");
-}
-
 }  // namespace skypost

@@ -1,0 +1,73 @@
+// Checks of who can change what the uploader, which is root, trusts.
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "base/paths.h"
+#include "settings_tool/checks.h"
+#include "settings_tool/enabled_steps.h"
+
+namespace skypost {
+namespace {
+
+constexpr char REMEDY[] = "make it root's alone: chown root:root, chmod go-w.";
+
+// Root's files, and what others could do with them. The worst come first.
+constexpr struct {
+  const char* path;
+  const char* danger;
+} ROOTS_FILES[] = {
+    {ALARM_SCRIPT_PATH, "have commands run as root"},
+    {"/home/nimbulog", "put an alarm script there whose commands are run as root"},
+    {WGET_SETTINGS_PATH, "have wget run a command as root"},
+    {"/etc/skypost", "put files there that send passwords elsewhere, or have wget run a command as root"},
+    {ENDPOINTS_PATH, "have passwords sent elsewhere"},
+};
+
+// True if somebody can write who is neither root nor the user of this tool.
+bool can_others_write(uid_t owner, gid_t group, mode_t mode) {
+  return (owner != 0 && owner != geteuid()) || ((mode & S_IWGRP) != 0 && group != 0 && group != getegid()) ||
+         (mode & S_IWOTH) != 0;
+}
+
+bool can_others_write(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && can_others_write(status.st_uid, status.st_gid, status.st_mode);
+}
+
+}  // namespace
+
+void check_roots_files(const checked_appliance&, findings& found) {
+  for (const auto& row : ROOTS_FILES) {
+    const std::string path = appliance_path(row.path);
+    if (can_others_write(path))
+      found.push_back(path + ": users other than root can change it, and " + row.danger + "; " + REMEDY);
+  }
+}
+
+void check_settings_access(const checked_appliance& appliance, findings& found) {
+  constexpr mode_t OTHERS = 077;
+  const settings_file& file = appliance.file;
+  if (can_others_write(file.owner, file.group, file.mode))
+    found.push_back(file.path +
+                    ": users other than root can change it, and what is sent, and read the passwords in it. "
+                    "Unless the web pages need it, make it root's alone: chown root:root, chmod 600.");
+  else if ((file.mode & OTHERS) != 0)
+    found.push_back(file.path +
+                    ": users other than its owner can access it, and the passwords in it. Set its mode: "
+                    "chmod 600.");
+}
+
+void check_pull_directory_access(const checked_appliance&, findings& found) {
+  const std::string networks =
+      networks_where([](const run_step& step) { return step.upload->carried_by == carrier::file; });
+  if (networks.empty()) return;
+  for (const char* const directory : PULL_DIRECTORIES) {
+    const std::string path = appliance_path(directory);
+    if (can_others_write(path))
+      found.push_back(path + ": users other than root can change what is fetched there by " + networks +
+                      ". Unless the web pages need it, " + REMEDY);
+  }
+}
+
+}  // namespace skypost
