@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
+#include "base/endpoints.h"
+#include "base/error_text.h"
 #include "channels/channels.h"
+#include "support/station.h"
 
 namespace skypost::testing {
 namespace {
@@ -28,6 +32,25 @@ TEST(MailReport, CommandReachesTheMailProgramUnderAnyRoot) {
     EXPECT_EQ(command_under({'/', 'a', character}),
               '"' + root + "/opt/sbin/sendmail\" -C \"" + root + "/home/nimbulog/esmtprc\"" + rest);
   }
+}
+
+// A sender of the settings that is nothing but a line break names none either.
+TEST(MailReport, IsNotSentIfTheOnlySenderIsRefused) {
+  std::string line = "mail_sender = me";
+  std::FILE* const file = fmemopen(line.data(), line.size(), "r");
+  ::testing::internal::CaptureStderr();
+  read_endpoints(file, "endpoints");
+  ::testing::internal::GetCapturedStderr();
+  std::fclose(file);
+  live_data_stale = 0;
+  live_record = fully_equipped_station();
+  fill_settings(station_settings);
+  for (const char* const sender : {"", "\nbcc: all@station.example"}) {
+    station_settings.set_text(sender_address, sender);
+    EXPECT_EQ(send_mail_report(), -1);
+    EXPECT_EQ(error_text.view(), "error endpoint file: no valid value for mail_sender, nothing was sent");
+  }
+  reset_endpoints();
 }
 
 }  // namespace

@@ -50,7 +50,8 @@ TEST_F(todays_servers, tell_metoffice_good_from_bad_by_the_status) {
   all.board.write(ENDPOINTS_PATH, lines + "metoffice = http://127.0.0.1:1\n");
   all.board.forget_alarms();
   run_well();
-  EXPECT_EQ(all.board.alarms().size(), 1U);
+  const std::vector<sim::alarm_call> expected = {{"skypost", "metoffice", "no response from metoffice"}};
+  EXPECT_EQ(all.board.alarms(), expected);
 }
 
 TEST_F(todays_servers, refuse_an_aprs_login_without_a_version_and_the_run_ends_there) {
