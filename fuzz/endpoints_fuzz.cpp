@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "harness.h"
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstdio>
+#include <cstddef>
+#include <optional>
 #include <span>
 #include <string_view>
-
-#include "base/text.h"
 
 namespace skypost {
 
@@ -15,19 +14,30 @@ enum class endpoint {
   COUNT
 };
 
+// "scheme://host[:port][/path]", "host[:port]", a host name, a mail address, a software name and an APRS path.
+enum class endpoint_kind { url, host_and_port, host, address, software, packet_path };
+
 inline constexpr std::size_t ENDPOINT_CAPACITY = 127;
 inline constexpr std::size_t SUCCESS_TEXT_CAPACITY = 60;
 
-// The value in effect: "scheme://host[:port][/path]", "host[:port]", a host name, a mail address, a software name or
-// an APRS path, depending on the row. It contains no character that is special to the shell, and none that ends a URL
-// or a line. If the row is refused, it is a name that never resolves.
-const char* endpoint_value(endpoint row);
+// The row's name in the endpoint file.
+const char* endpoint_name(endpoint row);
 
-// Appends the server's URL. If the endpoint file gives it no path, `path`, the network's own, follows.
-void append_url(text_buffer& command, endpoint server, const char* path);
+// What a value of the row must be.
+endpoint_kind endpoint_kind_of(endpoint row);
+
+// The row of that name; nothing if there is none.
+std::optional<endpoint> endpoint_called(std::string_view name);
+
+// The value in effect, of the row's kind. It contains no character that is special to the shell, and none that ends a
+// URL or a line. If the row is refused, it is a name that never resolves.
+const char* endpoint_value(endpoint row);
 
 // The text that marks a good reply of this server, in addition to the network's own test; empty if there is none.
 std::string_view endpoint_success_text(endpoint row);
+
+// The part of `url` from the first slash after the host; empty without one. The scheme may be missing.
+std::string_view path_in(std::string_view url);
 
 // True if the endpoint file has an invalid value for the row, or cannot be read. The default must not be used then:
 // the owner may want another server, or an encrypted one.
@@ -36,19 +46,14 @@ bool is_refused(endpoint row);
 // Returns 0, or -1 with the reason in `error_text` if one of the rows is refused.
 int require_endpoints(std::span<const endpoint> rows);
 
-// The row's name in the endpoint file.
-const char* endpoint_name(endpoint row);
-
 // Resets every row to its default.
 void reset_endpoints();
 
-// Reads `name = value` lines; `#` starts a comment, and of several lines with one name the last counts. An invalid line
-// that begins with a known name refuses its row; any other is skipped. A file that cannot be read to its end refuses
-// every row. Each error and its consequence go to `errors`, one line each, after the file's `path`.
-void read_endpoints(std::FILE* file, const char* path, std::FILE* errors = stderr);
+// Gives the row a value of its kind, at most ENDPOINT_CAPACITY characters, and a success text, at most
+// SUCCESS_TEXT_CAPACITY; empty for none. It is no longer refused.
+void override_endpoint(endpoint row, std::string_view value, std::string_view success_text);
 
-// Loads the endpoint file on top of the defaults. Most appliances have none. One that exists and cannot be opened
-// refuses every row.
-void load_endpoints(std::FILE* errors = stderr);
+// From now on the row has no valid value, until it is overridden or reset.
+void refuse_endpoint(endpoint row);
 
 }  // namespace skypost

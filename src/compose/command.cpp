@@ -2,6 +2,12 @@
 
 namespace skypost {
 
+void append_url(text_buffer& command, endpoint server, const char* path) {
+  const std::string_view url = endpoint_value(server);
+  command.append_text(url);
+  if (path_in(url).empty()) command.append_text(path);
+}
+
 void begin_get(text_buffer& command, endpoint server, const char* path) {
   command.append("%s -t %d -q -O /dev/stdout \"", WGET_COMMAND, WGET_TRIES);
   append_url(command, server, path);

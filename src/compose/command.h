@@ -11,6 +11,9 @@ namespace skypost {
 inline constexpr char WGET_COMMAND[] = "/usr/bin/wget -U nimbulog";
 inline constexpr int WGET_TRIES = 4;
 
+// Appends the server's URL. If the endpoint file gives it no path, `path`, the network's own, follows.
+void append_url(text_buffer& command, endpoint server, const char* path);
+
 // Begins the command of a GET request, up to and including the "?" after `path`, which is the network's own: a path in
 // the endpoint file replaces it.
 void begin_get(text_buffer& command, endpoint server, const char* path);

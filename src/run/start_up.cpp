@@ -8,7 +8,7 @@
 
 #include "base/board.h"
 #include "base/debug.h"
-#include "base/endpoints.h"
+#include "base/endpoint_file.h"
 #include "live/data_server.h"
 #include "live/live_record.h"
 #include "live/report_parser.h"

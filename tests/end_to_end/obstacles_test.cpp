@@ -2,9 +2,9 @@
 // reports a file that cannot be opened, and goes on.
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "base/paths.h"
@@ -16,23 +16,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-enum class obstacle { link, dangling_link, second_name, fifo, read_fifo, directory };
-
-struct obstacle_case {
-  obstacle what;
-  const char* name;
+struct obstacle {
+  const char* command;           // puts it at $place; $target is a file
   const char* reason;            // of a pull file that cannot be opened
   bool may_be_settings = false;  // a file is found there
+  bool is_read = false;
 };
 
-const obstacle_case OBSTACLES[] = {
+const obstacle HARD_LINK = {"ln $target $place", "Too many links", true};
+const obstacle OBSTACLES[] = {
     // clang-format off
-    {obstacle::link,          "link",                "Too many levels of symbolic links", true},
-    {obstacle::dangling_link, "dangling link",       "Too many levels of symbolic links"},
-    {obstacle::second_name,   "hard link",           "Too many links",                    true},
-    {obstacle::fifo,          "FIFO",                "No such device or address"},
-    {obstacle::read_fifo,     "FIFO that is read",   "No such device or address"},
-    {obstacle::directory,     "directory",           "Is a directory"},
+    {"ln -s $target $place",         "Too many levels of symbolic links", true},
+    {"ln -s $target.nowhere $place", "Too many levels of symbolic links"},
+    HARD_LINK,
+    {"mkfifo $place",                "No such device or address"},
+    {"mkfifo $place",                "No such device or address", false, true},
+    {"mkdir $place",                 "Is a directory"},
     // clang-format on
 };
 
@@ -42,52 +41,34 @@ class obstacles : public program {
   ~obstacles() override { close(reader_); }
 
   // Replaces the file at `place` by the obstacle. A link leads to a file that holds `content`.
-  void put(obstacle what, const std::string& place, const std::string& content) {
+  void put(const obstacle& what, const std::string& place, const std::string& content) {
     const fs::path path = all.board.path(place);
     fs::remove_all(path);
     all.board.write("/target", content);
+    const std::string names =
+        "place=" + path.string() + " target=" + all.board.path("/target").string() + "; ";
+    EXPECT_EQ(std::system((names + what.command).c_str()), 0);
     close(reader_);
-    reader_ = -1;
-    switch (what) {
-      case obstacle::link:
-        fs::create_symlink(target(), path);
-        break;
-      case obstacle::dangling_link:
-        fs::create_symlink(dangling(), path);
-        break;
-      case obstacle::second_name:
-        fs::create_hard_link(target(), path);
-        break;
-      case obstacle::fifo:
-      case obstacle::read_fifo:
-        EXPECT_EQ(mkfifo(path.c_str(), 0666), 0);
-        if (what == obstacle::read_fifo) reader_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        break;
-      case obstacle::directory:
-        fs::create_directory(path);
-    }
+    reader_ = what.is_read ? open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1;
   }
 
   void expect_target_untouched(const std::string& content) const {
     EXPECT_EQ(all.board.read("/target"), content);
-    EXPECT_FALSE(fs::exists(dangling()));
+    EXPECT_FALSE(fs::exists(all.board.root() / "target.nowhere"));
   }
 
  private:
-  fs::path target() const { return all.board.root() / "target"; }
-  fs::path dangling() const { return all.board.root() / "nowhere"; }
-
-  int reader_ = -1;
+  int reader_ = -1;  // of a FIFO
 };
 
 TEST_F(obstacles, to_a_pull_file_are_reported_and_cost_the_other_steps_nothing) {
   enable_only({&meteoclimatic_enabled, &wetterspiegel_enabled, &idokep_enabled});
   for (const std::string directory : PULL_DIRECTORIES) {
     const std::string file = directory + "meteoclimatic.txt";
-    for (const obstacle_case& one : OBSTACLES) {
-      SCOPED_TRACE(one.name + (" in " + directory));
+    for (const obstacle& one : OBSTACLES) {
+      SCOPED_TRACE(one.command + (" in " + directory));
       all.board.write(directory + "wetterspiegel.txt", "old");
-      put(one.what, file, "old");
+      put(one, file, "old");
       all.board.forget_alarms();
       all.peers.forget_requests();
       EXPECT_EQ(run_well().errors, "");
@@ -106,18 +87,18 @@ TEST_F(obstacles, to_a_pull_file_are_reported_and_cost_the_other_steps_nothing) 
 // The gate is open, as if there were no such file.
 TEST_F(obstacles, to_the_last_run_file_count_as_a_missing_one) {
   enable_only({&wetterarchiv_enabled, &idokep_enabled});
-  for (const obstacle_case& one : OBSTACLES) {
-    if (one.what == obstacle::second_name) continue;  // can be read all the same
-    SCOPED_TRACE(one.name);
+  for (const obstacle& one : OBSTACLES) {
+    if (one.command == HARD_LINK.command) continue;  // can be read all the same
+    SCOPED_TRACE(one.command);
     const std::string just_now = std::to_string(std::time(nullptr));
-    put(one.what, LAST_RUN_PATH, just_now);
+    put(one, LAST_RUN_PATH, just_now);
     all.peers.forget_requests();
     EXPECT_EQ(run_well().errors, "");
     expect_target_untouched(just_now);
     EXPECT_EQ(requests("wetterarchiv"), 1);
     EXPECT_EQ(requests("idokep"), 1);
   }
-  put(obstacle::second_name, LAST_RUN_PATH, "1");
+  put(HARD_LINK, LAST_RUN_PATH, "1");
   run_well();
   expect_target_untouched("1");
   EXPECT_TRUE(all.board.alarms().empty());
@@ -126,9 +107,9 @@ TEST_F(obstacles, to_the_last_run_file_count_as_a_missing_one) {
 TEST_F(obstacles, to_the_settings_file_count_as_one_that_cannot_be_read) {
   enable_only({&idokep_enabled});
   const std::string settings = all.board.read(SETTINGS_PATH);
-  for (const obstacle_case& one : OBSTACLES) {
-    SCOPED_TRACE(one.name);
-    put(one.what, SETTINGS_PATH, settings);
+  for (const obstacle& one : OBSTACLES) {
+    SCOPED_TRACE(one.command);
+    put(one, SETTINGS_PATH, settings);
     all.board.forget_alarms();
     all.peers.forget_requests();
     const sim::run_result run = all.board.run();

@@ -11,6 +11,7 @@
 #include <set>
 #include <sstream>
 
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "base/paths.h"
 #include "channels/channels.h"

@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <regex>
 #include <string>
 
 #include "base/endpoints.h"
+#include "channels/channels.h"
 #include "networks/networks.h"
 #include "support/station.h"
 
@@ -17,12 +17,6 @@ namespace {
 class MovedServer : public ::testing::Test {
  protected:
   ~MovedServer() override { reset_endpoints(); }
-
-  static void read(std::string lines) {
-    std::FILE* const file = fmemopen(lines.data(), lines.size(), "r");
-    read_endpoints(file, "endpoints");
-    std::fclose(file);
-  }
 
   std::string command_of(const outgoing& network) const {
     return composed(network, settings, fully_equipped_station());
@@ -39,7 +33,8 @@ TEST_F(MovedServer, IsInTheCommandInPlaceOfServerAndPath) {
     SCOPED_TRACE(what->id);
     reset_endpoints();
     const std::string as_ever = command_of(*what);
-    read(endpoint_name(static_cast<const http_network*>(what)->reply.server) + (" = " + moved));
+    read_endpoint_lines(endpoint_name(static_cast<const http_network*>(what)->reply.server) +
+                        (" = " + moved));
     const std::regex url("\"https?://[^?\"]+");
     EXPECT_EQ(command_of(*what),
               std::regex_replace(as_ever, url, '"' + moved, std::regex_constants::format_first_only));
@@ -49,8 +44,19 @@ TEST_F(MovedServer, IsInTheCommandInPlaceOfServerAndPath) {
 TEST_F(MovedServer, OfIdokepsProServiceHasARowOfItsOwn) {
   fill_settings(settings);
   settings.set_integer(idokep_enabled, 2);
-  read("idokep = http://a.example/one\nidokep_pro = http://b.example/two\n");
+  read_endpoint_lines("idokep = http://a.example/one\nidokep_pro = http://b.example/two\n");
   EXPECT_NE(command_of(IDOKEP).find("\"http://b.example/two?user="), std::string::npos);
+}
+
+// A server of today refuses a name without a version, and throws packets by way of TCPXX* away. CWOP's keep theirs.
+TEST_F(MovedServer, OfAprsIsToldAnotherSoftwareAndPath) {
+  fill_settings(settings);
+  read_endpoint_lines("aprs_software = nimbulog 1.0\naprs_path = TCPIP*\n");
+  const std::string version = " vers nimbulog 1.0\r\n";
+  EXPECT_TRUE(command_of(CWOP).starts_with("User N0CALL pass -1" + version + "N0CALL>APRS,TCPXX*:@"));
+  const std::string call_sign(settings.text(aprs_call_sign));
+  EXPECT_TRUE(command_of(APRS).starts_with("User " + call_sign + " pass 12345" + version + call_sign +
+                                           ">APRS,TCPIP*:@"));
 }
 
 }  // namespace

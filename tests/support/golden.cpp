@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 #include "sim/folder.h"
 
@@ -19,6 +20,26 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
     text.replace(at, from.size(), to);
   return text;
+}
+
+std::string without_escapes(const std::string& text) {
+  constexpr std::string_view LETTERS = "nrt0e";
+  constexpr std::string_view BYTES("\n\r\t\0\x1b", LETTERS.size());
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char letter = text[i] == '\\' ? text[i + 1] : '\0';
+    const std::size_t place = LETTERS.find(letter);
+    if (letter == 'x') {
+      result += static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16));
+      i += 3;
+    } else if (place != std::string_view::npos) {
+      result += BYTES[place];
+      ++i;
+    } else {
+      result += text[i];
+    }
+  }
+  return result;
 }
 
 void expect_golden(const std::string& name, const std::string& text) {

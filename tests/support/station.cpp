@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
 #include <stdexcept>
 
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "live/report_parser.h"
 #include "run/run_list.h"
@@ -97,6 +99,14 @@ std::string local_servers() {
     if (is_server) lines += std::string(endpoint_name(endpoint{row})) + " = " + scheme + "127.0.0.1\n";
   }
   return lines;
+}
+
+std::string read_endpoint_lines(std::string lines) {
+  std::FILE* const file = fmemopen(lines.data(), lines.size(), "r");
+  ::testing::internal::CaptureStderr();
+  read_endpoints(file, "endpoints");
+  std::fclose(file);
+  return ::testing::internal::GetCapturedStderr();
 }
 
 void set_rapid_fire(settings_record& settings, std::int32_t wunderground, std::int32_t weatherflow) {

@@ -40,6 +40,9 @@ void switch_everything_on(settings_record& settings);
 // Lines of an endpoint file that put every network and every APRS server on this machine, reached by the same protocol.
 std::string local_servers();
 
+// Reads them on top of those in effect; returns what that prints.
+std::string read_endpoint_lines(std::string lines);
+
 // Both in rapid fire at their intervals in seconds, or off at 0.
 void set_rapid_fire(settings_record& settings, std::int32_t wunderground, std::int32_t weatherflow);
 

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "base/paths.h"
 #include "common/kept_text.h"

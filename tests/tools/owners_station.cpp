@@ -23,13 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string with_bytes(std::string text) {
-  const std::pair<const char*, std::string> ESCAPES[] = {
-      {"\\n", "\n"}, {"\\e", "\x1b"}, {"\\r", "\r"}, {"\\0", std::string(1, '\0')}, {"\\xff", "\xff"}};
-  for (const auto& [escape, byte] : ESCAPES) text = replaced(text, escape, byte);
-  return text;
-}
-
 const field_description& field(const std::string& name) {
   for (const field_description& row : FIELD_DESCRIPTIONS)
     if (name == row.name) return row;
@@ -65,7 +58,7 @@ void owners_station::change(const std::string& line) {
   std::getline(words, rest, '\0');
   const std::string path = first.starts_with('/') ? folder.path(first).string() : "";
   if (verb == "set") {
-    const std::string assignment = with_bytes(line.substr(4));
+    const std::string assignment = without_escapes(line.substr(4));
     const std::size_t equals = assignment.find('=');
     const field_description& row = field(assignment.substr(0, equals));
     const std::string value = assignment.substr(equals + 1);
@@ -88,12 +81,12 @@ void owners_station::change(const std::string& line) {
     hardware_address = first;
   } else if (verb == "report") {
     report = std::regex_replace(report, std::regex(first + " [^\n]*\n"), "");
-    if (!rest.empty()) report += first + ' ' + with_bytes(rest) + '\n';
+    if (!rest.empty()) report += first + ' ' + without_escapes(rest) + '\n';
     folder.write("/report", report);
   } else if (verb == "report-file") {
-    folder.write("/report", report = with_bytes(line.substr(12)));
+    folder.write("/report", report = without_escapes(line.substr(12)));
   } else if (verb == "write" || verb == "program") {
-    folder.write(first, with_bytes(rest));
+    folder.write(first, without_escapes(rest));
     if (verb == "program") fs::permissions(path, fs::perms::owner_all);
   } else if (verb == "folder") {
     fs::create_directories(path);
@@ -127,7 +120,7 @@ std::string owners_station::run(const tool& program, const std::string& line) {
   std::istringstream text(line);
   for (std::string word; text >> std::quoted(word, '\'', '\1');)
     arguments.push_back(
-        std::regex_replace(with_bytes(word), std::regex("^(--[a-z]+=|)/"), "$1" + root + "/"));
+        std::regex_replace(without_escapes(word), std::regex("^(--[a-z]+=|)/"), "$1" + root + "/"));
   const auto content = [&] { return fs::is_regular_file(file) ? folder.read(SETTINGS_PATH) : ""; };
   const std::string before = content();
   std::ostringstream out;

@@ -13,6 +13,7 @@
 #include <regex>
 #include <sstream>
 
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "base/paths.h"
 #include "common/errors.h"

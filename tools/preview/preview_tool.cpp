@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "base/board.h"
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "common/errors.h"
 #include "common/kept_text.h"

@@ -4,6 +4,7 @@
 #include <ctime>
 #include <ostream>
 
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "common/errors.h"
 #include "common/kept_text.h"

@@ -1,3 +1,4 @@
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "common/errors.h"
 #include "common/networks.h"

@@ -1,0 +1,118 @@
+// Which servers the owner's endpoint file can change, since a station's password goes to them: no value leaves its
+// place in a command, a URL or a line, and none of a bad line goes to the built-in server. The defaults are in the
+// networks' golden texts.
+
+#include "base/endpoint_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "base/endpoints.h"
+#include "base/paths.h"
+#include "base/text.h"
+#include "support/appliance_folder.h"
+#include "support/golden.h"
+
+namespace skypost::testing {
+namespace {
+
+constexpr int ROW_COUNT = static_cast<int>(endpoint::COUNT);
+
+// "<3 a>" becomes "aaa".
+std::string with_repetitions(std::string text) {
+  for (std::smatch part; std::regex_search(text, part, std::regex("<(\\d+) (.)>"));)
+    text = part.prefix().str() + std::string(std::stoul(part[1]), *part[2].first) + part.suffix().str();
+  return text;
+}
+
+class EndpointFile : public ::testing::Test {
+ protected:
+  EndpointFile() {
+    for (int row = 0; row < ROW_COUNT; ++row) defaults.emplace_back(endpoint_value(endpoint{row}));
+  }
+  ~EndpointFile() override { reset_endpoints(); }
+
+  // What loading the file prints.
+  std::string load() const {
+    ::testing::internal::CaptureStderr();
+    load_endpoints();
+    return replaced(::testing::internal::GetCapturedStderr(), path, "endpoints");
+  }
+
+  // That, and a line for each row that is not at its default.
+  std::string load_and_tell() const {
+    std::string lines = load();
+    for (int row = 0; row < ROW_COUNT; ++row) {
+      const std::string name = endpoint_name(endpoint{row});
+      const std::string value = endpoint_value(endpoint{row});
+      const std::string text(endpoint_success_text(endpoint{row}));
+      if (is_refused(endpoint{row}))
+        lines += name + " refused: " + value + '\n';
+      else if (value != defaults[static_cast<std::size_t>(row)] || !text.empty())
+        lines += name + ": " + value + '\n';
+      if (!text.empty()) lines += name + " success text: " + text + '\n';
+    }
+    return lines;
+  }
+
+  void expect_all_refused() const {
+    for (int row = 0; row < ROW_COUNT; ++row)
+      EXPECT_TRUE(is_refused(endpoint{row})) << endpoint_name(endpoint{row});
+  }
+
+  std::vector<std::string> defaults;
+  appliance_folder appliance;
+  const std::filesystem::path path = appliance.path(ENDPOINTS_PATH);
+};
+
+TEST_F(EndpointFile, OverridesOrRefusesRowByRow) {
+  std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/base/golden/endpoint_lines"));
+  std::string found;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("    ")) continue;
+    appliance.write(ENDPOINTS_PATH, without_escapes(with_repetitions(line)));
+    found += line + '\n';
+    std::istringstream results(load_and_tell());
+    for (std::string result; std::getline(results, result);) found += "    " + result + '\n';
+  }
+  expect_golden("base/golden/endpoint_lines", found);
+}
+
+TEST_F(EndpointFile, TakesNoOtherCharacterInAPath) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const char character = static_cast<char>(byte);
+    if (std::string("# \t\r\n").find(character) != std::string::npos) continue;  // ends the path
+    appliance.write(ENDPOINTS_PATH, std::string("awekas = https://host/a") + character + 'b');
+    load();
+    EXPECT_NE(is_refused(endpoint::awekas), is_alphanumeric({&character, 1}, "._~/-")) << byte;
+  }
+}
+
+// Two that are no files (a FIFO would hang the start), and two that cannot be opened.
+TEST_F(EndpointFile, RefusesEveryRowIfItCannotBeRead) {
+  EXPECT_EQ(load_and_tell(), "");  // there is none
+  const auto expect_refused = [&](const std::string& reason) {
+    EXPECT_EQ(load(), "Error: endpoints: " + reason + "; all uploads fail\n");
+    expect_all_refused();
+  };
+  std::filesystem::create_directory(path);
+  expect_refused("Is a directory");
+  std::filesystem::remove(path);
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  expect_refused("No such device or address");
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink(path, path);
+  expect_refused("Too many levels of symbolic links");
+  std::filesystem::remove_all(path.parent_path());
+  appliance.write("/etc/skypost", "not a directory");
+  expect_refused("Not a directory");
+}
+
+}  // namespace
+}  // namespace skypost::testing
