@@ -51,8 +51,8 @@ std::string judged(const http_network& network, const std::string& text) {
 }
 
 // Each line of the golden text has a network and a reply, and after it the judgement; or a line of the endpoint file,
-// for the replies after it. A server that has moved may have another sign of success than the network's own, which goes on
-// counting.
+// for the replies after it. A server that has moved may have another sign of success than the network's own, which goes
+// on counting. An empty reply, which Sauerlandwetter takes for a good one, is all that comes from a refused server.
 TEST(ReplyJudgement, IsTheSameWithAndWithoutDebugOutput) {
   std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/networks/golden/judged_replies"));
   std::string found;
