@@ -61,11 +61,6 @@ class EndpointFile : public ::testing::Test {
     return lines;
   }
 
-  void expect_all_refused() const {
-    for (int row = 0; row < ROW_COUNT; ++row)
-      EXPECT_TRUE(is_refused(endpoint{row})) << endpoint_name(endpoint{row});
-  }
-
   std::vector<std::string> defaults;
   appliance_folder appliance;
   const std::filesystem::path path = appliance.path(ENDPOINTS_PATH);
@@ -99,7 +94,7 @@ TEST_F(EndpointFile, RefusesEveryRowIfItCannotBeRead) {
   EXPECT_EQ(load_and_tell(), "");  // there is none
   const auto expect_refused = [&](const std::string& reason) {
     EXPECT_EQ(load(), "Error: endpoints: " + reason + "; all uploads fail\n");
-    expect_all_refused();
+    for (int row = 0; row < ROW_COUNT; ++row) EXPECT_TRUE(is_refused(endpoint{row})) << row;
   };
   std::filesystem::create_directory(path);
   expect_refused("Is a directory");

@@ -4,8 +4,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
-#include <string_view>
+#include <utility>
 
 #include "sim/folder.h"
 
@@ -22,24 +23,14 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   return text;
 }
 
-std::string without_escapes(const std::string& text) {
-  constexpr std::string_view LETTERS = "nrt0e";
-  constexpr std::string_view BYTES("\n\r\t\0\x1b", LETTERS.size());
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char letter = text[i] == '\\' ? text[i + 1] : '\0';
-    const std::size_t place = LETTERS.find(letter);
-    if (letter == 'x') {
-      result += static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16));
-      i += 3;
-    } else if (place != std::string_view::npos) {
-      result += BYTES[place];
-      ++i;
-    } else {
-      result += text[i];
-    }
-  }
-  return result;
+std::string without_escapes(std::string text) {
+  const std::pair<const char*, std::string> ESCAPES[] = {
+      {"\\n", "\n"}, {"\\r", "\r"}, {"\\t", "\t"}, {"\\e", "\x1b"}, {"\\0", std::string(1, '\0')}};
+  for (const auto& [escape, byte] : ESCAPES) text = replaced(text, escape, byte);
+  const std::regex number("\\\\x([0-9A-Fa-f]{2})");
+  for (std::smatch part; std::regex_search(text, part, number);)
+    text = part.prefix().str() + static_cast<char>(std::stoi(part[1], nullptr, 16)) + part.suffix().str();
+  return text;
 }
 
 void expect_golden(const std::string& name, const std::string& text) {

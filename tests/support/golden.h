@@ -12,7 +12,7 @@ std::string read_whole_file(const std::string& path);
 std::string replaced(std::string text, const std::string& from, const std::string& to);
 
 // Every \n, \r, \t, \0, \e and \xHH becomes the byte that it stands for; any other backslash stays.
-std::string without_escapes(const std::string& text);
+std::string without_escapes(std::string text);
 
 // Compares with the golden text tests/`name`. If that is missing or different, the text is left under that name
 // in the build directory's composed/; once it has been checked, it belongs in tests/.
