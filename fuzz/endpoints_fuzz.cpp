@@ -5,6 +5,7 @@
 
 #include "base/endpoint_file.h"
 #include "base/endpoints.h"
+#include "base/text.h"
 #include "harness.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
