@@ -117,6 +117,8 @@ const char* fault_of_value(endpoint_kind kind, const value_parts& parts) {
   // A URL copied from a browser often ends in one.
   if (!path.empty() && path.find_first_not_of('/') == path.npos) return "remove the trailing slash";
   if (!is_url && !path.empty()) return "this name takes no path";
+  if (kind == endpoint_kind::software && !success_text.empty())
+    return "expected a name, and a version after one blank";
   if (!is_url && !success_text.empty()) return "unexpected text after the value";
   if (!is_alphanumeric(path, "._~/-")) return "a path can only contain letters, digits and . _ ~ / -";
   if (value.size() > ENDPOINT_CAPACITY) return "longer than 127 characters";
@@ -156,7 +158,7 @@ const char* apply(const text_buffer& line, std::optional<endpoint> row, std::str
 void read_line(const text_buffer& line, const char* path, int number, std::FILE* errors) {
   const std::string_view text = without_blanks_around(line.view());
   if (text.empty() && !line.was_cut()) return;
-  const std::string_view name = head_of(text, text.find_first_of(" \t\r\n="));
+  const std::string_view name = head_of(text, text.find_first_of(" \t\r\n=:"));
   const std::optional<endpoint> row = endpoint_called(name);
   const char* const fault = apply(line, row, without_blanks_around(tail_of(text, name.size())));
   if (fault == nullptr) return;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "base/endpoint_file.h"
 #include "base/endpoints.h"
 #include "base/error_text.h"
 #include "channels/channels.h"
