@@ -9,7 +9,8 @@
 namespace skypost {
 
 // Opens `path` with open()'s `flags`, without waiting, and fills in `status`. Returns the descriptor, or -1 with the
-// reason in errno: ENXIO for anything but a regular file.
+// reason in errno: EISDIR or ENXIO for anything but a regular file, ELOOP for a link that leads nowhere. So ENOENT
+// means that nothing is there.
 int open_regular_file(const char* path, int flags, struct stat& status);
 
 // Opens or creates a file that others read, for replace_content; its text stays until then. Returns the descriptor, or

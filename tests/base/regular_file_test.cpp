@@ -2,9 +2,11 @@
 
 #include "base/regular_file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cerrno>
 #include <optional>
 #include <thread>
 
@@ -56,6 +58,17 @@ TEST_F(SharedFile, IsNeverSeenEmptyByAReader) {
   is_over = true;
   reader.join();
   EXPECT_EQ(empty, 0);
+}
+
+// Otherwise an endpoint file on a disk that is not mounted counts as missing, and passwords go to the built-in servers.
+TEST_F(SharedFile, CountsAsMissingOnlyIfNothingIsThere) {
+  struct stat status {};
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+  EXPECT_EQ(open_regular_file(path.c_str(), O_RDONLY, status), -1);
+  EXPECT_EQ(errno, ENOENT);
+  std::filesystem::create_symlink("nowhere", path);
+  EXPECT_EQ(open_regular_file(path.c_str(), O_RDONLY, status), -1);
+  EXPECT_EQ(errno, ELOOP);
 }
 
 // The disk has blocks of 4,096 bytes, and none of them is free.
