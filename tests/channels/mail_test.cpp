@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -37,12 +36,7 @@ TEST(MailReport, CommandReachesTheMailProgramUnderAnyRoot) {
 
 // A sender of the settings that is nothing but a line break names none either.
 TEST(MailReport, IsNotSentIfTheOnlySenderIsRefused) {
-  std::string line = "mail_sender = me";
-  std::FILE* const file = fmemopen(line.data(), line.size(), "r");
-  ::testing::internal::CaptureStderr();
-  read_endpoints(file, "endpoints");
-  ::testing::internal::GetCapturedStderr();
-  std::fclose(file);
+  read_endpoint_lines("mail_sender = me");
   live_data_stale = 0;
   live_record = fully_equipped_station();
   fill_settings(station_settings);
