@@ -37,7 +37,7 @@ override_row& override_of(endpoint row) { return overrides[static_cast<std::size
 const char* refused_value(endpoint_kind kind) {
   switch (kind) {
     case endpoint_kind::url:
-      // https, so that even a name server that resolves every name gets no password.
+      // https, so that a server found by a name server that resolves every name gets no password.
       return "https://refused.invalid";
     case endpoint_kind::host_and_port:
     case endpoint_kind::host:
