@@ -3,14 +3,19 @@
 #include "settings_tool/settings_tool.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <future>
+#include <optional>
 #include <sstream>
+#include <thread>
 
 #include "base/paths.h"
 #include "common/errors.h"
@@ -125,6 +130,28 @@ TEST_F(SettingsTool, LosesNoChangeOfSeveralAtOnce) {
          {&awekas_enabled, &windfinder_enabled, &windit_enabled, &idokep_enabled})
       EXPECT_EQ(record.integer(*field), value % 2);
   }
+}
+
+// Otherwise a change that comes later takes the lock of the new file, and both go on at once. Should the second lock be
+// asked for only after the rename, this passes and shows nothing.
+TEST_F(SettingsTool, TakesTheLockOfAFileThatWasReplacedMeanwhile) {
+  const auto inode_in_place = [&] {
+    struct stat status {};
+    EXPECT_EQ(stat(station.file.c_str(), &status), 0);
+    return status.st_ino;
+  };
+  std::optional<descriptor> first = lock_settings_file(station.file);
+  std::future<ino_t> locked = std::async(std::launch::async, [&] {
+    const descriptor second = lock_settings_file(station.file);
+    struct stat status {};
+    EXPECT_EQ(fstat(second.number(), &status), 0);
+    return status.st_ino;
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  const settings_file read = read_settings_file(station.file);
+  replace_settings_file(read, read.image);
+  first.reset();
+  EXPECT_EQ(locked.get(), inode_in_place());
 }
 
 // The web pages do not know of the lock.
