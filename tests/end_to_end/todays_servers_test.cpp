@@ -15,7 +15,7 @@ using todays_servers = program;
 // A server that says the same to every request, whatever it asks.
 sim::tcp_server answering(const std::string& reply) {
   return {0, "web server", [reply](sim::connection& client) {
-            while (client.read_line().value_or("") != "") {
+            while (!client.read_line().value_or("").empty()) {
             }
             client.write("HTTP/1.1 " + reply);
           }};

@@ -22,6 +22,7 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
   if (missing.empty()) return;
   out << "  Missing values:\n";
   std::vector<table_row> rows;
+  rows.reserve(missing.size());
   for (const missing_value& value : missing) rows.push_back({value.name, value.reason});
   print_table(out, rows);
 }
