@@ -62,11 +62,11 @@ void check_pull_directory_access(const checked_appliance&, findings& found) {
   const std::string networks =
       networks_where([](const run_step& step) { return step.upload->carried_by == carrier::file; });
   if (networks.empty()) return;
+  const std::string consequence = ": users other than root can change what is fetched there by " + networks +
+                                  ". Unless the web pages need it, " + REMEDY;
   for (const char* const directory : PULL_DIRECTORIES) {
     const std::string path = appliance_path(directory);
-    if (can_others_write(path))
-      found.push_back(path + ": users other than root can change what is fetched there by " + networks +
-                      ". Unless the web pages need it, " + REMEDY);
+    if (can_others_write(path)) found.push_back(path + consequence);
   }
 }
 
