@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -18,6 +17,7 @@
 #include "base/text.h"
 #include "support/appliance_folder.h"
 #include "support/golden.h"
+#include "support/pattern.h"
 
 namespace skypost::testing {
 namespace {
@@ -26,8 +26,8 @@ constexpr int ROW_COUNT = static_cast<int>(endpoint::COUNT);
 
 // "<3 a>" becomes "aaa".
 std::string with_repetitions(std::string text) {
-  for (std::smatch part; std::regex_search(text, part, std::regex("<(\\d+) (.)>"));)
-    text = part.prefix().str() + std::string(std::stoul(part[1]), *part[2].first) + part.suffix().str();
+  for (auto part = first_match(text, "<(\\d+) (.)>"); !part.empty(); part = first_match(text, "<(\\d+) (.)>"))
+    text = replaced(text, part[0], std::string(std::stoul(part[1]), part[2][0]));
   return text;
 }
 

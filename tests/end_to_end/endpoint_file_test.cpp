@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -11,6 +10,7 @@
 #include "end_to_end/program.h"
 #include "run/run_list.h"
 #include "support/golden.h"
+#include "support/pattern.h"
 
 namespace skypost::testing {
 namespace {
@@ -27,9 +27,8 @@ class endpoint_file : public program {
   std::set<std::string> servers_asked() const {
     std::istringstream calls(all.board.read("/trace"));
     std::set<std::string> servers;
-    std::smatch part;
     for (std::string call; std::getline(calls, call);)
-      if (std::regex_search(call, part, std::regex("https?://[^/?\"]+"))) servers.insert(part.str());
+      for (const std::string& part : first_match(call, "https?://[^/?\"]+")) servers.insert(part);
     return servers;
   }
 };

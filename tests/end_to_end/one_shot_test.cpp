@@ -4,13 +4,13 @@
 #include <chrono>
 #include <ctime>
 #include <filesystem>
-#include <regex>
 #include <utility>
 
 #include "base/paths.h"
 #include "end_to_end/program.h"
 #include "sim/networks.h"
 #include "sim/report.h"
+#include "support/pattern.h"
 
 namespace skypost::testing {
 namespace {
@@ -88,8 +88,8 @@ TEST_F(program, says_and_sends_nothing_when_the_data_server_closes_without_a_byt
 }
 
 TEST_F(program, warns_once_of_stale_data_and_sends_nothing) {
-  all.data->set_report(std::regex_replace(sim::lifelike_report(std::time(nullptr)),
-                                          std::regex("actual_th0_dew_c [^\n]*"), "actual_th0_dew_c ---"));
+  all.data->set_report(with_matches_as(sim::lifelike_report(std::time(nullptr)), "actual_th0_dew_c [^\n]*",
+                                       "actual_th0_dew_c ---"));
   const std::string old_file = "what the last run wrote";
   all.board.write("/srv/www/awekas.txt", old_file);
   run_well();

@@ -2,7 +2,6 @@
 
 #include <ctime>
 #include <filesystem>
-#include <regex>
 #include <sstream>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "run/run_list.h"
 #include "settings/field_descriptions.h"
 #include "support/golden.h"
+#include "support/pattern.h"
 
 namespace skypost::testing {
 namespace {
@@ -47,13 +47,12 @@ class run_list_steps : public program {
 
  private:
   std::string in_short(const std::string& call) const {
-    std::smatch part;
     if (call == "popen /sbin/ifconfig eth0 2>/dev/null" || call == "alarm 0") return {};  // start-up
     if (call.starts_with("alarm ")) return '\n' + call + ':';
-    if (std::regex_search(call, part, std::regex("^system .* skypost \"([^\"]*)\"")))
-      return " !" + part[1].str();
-    if (std::regex_search(call, part, std::regex("https?://127.0.0.1:\\d+([^?\"]*)")))
-      return " wget" + part[1].str();
+    if (const auto part = first_match(call, "^system .* skypost \"([^\"]*)\""); !part.empty())
+      return " !" + part[1];
+    if (const auto part = first_match(call, "https?://127.0.0.1:\\d+([^?\"]*)"); !part.empty())
+      return " wget" + part[1];
     if (call.starts_with("write ")) return ' ' + call.substr(6 + all.board.root().string().size());
     if (call.find("/opt/sbin/sendmail") != std::string::npos) return " mail";
     return " ?" + call;
@@ -66,9 +65,7 @@ constexpr char STEPS[] = "end_to_end/golden/steps";
 
 TEST_F(run_list_steps, are_taken_in_their_order_under_their_limits_and_names) {
   const std::string steps = read_whole_file(std::string(TESTS_DIRECTORY "/") + STEPS);
-  const auto without = [&](const char* pattern) {
-    return std::regex_replace(steps, std::regex(pattern), "");
-  };
+  const auto without = [&](const char* pattern) { return with_matches_as(steps, pattern, ""); };
   EXPECT_EQ(trace_of_a_run(1'000), without("[a-z_0-9]+_enabled "));
   EXPECT_EQ(trace_of_next_run(), without("wetterarchiv_enabled .*\n|[a-z_0-9]+_enabled "));
   EXPECT_NEAR(std::stod(all.board.read(LAST_RUN_PATH)), static_cast<double>(std::time(nullptr)), 30);

@@ -3,12 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <string>
 
 #include "base/endpoints.h"
 #include "channels/channels.h"
 #include "networks/networks.h"
+#include "support/golden.h"
+#include "support/pattern.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -35,9 +36,8 @@ TEST_F(MovedServer, IsInTheCommandInPlaceOfServerAndPath) {
     const std::string as_ever = command_of(*what);
     read_endpoint_lines(endpoint_name(static_cast<const http_network*>(what)->reply.server) +
                         (" = " + moved));
-    const std::regex url("\"https?://[^?\"]+");
-    EXPECT_EQ(command_of(*what),
-              std::regex_replace(as_ever, url, '"' + moved, std::regex_constants::format_first_only));
+    const std::string url = first_match(as_ever, "\"https?://[^?\"]+").at(0);
+    EXPECT_EQ(command_of(*what), replaced(as_ever, url, '"' + moved));
   }
 }
 

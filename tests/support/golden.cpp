@@ -4,11 +4,11 @@
 
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <utility>
 
 #include "sim/folder.h"
+#include "support/pattern.h"
 
 namespace skypost::testing {
 
@@ -27,9 +27,9 @@ std::string without_escapes(std::string text) {
   const std::pair<const char*, std::string> ESCAPES[] = {
       {"\\n", "\n"}, {"\\r", "\r"}, {"\\t", "\t"}, {"\\e", "\x1b"}, {"\\0", std::string(1, '\0')}};
   for (const auto& [escape, byte] : ESCAPES) text = replaced(text, escape, byte);
-  const std::regex number("\\\\x([0-9A-Fa-f]{2})");
-  for (std::smatch part; std::regex_search(text, part, number);)
-    text = part.prefix().str() + static_cast<char>(std::stoi(part[1], nullptr, 16)) + part.suffix().str();
+  const char* const NUMBER = "\\\\x([0-9A-Fa-f]{2})";
+  for (auto part = first_match(text, NUMBER); !part.empty(); part = first_match(text, NUMBER))
+    text = replaced(text, part[0], std::string(1, static_cast<char>(std::stoi(part[1], nullptr, 16))));
   return text;
 }
 

@@ -5,7 +5,6 @@
 
 #include <iomanip>
 #include <optional>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -17,6 +16,7 @@
 #include "settings/field_descriptions.h"
 #include "sim/report.h"
 #include "support/golden.h"
+#include "support/pattern.h"
 
 namespace skypost::testing {
 namespace {
@@ -80,7 +80,7 @@ void owners_station::change(const std::string& line) {
   } else if (verb == "hardware-address") {
     hardware_address = first;
   } else if (verb == "report") {
-    report = std::regex_replace(report, std::regex(first + " [^\n]*\n"), "");
+    report = with_matches_as(report, first + " [^\n]*\n", "");
     if (!rest.empty()) report += first + ' ' + without_escapes(rest) + '\n';
     folder.write("/report", report);
   } else if (verb == "report-file") {
@@ -119,8 +119,7 @@ std::string owners_station::run(const tool& program, const std::string& line) {
   words arguments;
   std::istringstream text(line);
   for (std::string word; text >> std::quoted(word, '\'', '\1');)
-    arguments.push_back(
-        std::regex_replace(without_escapes(word), std::regex("^(--[a-z]+=|)/"), "$1" + root + "/"));
+    arguments.push_back(with_matches_as(without_escapes(word), "^(--[a-z]+=|)/", "$1" + root + "/"));
   const auto content = [&] { return fs::is_regular_file(file) ? folder.read(SETTINGS_PATH) : ""; };
   const std::string before = content();
   std::ostringstream out;

@@ -10,7 +10,6 @@
 #include <cctype>
 #include <ctime>
 #include <optional>
-#include <regex>
 #include <sstream>
 
 #include "base/endpoint_file.h"
@@ -24,6 +23,7 @@
 #include "preview/text.h"
 #include "settings/field_descriptions.h"
 #include "support/golden.h"
+#include "support/pattern.h"
 #include "tools/owners_station.h"
 
 namespace skypost::testing {
@@ -80,11 +80,6 @@ std::string printed(const preview_page& page) {
 constexpr auto as_text = printed<print_text>;
 constexpr auto as_html = printed<print_html>;
 
-texts all_matches(const std::string& text, const char* pattern) {
-  const std::regex regex(pattern);
-  return {std::sregex_token_iterator(text.begin(), text.end(), regex), {}};
-}
-
 bool contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }
@@ -137,7 +132,7 @@ TEST_F(Preview, HidesWhatComesFromASecretAndNothingElse) {
       for (const std::string mark : {"Zq100Qz", "31337", digest.c_str()}) {
         EXPECT_FALSE(contains(hidden, mark)) << mark;
         EXPECT_TRUE(contains(shown, mark)) << mark;
-        shown = std::regex_replace(shown, std::regex(mark), "***");
+        shown = replaced(shown, mark, "***");
       }
       EXPECT_TRUE(hidden == shown || secret != "Zq100Qz");
     }
@@ -192,8 +187,7 @@ std::string text_of_page(std::string html) {
   constexpr std::pair<const char*, const char*> REPLACEMENTS[] = {
       {"<wbr>", ""}, {"<[^>]*>", " "}, {"&(ndash|#39|quot);", " "},
       {"&lt;", "<"}, {"&gt;", ">"},    {"&amp;", "&"}};
-  for (const auto& [pattern, replacement] : REPLACEMENTS)
-    html = std::regex_replace(html, std::regex(pattern), replacement);
+  for (const auto& [pattern, replacement] : REPLACEMENTS) html = with_matches_as(html, pattern, replacement);
   return html;
 }
 
@@ -220,9 +214,8 @@ TEST_F(Preview, IsNotChangedByHostileTexts) {
     for (const field_description& row : FIELD_DESCRIPTIONS)
       if (row.field.is_text() && row.group != std::string_view("sensors"))
         station.settings.set_text(row.as_text(), name);
-    station.report = std::regex_replace(
-        lifelike, std::regex("(actual_wind0_dir_(?:de|en)|actual_sun\\w+|last15m_\\w+) [^\n]*"),
-        "$1 " + word);
+    station.report = with_matches_as(
+        lifelike, "(actual_wind0_dir_(?:de|en)|actual_sun\\w+|last15m_\\w+) [^\n]*", "$1 " + word);
     return station.page();
   };
   station.with_secrets = true;
