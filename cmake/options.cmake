@@ -3,6 +3,7 @@
 add_library(skypost_options INTERFACE)
 target_compile_options(skypost_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
+  $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>
   -ffunction-sections -fdata-sections)
 # Times beyond 2038 and large files on 32-bit boards too.
 target_compile_definitions(skypost_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
