@@ -56,28 +56,20 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 }  // namespace
 
 constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
-    // clang-format off
-    // name                            enabled                rapid enabled                interval                       last                                   upload
-    {"weather underground rapid fire", &wunderground_enabled, &wunderground_rapid_enabled, &wunderground_rapid_interval, &rapid_fire_stamps::wunderground_last, &WUNDERGROUND},
-    {"weather flow rapid fire",        &weatherflow_enabled,  &weatherflow_rapid_enabled,  &weatherflow_rapid_interval,  &rapid_fire_stamps::weatherflow_last,  &WEATHERFLOW},
-    {"windit rapid fire",              &windit_enabled,       nullptr,                     nullptr,                      &rapid_fire_stamps::windit_last,       &WINDIT},
-    // clang-format on
+#define RAPID_FIRE(name, enabled, rapid_enabled, interval, last, upload) \
+  {{name, enabled, nullptr, rapid_enabled}, interval, &rapid_fire_stamps::last, &upload},
+#include "run/run_list.def"
 };
-
-bool is_active(const rapid_fire_network& network, const settings_record& settings) {
-  return settings.is_on(*network.enabled) &&
-         (network.rapid_enabled == nullptr || settings.is_on(*network.rapid_enabled));
-}
 
 bool is_any_rapid_fire_active(const settings_record& settings) {
   return std::any_of(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),
-                     [&](const rapid_fire_network& network) { return is_active(network, settings); });
+                     [&](const rapid_fire_network& network) { return is_enabled(network, settings); });
 }
 
 std::int32_t pass_length(const settings_record& settings) {
   std::int32_t length = LONGEST_PASS;
   for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
-    if (is_active(network, settings)) length = std::min(length, interval_of(network, settings));
+    if (is_enabled(network, settings)) length = std::min(length, interval_of(network, settings));
   return length;
 }
 
@@ -86,7 +78,7 @@ bool take_turn(const rapid_fire_network& network, const settings_record& setting
   std::int64_t& last = stamps.*network.last;
   const bool is_from_the_future = last > now + TOLERATED_CLOCK_CHANGE;
   const bool is_due = is_from_the_future || last + interval_of(network, settings) <= now;
-  if (!is_active(network, settings) || !is_due) return false;
+  if (!is_enabled(network, settings) || !is_due) return false;
   last = now;
   return true;
 }

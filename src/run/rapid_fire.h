@@ -4,8 +4,7 @@
 
 #include "compose/outgoing.h"
 #include "live/data_server.h"
-#include "run/failure.h"
-#include "settings/record.h"
+#include "run/upload_switch.h"
 
 namespace skypost {
 
@@ -17,19 +16,14 @@ struct rapid_fire_stamps {
 };
 
 // A network that supports rapid fire.
-struct rapid_fire_network {
-  failure_name name;
-  const integer_field* enabled;        // must be on
-  const integer_field* rapid_enabled;  // must be on too, if set
-  const integer_field* interval;       // seconds; nullptr: fixed
+struct rapid_fire_network : upload_switch {
+  const integer_field* interval;  // seconds; nullptr: fixed
   std::int64_t rapid_fire_stamps::*last;
   const outgoing* upload;
 };
 
 // In the order in which a pass sends them.
 extern const rapid_fire_network RAPID_FIRE_NETWORKS[3];
-
-bool is_active(const rapid_fire_network& network, const settings_record& settings);
 
 bool is_any_rapid_fire_active(const settings_record& settings);
 

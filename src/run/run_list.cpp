@@ -12,41 +12,9 @@ namespace {
 
 constexpr unsigned STEP_SECONDS = 15;  // then SIGALRM ends the process
 
-constexpr auto FRESH = step_limit::fresh;
-constexpr auto SHARED = step_limit::shared;
-constexpr auto GATED = step_limit::gated;
-
 constinit const run_step RUN_LIST[] = {
-    // clang-format off
-    // name                  enabled                   user          limit   upload
-    {"awekas-pull",          &awekas_enabled,          nullptr,      FRESH,  &AWEKAS_PULL},
-    {"awekas-push",          &awekas_enabled,          &awekas_user, SHARED, &AWEKAS_PUSH},
-    {"wedaal-pull",          &wedaal_enabled,          nullptr,      FRESH,  &WEDAAL_PULL},
-    {"wedaal-push",          &wedaal_enabled,          &wedaal_user, SHARED, &WEDAAL_PUSH},
-    {"meteonews",            &meteonews_enabled,       nullptr,      FRESH,  &METEONEWS},
-    {"sauerlandwetter",      &sauerlandwetter_enabled, nullptr,      FRESH,  &SAUERLANDWETTER},
-    {"SH-Netz",              &shnetz_enabled,          nullptr,      FRESH,  &SHNETZ},
-    {"windfinder",           &windfinder_enabled,      nullptr,      FRESH,  &WINDFINDER},
-    {"windit",               &windit_enabled,          nullptr,      FRESH,  &WINDIT},
-    {"hetweeractueel",       &hetweeractueel_enabled,  nullptr,      FRESH,  &HETWEERACTUEEL},
-    {"wetterpage24",         &wetterpage24_enabled,    nullptr,      FRESH,  &WETTERPAGE24},
-    {"meteoclimatic",        &meteoclimatic_enabled,   nullptr,      FRESH,  &METEOCLIMATIC},
-    {"wetterspiegel",        &wetterspiegel_enabled,   nullptr,      FRESH,  &WETTERSPIEGEL},
-    {"HAMweather/weather4u", &hamweather_enabled,      nullptr,      FRESH,  &PWSWEATHER},
-    {"wetterarchiv",         &wetterarchiv_enabled,    nullptr,      GATED,  &WETTERARCHIV},
-    {"anythingweather",      &anythingweather_enabled, nullptr,      FRESH,  &ANYTHINGWEATHER},
-    {"wetterring",           &wetterring_enabled,      nullptr,      FRESH,  &WETTERRING},
-    {"regiowetter",          &regiowetter_enabled,     nullptr,      FRESH,  &REGIOWETTER},
-    {"regiowetter-bw",       &regiowetter_bw_enabled,  nullptr,      FRESH,  &REGIOWETTER_BW},
-    {"weather underground",  &wunderground_enabled,    nullptr,      FRESH,  &WUNDERGROUND},
-    {"weatherflow",          &weatherflow_enabled,     nullptr,      FRESH,  &WEATHERFLOW},
-    {"metoffice",            &metoffice_enabled,       nullptr,      FRESH,  &METOFFICE},
-    {"CWOP",                 &cwop_enabled,            nullptr,      FRESH,  &CWOP},
-    {"APRS",                 &aprs_enabled,            nullptr,      FRESH,  &APRS},
-    {"weatherbug",           &weatherbug_enabled,      nullptr,      FRESH,  &WEATHERBUG},
-    {"borgervejr",           &borgervejr_enabled,      nullptr,      FRESH,  &BORGERVEJR},
-    {"idokep",               &idokep_enabled,          nullptr,      FRESH,  &IDOKEP},
-    // clang-format on
+#define STEP(name, enabled, user, limit, upload) {{name, enabled, user}, step_limit::limit, &upload},
+#include "run/run_list.def"
 };
 
 void run(const run_step& step) {
@@ -64,10 +32,6 @@ void run_gated(const run_step& step, const settings_record& settings, long long 
 }  // namespace
 
 std::span<const run_step> run_list() { return RUN_LIST; }
-
-bool is_enabled(const run_step& step, const settings_record& settings) {
-  return settings.is_on(*step.enabled) && (step.user == nullptr || settings.text(*step.user).size() > 1);
-}
 
 bool is_any_network_enabled(const settings_record& settings) {
   for (const run_step& step : RUN_LIST)

@@ -4,8 +4,7 @@
 #include <span>
 
 #include "compose/outgoing.h"
-#include "run/failure.h"
-#include "settings/record.h"
+#include "run/upload_switch.h"
 
 namespace skypost {
 
@@ -20,10 +19,7 @@ enum class step_limit : std::uint8_t {
 inline constexpr long long GATE_INTERVAL = 960;
 
 // One step of the one-shot run.
-struct run_step {
-  failure_name name;
-  const integer_field* enabled;
-  const text_field* user;  // if set, must have more than one character
+struct run_step : upload_switch {
   step_limit limit;
   const outgoing* upload;
 };
@@ -40,9 +36,6 @@ void for_each_outgoing(visitor visit) {
     if (step.upload->rapid_variant != nullptr) visit(*step.upload->rapid_variant);
   }
 }
-
-// True if the step's network is on and has a user name if it needs one.
-bool is_enabled(const run_step& step, const settings_record& settings);
 
 // True if at least one network is on.
 bool is_any_network_enabled(const settings_record& settings);

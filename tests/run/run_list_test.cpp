@@ -49,7 +49,7 @@ TEST(RunList, HasAStepForTheSwitchOfEveryGroup) {
     switches[row.group] += is_of_a_step ? 1 : 0;
   }
   for (const char* const common : {"record", "appliance", "position", "sensors"}) switches.erase(common);
-  for (const auto& [group, count] : switches) EXPECT_EQ(count, 1) << "run_list.cpp has no step for " << group;
+  for (const auto& [group, count] : switches) EXPECT_EQ(count, 1) << "run_list.def has no step for " << group;
 }
 
 }  // namespace

@@ -141,7 +141,7 @@ std::vector<const outgoing*> everything_handed_out() {
   for_each_outgoing([&](const outgoing& upload) {
     for (const outgoing* const other : all)
       if (std::string_view(other->id) == upload.id)
-        throw std::logic_error("run_list.cpp hands out two texts with the id " + std::string(upload.id));
+        throw std::logic_error("run_list.def hands out two texts with the id " + std::string(upload.id));
     all.push_back(&upload);
   });
   return all;

@@ -50,7 +50,7 @@ bool is_network_name(std::string_view name, const run_step& step) {
 }
 
 bool handed_out::is_on(const settings_record& settings) const {
-  return rapid == nullptr ? settings.is_on(*step.enabled) : is_active(*rapid, settings);
+  return rapid == nullptr ? settings.is_on(*step.enabled) : is_enabled(*rapid, settings);
 }
 
 std::vector<handed_out> all_handed_out() {

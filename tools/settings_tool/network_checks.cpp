@@ -165,7 +165,7 @@ void check_rapid_fire(const checked_appliance&, findings& found) {
   settings_record valid = station_settings;
   make_intervals_valid(valid);
   for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS) {
-    if (network.interval == nullptr || !is_active(network, station_settings)) continue;
+    if (network.interval == nullptr || !is_enabled(network, station_settings)) continue;
     const std::int32_t interval = station_settings.integer(*network.interval);
     const std::int32_t used = valid.integer(*network.interval);
     if (interval != used)
