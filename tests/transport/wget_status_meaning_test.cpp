@@ -1,0 +1,18 @@
+#include <gtest/gtest.h>
+
+#include "transport/upload.h"
+#include "transport/wget_status.h"
+
+namespace skypost::testing {
+namespace {
+
+// A status without words would leave the owner with "no response".
+TEST(WgetStatusMeaning, IsThereForEveryStatusOfAFailure) {
+  for (const int status : {1, 2, 3, 4, 5, 6, 7, 8, 126, 127})
+    EXPECT_NE(wget_status_meaning(status), nullptr) << status;
+  for (const int status : {NO_WGET_STATUS, 0, 9, 128, 1'000'000})
+    EXPECT_EQ(wget_status_meaning(status), nullptr) << status;
+}
+
+}  // namespace
+}  // namespace skypost::testing
