@@ -26,7 +26,8 @@ bool has_room(int file, std::size_t size) {
 int open_regular_file(const char* path, int flags, struct stat& status) {
   const int file = open(path, flags | O_NONBLOCK | O_CLOEXEC, 0666);
   if (file < 0) {
-    if (errno == ENOENT && lstat(path, &status) == 0) errno = ELOOP;
+    // With O_NOFOLLOW, open() itself says so.
+    if (errno == ENOENT && (flags & O_NOFOLLOW) == 0 && lstat(path, &status) == 0) errno = ELOOP;
     return -1;
   }
   if (fstat(file, &status) != 0) return refuse(file, errno);

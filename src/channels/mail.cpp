@@ -101,6 +101,7 @@ int send_mail_report() {
   if (pipe == nullptr) {
     const int reason = errno;
     error_text.clear();
+    error_text_holds_command = true;
     error_text.append("error pipe open: %s: %s", command.c_str(), std::strerror(reason));
     return -1;
   }

@@ -9,6 +9,7 @@
 #include "live/report_parser.h"
 #include "networks/networks.h"
 #include "run/last_run.h"
+#include "run/status_writer.h"
 #include "settings/defaults.h"
 #include "settings/load.h"
 
@@ -26,9 +27,11 @@ std::int32_t interval_of(const rapid_fire_network& network, const settings_recor
 }
 
 void send_what_is_due(rapid_fire_stamps& stamps, std::int64_t now) {
+  open_rapid_fire_status();
   for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
-    if (take_turn(network, station_settings, stamps, now) && network.upload->send() != 0)
+    if (take_turn(network, station_settings, stamps, now) && send_recorded(network, *network.upload) != 0)
       report_failure(network.name);
+  close_status();
 }
 
 void reload_settings() {

@@ -6,6 +6,7 @@
 #include "networks/networks.h"
 #include "pullfiles/pullfiles.h"
 #include "run/last_run.h"
+#include "run/status_writer.h"
 
 namespace skypost {
 namespace {
@@ -18,7 +19,7 @@ constinit const run_step RUN_LIST[] = {
 };
 
 void run(const run_step& step) {
-  if (step.upload->send() != 0) report_failure(step.name);
+  if (send_recorded(step, *step.upload) != 0) report_failure(step.name);
 }
 
 // The last-run time is written even if the step is disabled or failed.

@@ -19,6 +19,7 @@
 #include "run/process.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
+#include "run/status_writer.h"
 #include "settings/load.h"
 
 namespace skypost {
@@ -42,12 +43,18 @@ bool read_argument(const char* argument) {
   return true;
 }
 
-void run_once(long long now) {
+status_outcome serve_networks(long long now) {
   const long long age = last_run_age(now);
-  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return;
+  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return status_outcome::no_report;
   load_live_record(report);
   if (live_data_stale != 0 && is_any_network_enabled(station_settings)) report_failure(STALE_DATA_NAME);
   walk_run_list(station_settings, age, now);
+  return live_data_stale != 0 ? status_outcome::no_outdoor_data : status_outcome::good;
+}
+
+void run_once(long long now) {
+  begin_run_status();
+  end_run_status(serve_networks(now));
 }
 
 }  // namespace

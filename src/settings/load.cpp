@@ -44,8 +44,11 @@ void open_gap(settings_record& record) {
                SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
 }
 
+// What becomes of an image that was read: upgrade_settings, or as much of it as changes no file.
+using upgrade = std::int32_t (*)(settings_record& record, std::int32_t size_unlisted);
+
 // Reads the open file of `size` bytes into the record; returns -1 if it cannot be used, otherwise 0.
-std::int32_t read_settings_file(int file, std::int64_t size, settings_record& record) {
+std::int32_t read_settings_file(int file, std::int64_t size, settings_record& record, upgrade upgraded_by) {
   const bool size_unlisted = is_size_unlisted(size, this_board().platform);
 
   const std::int64_t count = read(file, record.bytes, SETTINGS_SIZE);
@@ -55,8 +58,18 @@ std::int32_t read_settings_file(int file, std::int64_t size, settings_record& re
       count != OLDER_LAYOUT_SIZE)
     return -1;
 
-  upgrade_settings(record, size_unlisted ? 1 : 0);
+  upgraded_by(record, size_unlisted ? 1 : 0);
   return 0;
+}
+
+std::int32_t load_settings_file(settings_record& record, upgrade upgraded_by) {
+  const path_text path(SETTINGS_PATH);
+  struct stat status {};
+  const int file = open_regular_file(path.c_str(), O_RDONLY, status);
+  const std::int32_t result = file < 0 ? -1 : read_settings_file(file, status.st_size, record, upgraded_by);
+  if (file >= 0) close(file);
+  if (result != 0) set_default_settings(record);
+  return result;
 }
 
 }  // namespace
@@ -92,14 +105,12 @@ std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unliste
   return adapt_image(record, size_unlisted != 0, this_board().platform);
 }
 
-std::int32_t load_settings(settings_record& record) {
-  const path_text path(SETTINGS_PATH);
-  struct stat status {};
-  const int file = open_regular_file(path.c_str(), O_RDONLY, status);
-  const std::int32_t result = file < 0 ? -1 : read_settings_file(file, status.st_size, record);
-  if (file >= 0) close(file);
-  if (result != 0) set_default_settings(record);
-  return result;
+std::int32_t load_settings(settings_record& record) { return load_settings_file(record, upgrade_settings); }
+
+std::int32_t look_at_settings(settings_record& record) {
+  return load_settings_file(record, [](settings_record& image, std::int32_t size_unlisted) {
+    return adapt_image(image, size_unlisted != 0, this_board().platform);
+  });
 }
 
 std::int32_t load_settings_with_retries(settings_record& record) {

@@ -15,7 +15,10 @@ inline constexpr std::int64_t OLDER_PLUG_LAYOUT_SIZE = 38'692;
 // file. Prints nothing; the caller reports.
 std::int32_t load_settings(settings_record& record);
 
-// The same with up to three attempts and a one-second pause after each failure, since the web pages may be
+// The same, but never copies the file: for a program that only looks.
+std::int32_t look_at_settings(settings_record& record);
+
+// load_settings with up to three attempts and a one-second pause after each failure, since the web pages may be
 // writing the file.
 std::int32_t load_settings_with_retries(settings_record& record);
 

@@ -13,6 +13,7 @@ namespace {
 
 void set_pipe_failure(const text_buffer& command, const upload_spec& spec, const char* reason) {
   error_text.clear();
+  error_text_holds_command = true;
   if (spec.pipe_reason_first)
     error_text.append("error open pipe (%s): %s", reason, command.c_str());
   else
@@ -74,6 +75,7 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
   wget_status = NO_WGET_STATUS;
   if (command.was_cut()) {
     error_text.clear();
+    error_text_holds_command = true;
     error_text.append("command longer than %zu characters, not run: %s", command.capacity(), command.c_str());
     return -1;
   }
