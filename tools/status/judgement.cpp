@@ -1,0 +1,91 @@
+#include "status/judgement.h"
+
+#include <algorithm>
+
+namespace skypost {
+namespace {
+
+bool has_outcome(const status_record& record, status_outcome outcome) {
+  return record.outcome == static_cast<std::uint32_t>(outcome);
+}
+
+// The run takes its steps in the order of the records, so the last of its number is where it was.
+std::size_t last_begun_by_run(const status_record* records) {
+  std::size_t last = RUN_RECORD;
+  for (std::size_t i = FIRST_STEP_RECORD; i < FIRST_RAPID_FIRE_RECORD; ++i)
+    if (records[i].begun != 0 && records[i].run_number == records[RUN_RECORD].run_number) last = i;
+  return last;
+}
+
+run_state state_of_run(const status_record& run, const status_record& last_begun, bool is_at_work) {
+  if (run.begun == 0) return run_state::never_begun;
+  if (!is_unfinished(run)) {
+    if (has_outcome(run, status_outcome::no_report)) return run_state::no_report;
+    if (has_outcome(run, status_outcome::no_outdoor_data)) return run_state::no_outdoor_data;
+    return run_state::complete;
+  }
+  if (is_at_work) return run_state::going_on;
+  if (&last_begun == &run || has_outcome(last_begun, status_outcome::good)) return run_state::ended_otherwise;
+  return is_unfinished(last_begun) ? run_state::ended_in_upload : run_state::ended_in_alarm_script;
+}
+
+bool was_ended(run_state run) { return run >= run_state::ended_in_upload; }
+
+// Of an upload that is under way, the one before it counts.
+upload_state state_of(const status_record& record, bool is_under_way) {
+  if (record.begun == 0) return upload_state::not_tried;
+  if (is_unfinished(record)) {
+    if (!is_under_way) return upload_state::hung;
+    if (record.failures > 0) return upload_state::failed;
+    return record.last_good > 0 ? upload_state::good : upload_state::not_tried;
+  }
+  return has_outcome(record, status_outcome::good) ? upload_state::good : upload_state::failed;
+}
+
+upload_state state_of_step(const judged_status& judged, std::size_t place) {
+  if (was_ended(judged.run) && place > judged.last_begun) return upload_state::no_turn;
+  const bool is_under_way = judged.run == run_state::going_on && place == judged.last_begun;
+  return state_of(judged.records[place], is_under_way);
+}
+
+// A network that has no switch for rapid fire is listed once rapid fire has served it.
+bool is_listed(const upload_switch& row, const status_record& record, const settings_record& settings) {
+  return is_enabled(row, settings) && (row.rapid_enabled != nullptr || record.begun != 0);
+}
+
+bool is_all_good(const judged_status& judged) {
+  // A run that is going on says only whether the one before it came to its end.
+  const bool is_run_good = judged.run == run_state::complete ||
+                           (judged.run == run_state::going_on && judged.records[RUN_RECORD].failures == 0);
+  return is_run_good && judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN &&
+         std::all_of(std::begin(judged.uploads), std::end(judged.uploads), [](upload_state state) {
+           return state == upload_state::not_listed || state == upload_state::good;
+         });
+}
+
+}  // namespace
+
+judged_status judge(const status_image& image, const settings_record& settings, const status_at_work& at_work,
+                    std::int64_t now) {
+  judged_status judged{};
+  judged.records = image.records;
+  const status_record& run = image.records[RUN_RECORD];
+  judged.last_begun = last_begun_by_run(image.records);
+  judged.run = state_of_run(run, image.records[judged.last_begun], at_work.run);
+  if (run.begun != 0) judged.seconds_since_run = std::max<std::int64_t>(now - run.begun, 0);
+
+  std::size_t place = FIRST_STEP_RECORD;
+  for (const upload_switch& row : STEP_SWITCHES) {
+    if (is_enabled(row, settings)) judged.uploads[place] = state_of_step(judged, place);
+    ++place;
+  }
+  for (const upload_switch& row : RAPID_FIRE_SWITCHES) {
+    const status_record& record = image.records[place];
+    if (is_listed(row, record, settings)) judged.uploads[place] = state_of(record, at_work.rapid_fire);
+    ++place;
+  }
+  judged.is_good = is_all_good(judged);
+  return judged;
+}
+
+}  // namespace skypost

@@ -1,0 +1,136 @@
+#include "status/status_tool.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+#include "base/board.h"
+#include "base/paths.h"
+#include "run/host_identity.h"
+#include "settings/load.h"
+#include "status/status_text.h"
+
+namespace skypost {
+namespace {
+
+constexpr int GOOD = 0;
+constexpr int NOT_GOOD = 1;
+constexpr int NO_STATUS = 2;
+
+constexpr char HELP[] =
+    "skypost-status shows how the last run of skypost went, and how the last upload to each network\n"
+    "that is switched on.\n"
+    "\n"
+    "  skypost-status [--quiet]\n"
+    "\n"
+    "  --quiet    print nothing: the exit status is the only result\n"
+    "\n"
+    "  skypost-status --help | --version\n"
+    "\n"
+    "Exit status: 0 if the last run came to its end and every network is good; 1 if not; 2 for an\n"
+    "invalid command line, or if no status is kept.\n";
+
+status_image status;
+
+status_at_work who_is_at_work(int file) {
+  return {is_status_locked(file, status_keeper::run), is_status_locked(file, status_keeper::rapid_fire)};
+}
+
+// Reads the status file, and who is at work; returns 0, or -1 with the reason in errno.
+int look_at_status(status_at_work& at_work) {
+  std::int64_t size = 0;
+  const int file = open_status_file(O_RDONLY, size);
+  if (file < 0) return -1;
+  at_work = who_is_at_work(file);
+  read_status(file, size, status);
+  // Once more, so that what begins or ends in between is not taken for something that was ended.
+  const status_at_work afterwards = who_is_at_work(file);
+  at_work.run = at_work.run || afterwards.run;
+  at_work.rapid_fire = at_work.rapid_fire || afterwards.rapid_fire;
+  close(file);
+  return 0;
+}
+
+// Why there is no status, and what to do.
+void print_no_status(int reason) {
+  const path_text path(STATUS_PATH);
+  if (reason == ENOENT)
+    std::fprintf(stderr,
+                 "No status is kept. To have it kept, once now and again at each boot, as root: "
+                 "install -m 600 /dev/null %s\n",
+                 path.c_str());
+  else if (reason == EACCES)
+    std::fprintf(stderr, "Error: only root can read %s\n", path.c_str());
+  else if (reason == EMLINK)
+    std::fprintf(stderr, "Error: %s has a second name, so no status is kept in it; delete it\n",
+                 path.c_str());
+  else
+    std::fprintf(stderr, "Error: no status is kept in %s: %s\n", path.c_str(), std::strerror(reason));
+}
+
+// As the uploader loads them, on the board that the environment names, if it does.
+int look_at_settings_of_this_board() {
+  const char* const platform = std::getenv(PLATFORM_VARIABLE);
+  if (platform == nullptr || *platform == '\0') detect_platform();
+  return look_at_settings(station_settings);
+}
+
+bool is_colourful() {
+  const char* const no_color = std::getenv("NO_COLOR");
+  return isatty(STDOUT_FILENO) != 0 && (no_color == nullptr || *no_color == '\0');
+}
+
+// Returns the exit status; nothing was printed if that fails.
+int flushed(int status_so_far) {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status_so_far;
+  std::fputs("Error: cannot write to standard output\n", stderr);
+  return NOT_GOOD;
+}
+
+int show(bool is_quiet) {
+  status_at_work at_work{};
+  if (look_at_status(at_work) != 0) {
+    if (!is_quiet) print_no_status(errno);
+    return NO_STATUS;
+  }
+  if (look_at_settings_of_this_board() != 0) {
+    if (!is_quiet) std::fprintf(stderr, "Error: cannot read %s\n", path_text(SETTINGS_PATH).c_str());
+    return NOT_GOOD;
+  }
+  const judged_status judged = judge(status, station_settings, at_work, std::time(nullptr));
+  if (!is_quiet) print_status(stdout, judged, station_settings, is_colourful());
+  return flushed(judged.is_good ? GOOD : NOT_GOOD);
+}
+
+bool has(int argument_count, char** arguments, const char* option) {
+  for (int i = 1; i < argument_count; ++i)
+    if (std::strcmp(arguments[i], option) == 0) return true;
+  return false;
+}
+
+}  // namespace
+
+int show_status(int argument_count, char** arguments) {
+  if (has(argument_count, arguments, "--help")) {
+    std::fputs(HELP, stdout);
+    return flushed(GOOD);
+  }
+  if (has(argument_count, arguments, "--version")) {
+    std::puts("skypost-status " SKYPOST_VERSION);
+    return flushed(GOOD);
+  }
+  const bool is_quiet = has(argument_count, arguments, "--quiet");
+  if (argument_count > (is_quiet ? 2 : 1)) {
+    std::fputs("Error: it takes nothing but --quiet, --help and --version\nTry 'skypost-status --help'.\n",
+               stderr);
+    return NO_STATUS;
+  }
+  return show(is_quiet);
+}
+
+}  // namespace skypost
