@@ -158,6 +158,13 @@ bool print_preview(const appliance& board) {
   return preview.status == 0;
 }
 
+// What the owner can look up afterwards.
+bool print_status(const appliance& board) {
+  const run_result status = board.run_tool(STATUS_PROGRAM, {});
+  std::printf("\n`skypost-status` on this appliance:\n\n%s%s", status.output.c_str(), status.errors.c_str());
+  return status.status == 1;  // one network has refused
+}
+
 // Returns the exit status.
 int conclude(bool is_good) {
   std::puts(is_good ? "\nEverything went as expected." : "\nNOT everything went as expected.");
@@ -167,6 +174,7 @@ int conclude(bool is_good) {
 int show_one_run() {
   world all;
   all.board.keep_files();
+  all.board.write(STATUS_PATH, "");
   all.peers.set_reply(REFUSING, reply_kind::bad);
   httplib::Server web;
   web.set_mount_point("/", all.board.path(PULL_DIRECTORIES[0]).string());
@@ -193,7 +201,9 @@ int show_one_run() {
   std::printf("The appliance's files are in %s, everything sent in texts/STEP.txt there.\n",
               all.board.root().c_str());
   const bool preview_is_good = print_preview(all.board);
-  return conclude(steps_are_good && alarms_are_good && preview_is_good && run.status == 0 && run.signal == 0);
+  const bool status_is_good = print_status(all.board);
+  return conclude(steps_are_good && alarms_are_good && preview_is_good && status_is_good && run.status == 0 &&
+                  run.signal == 0);
 }
 
 int show_rapid_fire() {
