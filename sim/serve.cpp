@@ -2,9 +2,9 @@
 //
 //   serve [REPLIES [TIME]]
 //
-// REPLIES is what the networks reply: good (the default), bad, empty, or mixed, each of these in turn. TIME is that of
-// the report, in seconds since 1970; by default now. Prints the appliance's folder, then one line for each line of
-// input, and exits at end of input:
+// REPLIES is what the networks reply: good (the default), bad, empty, hang (nothing ever), or mixed, the first three in
+// turn. TIME is that of the report, in seconds since 1970; by default now. Prints the appliance's folder, then one line
+// for each line of input, and exits at end of input:
 //
 //   dump FILE        writes to FILE what the servers have received since the last dump, which must be one full run,
 //                    and prints "dumped"
@@ -37,6 +37,7 @@ constexpr mode MODES[] = {
     {"good", {reply_kind::good}},
     {"bad", {reply_kind::bad}},
     {"empty", {reply_kind::empty}},
+    {"hang", {reply_kind::hang}},
     {"mixed", {reply_kind::good, reply_kind::bad, reply_kind::empty}},
 };
 
@@ -107,7 +108,7 @@ int main(int count, char** arguments) {
   const std::string_view wanted = count > 1 ? arguments[1] : "good";
   const mode* const chosen = std::ranges::find(MODES, wanted, &mode::name);
   if (count > 3 || chosen == std::end(MODES)) {
-    std::fputs("usage: serve [good|bad|empty|mixed [TIME]]\n", stderr);
+    std::fputs("usage: serve [good|bad|empty|hang|mixed [TIME]]\n", stderr);
     return 2;
   }
   try {
