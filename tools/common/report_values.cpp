@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "live/report_parser.h"
+#include "settings/field_descriptions.h"
 #include "settings/record.h"
 
 namespace skypost {
@@ -13,6 +14,19 @@ std::string key_of(const live_row& row) {
   key.append_pattern(row.key,
                      row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
   return std::string(key.view().substr(0, key.view().find(' ')));
+}
+
+std::string source_of(const live_row& row) {
+  if (row.sensor != nullptr && station_settings.text(*row.sensor).empty())
+    return description_of(*row.sensor).name;
+  return key_of(row);
+}
+
+void fill(const live_row& row, LiveRecord& live, std::int32_t number, const char* text) {
+  if (!row.number.is_none()) row.number.set(live, number);
+  if (row.text == nullptr) return;
+  live_text& place = live.*row.text;
+  place[std::string_view(text).copy(place, sizeof place - 1)] = '\0';
 }
 
 std::optional<std::string> word_for(const live_row& row, const char* report) {

@@ -6,26 +6,6 @@
 namespace skypost {
 namespace {
 
-// Splits a command into words as the shell does.
-std::vector<std::string> shell_words(std::string_view command) {
-  std::vector<std::string> words;
-  std::string word;
-  bool is_quoted = false;
-  for (std::size_t i = 0; i < command.size(); ++i) {
-    if (command[i] == '"') {
-      is_quoted = !is_quoted;
-    } else if (command[i] == ' ' && !is_quoted) {
-      words.push_back(std::move(word));
-      word.clear();
-    } else {
-      if (command[i] == '\\' && i + 1 < command.size()) ++i;
-      word += command[i];
-    }
-  }
-  words.push_back(std::move(word));
-  return words;
-}
-
 // Removes everything up to and including the first of `marks` and returns what preceded it; without a mark, all.
 std::string_view cut_at(std::string_view& text, std::string_view marks) {
   const std::string_view head = text.substr(0, text.find_first_of(marks));
@@ -113,6 +93,25 @@ bool strip_option(std::string_view& word, std::string_view option) {
 
 }  // namespace
 
+std::vector<std::string> shell_words(std::string_view command) {
+  std::vector<std::string> words;
+  std::string word;
+  bool is_quoted = false;
+  for (std::size_t i = 0; i < command.size(); ++i) {
+    if (command[i] == '"') {
+      is_quoted = !is_quoted;
+    } else if (command[i] == ' ' && !is_quoted) {
+      words.push_back(std::move(word));
+      word.clear();
+    } else {
+      if (command[i] == '\\' && i + 1 < command.size()) ++i;
+      word += command[i];
+    }
+  }
+  words.push_back(std::move(word));
+  return words;
+}
+
 std::string request_parameter::value() const {
   std::string whole = fields.front();
   for (std::size_t i = 1; i < fields.size(); ++i) whole += separator + fields[i];
@@ -127,11 +126,15 @@ std::vector<table_row> rows_of(const std::vector<request_parameter>& parameters)
       continue;
     }
     const std::vector<std::string>& fields = parameter.fields;
-    const std::size_t count = fields.size() - (fields.back().empty() ? 1 : 0);
+    std::vector<std::string> sources = parameter.sources;
+    sources.resize(fields.size());
+    const bool is_end = fields.back().empty() && sources.back().empty();
+    const std::size_t count = fields.size() - (is_end ? 1 : 0);
     for (std::size_t first = 0, end = 1; first < count; first = end++) {
-      while (end < count && fields[end] == fields[first]) ++end;
+      while (end < count && fields[end] == fields[first] && sources[end] == sources[first]) ++end;
       const std::string last = end == first + 1 ? "" : '-' + std::to_string(end);
-      rows.push_back({parameter.name + ' ' + std::to_string(first + 1) + last, fields[first]});
+      rows.push_back(
+          {parameter.name + ' ' + std::to_string(first + 1) + last, fields[first], sources[first]});
     }
   }
   return rows;

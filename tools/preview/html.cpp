@@ -1,6 +1,8 @@
 #include "preview/html.h"
 
+#include <algorithm>
 #include <ostream>
+#include <string_view>
 
 #include "common/printable.h"
 
@@ -36,7 +38,8 @@ body {
 }
 h1 { font-size: 1.5rem; margin: .5rem 0; }
 h2 { font-size: 1.15rem; margin: 0; }
-h2 small { font-weight: normal; color: var(--quiet); }
+h2 small { font-weight: normal; }
+small { color: var(--quiet); }
 h3 { font-size: .9rem; margin: 1rem 0 .25rem; color: var(--quiet); }
 p { margin: .25rem 0; }
 a { color: var(--link); }
@@ -105,6 +108,10 @@ std::string shown_name(const std::string& name) {
 
 std::string shown_value(const std::string& text) { return text.empty() ? "<em>(empty)</em>" : shown(text); }
 
+std::string shown_source(const std::string& source) {
+  return source.empty() ? "" : " <small>" + shown_name(source) + "</small>";
+}
+
 void print_row(std::ostream& out, const std::string& name, const std::string& value) {
   out << "<tr><th scope=\"row\">" << name << "</th><td>" << value << "</td></tr>\n";
 }
@@ -113,7 +120,8 @@ void print_request(std::ostream& out, const request_parts& request) {
   if (request.login.empty() && request.parameters.empty()) return;
   out << "<table>\n";
   for (const auto* const part : {&request.login, &request.parameters})
-    for (const table_row& row : rows_of(*part)) print_row(out, shown(row.name), shown_value(row.value));
+    for (const table_row& row : rows_of(*part))
+      print_row(out, shown(row.name), shown_value(row.value) + shown_source(row.source));
   out << "</table>\n";
 }
 
@@ -129,13 +137,6 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
   out << "<h3>Missing values</h3>\n<table>\n";
   for (const missing_value& value : missing) print_row(out, shown_name(value.name), shown(value.reason));
   out << "</table>\n";
-}
-
-void print_unset(std::ostream& out, const std::vector<std::string>& unset) {
-  if (unset.empty()) return;
-  out << "<h3>Not set</h3>\n<p>";
-  for (const std::string& name : unset) out << (&name == &unset.front() ? "" : ", ") << shown(name);
-  out << "</p>\n";
 }
 
 void print_reasons(std::ostream& out, const char* title, const std::vector<std::string>& reasons) {
@@ -158,14 +159,32 @@ void print_step(std::ostream& out, const step_preview& step) {
   print_request(out, step.request);
   print_lines(out, step.text);
   print_missing(out, step.missing);
-  print_unset(out, step.unset);
   out << "</section>\n";
 }
 
+// In words, since not everybody sees the colours.
+constexpr std::string_view WARNED = "warning";
+constexpr std::string_view SKIPPED = "not sent";
+
+std::string_view mark_of(const step_preview& step) {
+  if (!step.obstacles.empty()) return SKIPPED;
+  return step.warnings.empty() ? std::string_view{} : WARNED;
+}
+
+std::ptrdiff_t count_of(std::string_view mark, const std::vector<step_preview>& steps) {
+  return std::count_if(steps.begin(), steps.end(),
+                       [&](const step_preview& step) { return mark_of(step) == mark; });
+}
+
 void print_contents(std::ostream& out, const std::vector<step_preview>& steps) {
-  out << "<nav><ul>\n";
-  for (const step_preview& step : steps)
-    out << "<li><a href=\"#" << shown(step.id) << "\">" << shown(step.network) << "</a></li>\n";
+  out << "<nav>\n<p>" << steps.size() << " uploads: " << count_of(WARNED, steps) << " with a warning, "
+      << count_of(SKIPPED, steps) << " not sent</p>\n<ul>\n";
+  for (const step_preview& step : steps) {
+    out << "<li><a href=\"#" << shown(step.id) << "\">" << shown(step.network) << "</a>";
+    if (const std::string_view mark = mark_of(step); !mark.empty())
+      out << " <strong class=\"bad\">" << mark << "</strong>";
+    out << "</li>\n";
+  }
   out << "</ul></nav>\n";
 }
 

@@ -6,7 +6,6 @@
 #include "common/composing.h"
 #include "common/printable.h"
 #include "common/report_values.h"
-#include "settings/field_descriptions.h"
 
 namespace skypost {
 namespace {
@@ -15,28 +14,16 @@ namespace {
 constexpr std::int32_t SOME_NUMBER = 1;
 constexpr char SOME_TEXT[] = "x";
 
-void put(live_text& place, std::string_view text) { place[text.copy(place, sizeof place - 1)] = '\0'; }
-
 bool is_missing(const live_row& row, const LiveRecord& live) {
   if (row.text != nullptr) return std::strcmp(live.*row.text, row.missing_text) == 0;
   return row.number.of(live) == row.missing_number;
 }
 
-void fill(const live_row& row, LiveRecord& live) {
-  if (!row.number.is_none()) row.number.set(live, SOME_NUMBER);
-  if (row.text != nullptr) put(live.*row.text, SOME_TEXT);
-}
-
-void empty(const live_row& row, LiveRecord& live) {
-  if (!row.number.is_none()) row.number.set(live, row.missing_number);
-  if (row.text != nullptr) put(live.*row.text, row.missing_text);
-}
-
 missing_value explained(const live_row& row, const char* report) {
   if (row.sensor != nullptr && station_settings.text(*row.sensor).empty())
-    return {description_of(*row.sensor).name, "no sensor selected"};
+    return {source_of(row), "no sensor selected"};
   const std::optional<std::string> word = word_for(row, report);
-  return {key_of(row), word ? quoted(*word) + " in the report" : "not in the report"};
+  return {source_of(row), word ? quoted(*word) + " in the report" : "not in the report"};
 }
 
 // Rows of the same unselected sensor share one explanation.
@@ -49,14 +36,14 @@ void add(std::vector<missing_value>& list, missing_value value) {
 std::vector<missing_value> missing_values(const outgoing& upload, const station& source, const char* report) {
   LiveRecord complete = source.live;
   for (const live_row& row : LIVE_TABLE)
-    if (is_missing(row, source.live)) fill(row, complete);
+    if (is_missing(row, source.live)) fill(row, complete, SOME_NUMBER, SOME_TEXT);
   const std::string full = text_of(upload, {source.settings, complete, source.now, source.host});
 
   std::vector<missing_value> result;
   for (const live_row& row : LIVE_TABLE) {
     if (!is_missing(row, source.live)) continue;
     LiveRecord without = complete;
-    empty(row, without);
+    fill(row, without, row.missing_number, row.missing_text);
     if (text_of(upload, {source.settings, without, source.now, source.host}) != full)
       add(result, explained(row, report));
   }

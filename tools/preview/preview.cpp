@@ -12,6 +12,7 @@
 #include "common/plausibility.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
+#include "preview/field_sources.h"
 #include "preview/hidden_secrets.h"
 #include "pullfiles/pullfiles.h"
 #include "settings/field_descriptions.h"
@@ -100,7 +101,7 @@ void describe_packet(step_preview& preview, const handed_out& one, const setting
   } else {
     preview.where.push_back(std::string(settings.text(aprs_host)) + ':' +
                             std::to_string(settings.unsigned_integer(aprs_port)));
-    if (settings.text(aprs_host).empty()) preview.warnings.push_back("aprs_host is empty");
+    if (settings.text(aprs_host).empty()) preview.warnings.push_back("aprs_host is not set");
     warn_of_unknown_server(preview, settings.text(aprs_host), "aprs_host");
   }
   for (const std::string& fault : faults_of_position(settings, network_of(one.step)))
@@ -133,10 +134,12 @@ void describe_way(step_preview& preview, const handed_out& one, const preview_in
 void compose_content(step_preview& preview, const outgoing& upload, const preview_inputs& inputs) {
   const std::string text =
       inputs.with_secrets ? text_of(upload, inputs.source) : text_without_secrets(upload, inputs.source);
-  if (upload.carried_by == carrier::http)
+  if (upload.carried_by == carrier::http) {
     preview.request = take_apart(text);
-  else
+    name_sources(preview.request, upload, inputs.source);
+  } else {
     preview.text = text;
+  }
 }
 
 step_preview preview_of(const handed_out& one, const preview_inputs& inputs) {
@@ -153,9 +156,10 @@ step_preview preview_of(const handed_out& one, const preview_inputs& inputs) {
   if (*inputs.source.host.hardware_address == '\0' && is_hardware_address_told(one.upload, inputs.source))
     preview.warnings.push_back("ifconfig shows no hardware address of eth0 after \"HWaddr\"; " +
                                network_of(one.step) + " identifies the station by it");
-  preview.missing = missing_values(one.upload, inputs.source, inputs.report);
   for (const field_description& row : FIELD_DESCRIPTIONS)
-    if (is_text_lacking(one.upload, inputs.source, row)) preview.unset.push_back(row.name);
+    if (row.group == network_of(one.step) && is_text_lacking(one.upload, inputs.source, row))
+      preview.warnings.push_back(std::string(row.name) + " is not set");
+  preview.missing = missing_values(one.upload, inputs.source, inputs.report);
   return preview;
 }
 

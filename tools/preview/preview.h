@@ -20,7 +20,6 @@ struct step_preview {
   request_parts request;
   std::string text;
   std::vector<missing_value> missing;
-  std::vector<std::string> unset;  // settings that would be sent if they were set
 
   bool would_be_sent() const { return obstacles.empty() && warnings.empty(); }
 };

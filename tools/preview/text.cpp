@@ -9,13 +9,31 @@
 namespace skypost {
 namespace {
 
-// Two columns, the first as wide as its longest name.
+std::string shown_value(const table_row& row) { return row.value.empty() ? "(empty)" : printable(row.value); }
+
+void print_padded(std::ostream& out, const std::string& text, std::size_t width) {
+  out << std::left << std::setw(static_cast<int>(width)) << text << "  ";
+}
+
+// Each column is as wide as its longest text; a long value does not push the sources of the others away.
 void print_table(std::ostream& out, const std::vector<table_row>& rows) {
-  std::size_t width = 0;
-  for (const table_row& row : rows) width = std::max(width, printable(row.name).size());
-  for (const table_row& row : rows)
-    out << "    " << std::left << std::setw(static_cast<int>(width)) << printable(row.name) << "  "
-        << (row.value.empty() ? "(empty)" : printable(row.value)) << '\n';
+  constexpr std::size_t LONG_VALUE = 20;
+  std::size_t name_width = 0;
+  std::size_t value_width = 0;
+  for (const table_row& row : rows) {
+    name_width = std::max(name_width, printable(row.name).size());
+    if (const std::size_t width = shown_value(row).size(); width <= LONG_VALUE)
+      value_width = std::max(value_width, width);
+  }
+  for (const table_row& row : rows) {
+    print_padded(out << "    ", printable(row.name), name_width);
+    if (row.source.empty()) {
+      out << shown_value(row) << '\n';
+    } else {
+      print_padded(out, shown_value(row), value_width);
+      out << row.source << '\n';
+    }
+  }
 }
 
 void print_missing(std::ostream& out, const std::vector<missing_value>& missing) {
@@ -25,13 +43,6 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
   rows.reserve(missing.size());
   for (const missing_value& value : missing) rows.push_back({value.name, value.reason});
   print_table(out, rows);
-}
-
-void print_unset(std::ostream& out, const std::vector<std::string>& unset) {
-  if (unset.empty()) return;
-  out << "  Not set:";
-  for (const std::string& name : unset) out << (&name == &unset.front() ? " " : ", ") << name;
-  out << '\n';
 }
 
 void print_step(std::ostream& out, const step_preview& step) {
@@ -45,7 +56,6 @@ void print_step(std::ostream& out, const step_preview& step) {
   for (const std::string& line : printable_lines(step.text))
     out << (line.empty() ? "" : "    ") << line << '\n';
   print_missing(out, step.missing);
-  print_unset(out, step.unset);
 }
 
 }  // namespace
