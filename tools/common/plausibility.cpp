@@ -61,6 +61,10 @@ std::string in_words(const plausible_range& range) {
          std::to_string(range.most);
 }
 
+std::string rest_goes_into(const settings_field& smaller) {
+  return std::string("; the rest goes into ") + description_of(smaller).name;
+}
+
 // The line about a number that is missing or out of range.
 std::string finding_of_number(const integer_field& field, const settings_record& settings,
                               const std::string& consequence) {
@@ -94,6 +98,18 @@ void check_coordinate(const coordinate& one, const settings_record& settings, co
 }
 
 }  // namespace
+
+std::string fault_of_digits(const field_description& row, std::string_view text) {
+  const std::string start = std::string(row.name) + " must be ";
+  const std::string refused = row.field.is_secret() ? "" : ", not " + quoted(text);
+  for (const coordinate& one : POSITION) {
+    if (&row.field == &one.degrees) return start + "whole degrees" + refused + rest_goes_into(one.minutes);
+    if (&row.field == &one.minutes) return start + "whole minutes" + refused + rest_goes_into(one.seconds);
+    if (&row.field == &one.seconds) return start + "whole seconds" + refused;
+  }
+  const std::optional<plausible_range> range = range_of(row.field);
+  return start + (range ? in_words(*range) : "a whole number") + refused;
+}
 
 std::string fault_of_number(const field_description& row, std::int64_t number) {
   const std::optional<plausible_range> range = range_of(row.field);

@@ -10,6 +10,10 @@
 // Which of the values that a setting can hold make sense. Faults are texts for the owner, empty if there is none.
 namespace skypost {
 
+// What a text that is not a number must be instead: "cwop_enabled must be 0 or 1, not "yes"", or without `text`, since a
+// secret is not repeated.
+std::string fault_of_digits(const field_description& row, std::string_view text);
+
 // What the setting must be instead of this number or text.
 std::string fault_of_number(const field_description& row, std::int64_t number);
 std::string fault_of_text(const field_description& row, std::string_view text);

@@ -6,7 +6,6 @@
 
 #include "common/errors.h"
 #include "common/plausibility.h"
-#include "common/printable.h"
 #include "common/settings_file.h"
 #include "settings/byte_order.h"
 #include "settings/load.h"
@@ -27,9 +26,7 @@ std::int64_t number_for(const field_description& row, const std::string& text) {
   std::int64_t value = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, fault] = std::from_chars(text.data(), end, value);
-  if (stop != end || fault == std::errc::invalid_argument)
-    throw tool_error(std::string(row.name) + " must be a whole number" +
-                     (row.field.is_secret() ? "" : ", not " + quoted(text)));
+  if (stop != end || fault == std::errc::invalid_argument) throw tool_error(fault_of_digits(row, text));
   if (fault != std::errc{} || value < least || value > most)
     throw tool_error(std::string(row.name) + " must be from " + std::to_string(least) + " to " +
                      std::to_string(most) + (row.field.is_secret() ? "" : ", not " + text));
