@@ -15,12 +15,19 @@
 #include "common/kept_text.h"
 #include "settings/field_descriptions.h"
 #include "support/golden.h"
+#include "support/small_disk.h"
 #include "tools/owners_station.h"
 
 namespace skypost::testing {
 namespace {
 
 struct checked_station : owners_station {
+  checked_station() {
+    appliance.wget = folder.path("/usr/bin/wget");
+    appliance.certificates = folder.path("/etc/ssl/certs");
+    appliance.now = appliance.built = spring_morning().seconds;
+  }
+
   void prepare(const std::string& line) {
     if (line.starts_with("no-report ")) {
       report = "";
@@ -29,6 +36,10 @@ struct checked_station : owners_station {
       appliance.now = appliance.built + std::stoi(line.substr(4));
     } else if (line == "online") {
       appliance.online = true;
+    } else if (line.starts_with("timer ")) {
+      appliance.timer = line.substr(6);
+    } else if (line.starts_with("last-run ")) {
+      folder.write(LAST_RUN_PATH, std::to_string(appliance.now - std::stoi(line.substr(9))));
     } else {
       change(line);
     }
@@ -46,9 +57,7 @@ struct checked_station : owners_station {
     return findings_of(appliance);
   }
 
-  checked_appliance appliance{
-      {},   "", "", "", "", folder.path("/usr/bin/wget"), spring_morning().seconds, spring_morning().seconds,
-      false};
+  checked_appliance appliance{};
 };
 
 TEST(Checks, FindEachFaultAndNothingElse) {
@@ -81,6 +90,52 @@ TEST(Checks, FindAPullDirectoryThatCannotBeWrittenInto) {
   ASSERT_EQ(found.size(), 1U);
   EXPECT_TRUE(station.without_root(found[0]).starts_with(
       "/var/run/nimbulog/uploads/: no file can be written there (Permission denied)"));
+}
+
+// Its name can still be created, and a short file may still be written over.
+TEST(Checks, FindAPullDirectoryOnAFullDisk) {
+  checked_station station;
+  const small_disk disk(station.folder.path("/srv/www"));
+  if (!disk.is_mounted()) GTEST_SKIP() << "only root can mount";
+  station.change("mode 0755 /srv/www");
+  EXPECT_EQ(station.found(), findings{});
+  disk.fill();
+  const findings found = station.found();
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_TRUE(station.without_root(found[0]).starts_with(
+      "/srv/www/: its disk is full (No space left on device), so new values may not reach AWEKAS, "))
+      << found[0];
+}
+
+TEST(Checks, LeaveNothingInAPullDirectory) {
+  checked_station station;
+  station.found();
+  for (const char* const directory : PULL_DIRECTORIES)
+    EXPECT_TRUE(std::filesystem::is_empty(station.folder.path(directory))) << directory;
+}
+
+// wgetrc can name others than the system's, or have none checked.
+TEST(Checks, LookForTheCertificatesThatWgetTrusts) {
+  const std::string PEM = "-----BEGIN TRUSTED CERTIFICATE-----\n";
+  const struct {
+    const char* wgetrc;  // %s is a folder with no certificate but own.pem
+    std::size_t findings;
+  } ROWS[] = {{"", 1},
+              {"ca_directory = %s\n", 0},
+              {"ca_directory = %s/none\n", 1},
+              {"CA-Certificate=%s/own.pem \r\n", 0},
+              {"#ca_certificate = %s/own.pem\n", 1},
+              {"ca_certificate = %s/other.pem\n", 1},
+              {"check_certificate = off\n", 0},
+              {"check_certificate = off\ncheck_certificate = on\n", 1}};
+  for (const auto& row : ROWS) {
+    checked_station station;
+    station.change("remove /etc/ssl/certs");
+    station.folder.write("/own/own.pem", PEM);
+    station.folder.write("/own/other.pem", "no certificate");
+    station.folder.write(WGET_SETTINGS_PATH, replaced(row.wgetrc, "%s", station.folder.path("/own")));
+    EXPECT_EQ(station.found().size(), row.findings) << row.wgetrc;
+  }
 }
 
 // An owner may write whatever the mode says, and a group as it says.

@@ -40,7 +40,9 @@ owners_station::owners_station()
   folder.write("/report", report);
   for (const char* const directory : PULL_DIRECTORIES) change(std::string("folder ") + directory);
   for (const char* const path : {ALARM_SCRIPT_PATH, MAIL_PROGRAM_PATH, "/usr/bin/wget"})
-    change(std::string("program ") + path + " #!/bin/sh\\necho '-cares +https +ipv6'\\n");
+    change(std::string("program ") + path + " #!/bin/sh\\necho 'GNU Wget 1.21.3 -cares +https +ipv6'\\n");
+  folder.write(MAIL_CONFIGURATION_PATH, "hostname = 127.0.0.1:25\n");
+  folder.write("/etc/ssl/certs/ca.pem", "-----BEGIN CERTIFICATE-----\n");
 }
 
 owners_station::~owners_station() {

@@ -161,7 +161,7 @@ TEST_F(SettingsTool, DoesNotUndoWhatAnotherProgramHasWritten) {
   const std::string written = read_whole_file(station.file);
   EXPECT_THROW(replace_settings_file(read, read.image), tool_error);
   EXPECT_EQ(read_whole_file(station.file), written);
-  EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(station.file).parent_path()), {}), 2);
+  EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(station.file).parent_path()), {}), 3);
 }
 
 TEST_F(SettingsTool, NamesAndShowsEverySetting) {

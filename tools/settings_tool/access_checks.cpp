@@ -59,8 +59,7 @@ void check_settings_access(const checked_appliance& appliance, findings& found) 
 }
 
 void check_pull_directory_access(const checked_appliance&, findings& found) {
-  const std::string networks =
-      networks_where([](const run_step& step) { return step.upload->carried_by == carrier::file; });
+  const std::string networks = networks_by(carrier::file);
   if (networks.empty()) return;
   const std::string consequence = ": users other than root can change what is fetched there by " + networks +
                                   ". Unless the web pages need it, " + REMEDY;

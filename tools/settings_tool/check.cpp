@@ -6,6 +6,7 @@
 
 #include "base/endpoint_file.h"
 #include "base/endpoints.h"
+#include "common/command_output.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
 #include "common/printable.h"
@@ -18,6 +19,12 @@
 
 namespace skypost {
 namespace {
+
+// Empty if systemd does not run here, or does not answer.
+std::string timer_state() {
+  if (!is_there(appliance_path("/run/systemd/system"))) return {};
+  return output_of("systemctl show --property=ActiveState,UnitFileState skypost.timer 2>/dev/null");
+}
 
 // Reads what the uploader reads at start-up.
 checked_appliance read_appliance(const words& arguments) {
@@ -36,6 +43,8 @@ checked_appliance read_appliance(const words& arguments) {
 
   const std::string_view wget = WGET_COMMAND;
   appliance.wget = wget.substr(0, wget.find(' '));
+  appliance.certificates = "/etc/ssl/certs";
+  appliance.timer = timer_state();
   appliance.now = std::time(nullptr);
   appliance.built = SKYPOST_BUILD_DATE;
   return appliance;

@@ -18,6 +18,8 @@ struct checked_appliance {
   std::string endpoint_errors;   // of loading the endpoint file, one per line
   std::string hardware_address;  // of eth0; empty if unknown
   std::string wget;              // its path
+  std::string certificates;      // the directory in which it looks for those of certification authorities
+  std::string timer;             // what systemd says of skypost.timer; empty if it does not run here
   std::time_t now;
   std::time_t built;  // a time no later than the build
   bool online;        // names may be resolved

@@ -77,6 +77,10 @@ std::vector<handed_out> handed_out_by(const run_step& step) {
   return all;
 }
 
+std::string networks_by(carrier carried_by) {
+  return networks_where([=](const run_step& step) { return step.upload->carried_by == carried_by; });
+}
+
 std::vector<called_server> servers_of(const run_step& step) {
   if (!refused_among(needed_by(*step.upload, station_settings)).empty()) return {};
   if (step.upload == &CWOP) return cwop_servers();

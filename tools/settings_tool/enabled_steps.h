@@ -23,6 +23,9 @@ std::string networks_where(condition has) {
   return names;
 }
 
+// Those whose uploads are carried like this.
+std::string networks_by(carrier carried_by);
+
 // A server that a step connects to.
 struct called_server {
   std::string scheme;    // "http", "https"; empty: another protocol

@@ -87,10 +87,11 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
   check_url_values(step, found);
   if (appliance.hardware_address.empty() &&
       is_hardware_address_told(*step.upload, station_without_values("")))
-    found.push_back("eth0: ifconfig shows no hardware address after \"HWaddr\"; " + network +
-                    " identifies the station by it. Newer versions write \"ether\": see skypost(8). Check "
-                    "the interface, or set " +
-                    switch_of(step) + " to 0.");
+    found.push_back(
+        "eth0: ifconfig shows no hardware address after \"HWaddr\", by which " + network +
+        " identifies the station. The interface must be called eth0; or set " + switch_of(step) +
+        " to 0. If ifconfig writes \"ether\", as Debian's does, use busybox's: apt install busybox && "
+        "dpkg-divert --local --rename /sbin/ifconfig && ln -s /bin/busybox /sbin/ifconfig");
 }
 
 // Why the name of a server does not resolve, a code of getaddrinfo; 0 if it does. APRS uses IPv4 only.
@@ -147,8 +148,7 @@ void check_endpoint_file(const checked_appliance& appliance, findings& found) {
 }
 
 void check_position(const checked_appliance&, findings& found) {
-  const std::string networks =
-      networks_where([](const run_step& step) { return step.upload->carried_by == carrier::aprs; });
+  const std::string networks = networks_by(carrier::aprs);
   if (networks.empty()) return;
   for (const std::string& fault : faults_of_position(station_settings, networks)) found.push_back(fault);
 }

@@ -1,0 +1,52 @@
+// The check of where the files are written that networks fetch.
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "base/paths.h"
+#include "common/descriptor.h"
+#include "settings_tool/checks.h"
+#include "settings_tool/enabled_steps.h"
+
+namespace skypost {
+namespace {
+
+constexpr std::size_t BLOCK = 4'096;  // bytes; no pull file is longer
+
+// Writes a block to a new file in a directory; returns 0 or the reason, an errno. The name is removed first, so that a
+// check that is killed leaves an empty file at most, and the block goes with the descriptor.
+int try_to_write(const std::string& directory) {
+  std::string name = directory + ".skypost-check.XXXXXX";
+  const descriptor file(mkostemp(name.data(), O_CLOEXEC));
+  if (!file.is_open()) return errno;
+  unlink(name.c_str());
+  const std::string block(BLOCK, 'x');
+  errno = ENOSPC;  // a block that is cut short gives no reason
+  const bool is_whole = write(file.number(), block.data(), block.size()) == ssize_t{BLOCK};
+  return is_whole && fsync(file.number()) == 0 ? 0 : errno;
+}
+
+}  // namespace
+
+void check_pull_directories(const checked_appliance&, findings& found) {
+  const std::string networks = networks_by(carrier::file);
+  if (networks.empty()) return;
+  for (const char* const directory : PULL_DIRECTORIES) {
+    const std::string path = appliance_path(directory);
+    const int fault = try_to_write(path);
+    if (fault == 0) continue;
+    const std::string reason = std::string(" (") + std::strerror(fault) + "), so ";
+    if (fault == ENOSPC || fault == EDQUOT)
+      found.push_back(path + ": its disk is full" + reason + "new values may not reach " + networks +
+                      ". Make room on it.");
+    else
+      found.push_back(path + ": no file can be written there" + reason + "no new files reach " + networks +
+                      ". Make it a directory that skypost can write to.");
+  }
+}
+
+}  // namespace skypost

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace skypost {
+
+// Why a program cannot be run; empty if it can.
+std::string program_fault(const std::string& path);
+
+}  // namespace skypost
