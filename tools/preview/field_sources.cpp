@@ -22,23 +22,6 @@ struct content {
 constexpr content ONE = {1'000, "x", 0};
 constexpr content OTHER = {2'000, "y", 39'960'400};
 
-// A station with the one content everywhere, of which one value at a time can be changed.
-struct probe {
-  explicit probe(const station& source)
-      : settings(source.settings), host(source.host), now(moment_at(ONE.time)) {
-    for (const live_row& row : LIVE_TABLE) fill(row, live, ONE.number, ONE.text);
-  }
-
-  parameters sent(const outgoing& upload) const {
-    return take_apart(text_of(upload, {settings, live, now, host})).parameters;
-  }
-
-  settings_record settings;
-  LiveRecord live{};
-  board host;
-  moment now;
-};
-
 // Adds `source` to the fields of `shown` in which the two requests differ.
 void add_where_different(parameters& shown, const parameters& one, const parameters& other,
                          const std::string& source) {
@@ -60,24 +43,26 @@ void name_sources(request_parts& shown, const outgoing& upload, const station& s
   if (std::none_of(shown.parameters.begin(), shown.parameters.end(),
                    [](const request_parameter& parameter) { return parameter.is_record(); }))
     return;
-  const probe one(source);
-  const parameters plain = one.sent(upload);
+  const auto sent = [&](const settings_record& settings, const LiveRecord& live, const content& filling) {
+    return take_apart(text_of(upload, {settings, live, moment_at(filling.time), source.host})).parameters;
+  };
+  LiveRecord live{};
+  for (const live_row& row : LIVE_TABLE) fill(row, live, ONE.number, ONE.text);
+  const parameters plain = sent(source.settings, live, ONE);
   for (const live_row& row : LIVE_TABLE) {
-    probe other = one;
-    fill(row, other.live, OTHER.number, OTHER.text);
-    add_where_different(shown.parameters, plain, other.sent(upload), source_of(row));
+    LiveRecord other = live;
+    fill(row, other, OTHER.number, OTHER.text);
+    add_where_different(shown.parameters, plain, sent(source.settings, other, ONE), source_of(row));
   }
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (!row.field.is_text()) continue;
-    probe with_one = one;
-    probe with_other = one;
-    with_one.settings.set_text(row.as_text(), ONE.text);
-    with_other.settings.set_text(row.as_text(), OTHER.text);
-    add_where_different(shown.parameters, with_one.sent(upload), with_other.sent(upload), row.name);
+    settings_record one = source.settings;
+    settings_record other = source.settings;
+    one.set_text(row.as_text(), ONE.text);
+    other.set_text(row.as_text(), OTHER.text);
+    add_where_different(shown.parameters, sent(one, live, ONE), sent(other, live, ONE), row.name);
   }
-  probe later = one;
-  later.now = moment_at(OTHER.time);
-  add_where_different(shown.parameters, plain, later.sent(upload), CLOCK);
+  add_where_different(shown.parameters, plain, sent(source.settings, live, OTHER), CLOCK);
 }
 
 }  // namespace skypost
