@@ -13,6 +13,7 @@
 #include "base/endpoints.h"
 #include "base/paths.h"
 #include "common/kept_text.h"
+#include "run/status_file.h"
 #include "settings/field_descriptions.h"
 #include "support/golden.h"
 #include "support/small_disk.h"
@@ -36,13 +37,23 @@ struct checked_station : owners_station {
       appliance.now = appliance.built + std::stoi(line.substr(4));
     } else if (line == "online") {
       appliance.online = true;
-    } else if (line.starts_with("timer ")) {
-      appliance.timer = line.substr(6);
+    } else if (line.starts_with("timer")) {
+      appliance.timer = line.substr(5);
+    } else if (line.starts_with("run-begun ")) {
+      record_run(appliance.now - std::stoi(line.substr(10)));
     } else if (line.starts_with("last-run ")) {
       folder.write(LAST_RUN_PATH, std::to_string(appliance.now - std::stoi(line.substr(9))));
     } else {
       change(line);
     }
+  }
+
+  // In the status file.
+  void record_run(std::int64_t begun) const {
+    status_image image;
+    read_status(-1, 0, image);
+    image.records[RUN_RECORD].begun = begun;
+    folder.write(STATUS_PATH, {reinterpret_cast<const char*>(&image), sizeof image});
   }
 
   findings found() {

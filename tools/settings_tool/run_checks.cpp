@@ -1,31 +1,52 @@
 // The check of whether runs are started. Where cron starts them, the timer is rightly off.
 
+#include <fcntl.h>
+
+#include <optional>
+
+#include "common/descriptor.h"
 #include "run/last_run.h"
 #include "run/run_list.h"
+#include "run/status_file.h"
 #include "settings_tool/checks.h"
 
 namespace skypost {
 namespace {
 
-constexpr long long LONG_AGO = 3'600;  // seconds; runs are five minutes apart, and recorded every 16
+constexpr long long LONG_AGO = 3'600;  // seconds; runs are five minutes apart
+
+// How long ago the last run in the status file began; nothing if no run is there.
+std::optional<long long> recorded_run_age(long long now) {
+  std::int64_t size = 0;
+  const descriptor file(open_status_file(O_RDONLY, size));
+  if (!file.is_open()) return std::nullopt;
+  status_image image;
+  read_status(file.number(), size, image);
+  const std::int64_t begun = image.records[RUN_RECORD].begun;
+  if (begun == 0) return std::nullopt;
+  return now - begun;
+}
 
 }  // namespace
 
 void check_runs(const checked_appliance& appliance, findings& found) {
+  if (!is_any_network_enabled(station_settings)) return;
   const auto is_timer = [&](const char* state) { return appliance.timer.find(state) != std::string::npos; };
-  if (appliance.timer.empty() || !is_any_network_enabled(station_settings)) return;
-  if (!is_timer("ActiveState=active")) {
-    if (last_run_age(appliance.now) > LONG_AGO)
-      found.push_back(
-          "skypost.timer: it is not active and no run is recorded in the last hour, so nothing is sent. "
-          "Enable it: "
-          "systemctl enable --now skypost.timer");
-  } else if (is_timer("UnitFileState=disabled")) {
+  const std::optional<long long> recorded = recorded_run_age(appliance.now);
+  // Without a status file, the last-run file is written every 16 minutes, if the runs get that far.
+  const bool is_long_ago = recorded.value_or(last_run_age(appliance.now)) > LONG_AGO;
+  if (is_timer("ActiveState=") && !is_timer("ActiveState=active") && is_long_ago)
     found.push_back(
-        "skypost.timer: it is active but not enabled, so nothing is sent after the next start of this "
-        "machine. "
-        "Enable it: systemctl enable skypost.timer");
-  }
+        "skypost.timer: it is not active, and no run is recorded in the last hour, so nothing is sent."
+        " Unless something else starts the runs, enable it: systemctl enable --now skypost.timer");
+  else if (recorded && is_long_ago)
+    found.push_back("skypost: the last run began " + std::to_string(*recorded / 60) +
+                    " minutes ago, so nothing is sent. See whether skypost.timer or cron still starts one"
+                    " every five minutes.");
+  if (is_timer("ActiveState=active") && is_timer("UnitFileState=disabled"))
+    found.push_back(
+        "skypost.timer: it is active but not enabled, so nothing is sent once this machine has been started"
+        " again. Enable it: systemctl enable skypost.timer");
 }
 
 }  // namespace skypost
