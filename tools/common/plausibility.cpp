@@ -100,15 +100,22 @@ void check_coordinate(const coordinate& one, const settings_record& settings, co
 }  // namespace
 
 std::string fault_of_digits(const field_description& row, std::string_view text) {
-  const std::string start = std::string(row.name) + " must be ";
-  const std::string refused = row.field.is_secret() ? "" : ", not " + quoted(text);
-  for (const coordinate& one : POSITION) {
-    if (&row.field == &one.degrees) return start + "whole degrees" + refused + rest_goes_into(one.minutes);
-    if (&row.field == &one.minutes) return start + "whole minutes" + refused + rest_goes_into(one.seconds);
-    if (&row.field == &one.seconds) return start + "whole seconds" + refused;
-  }
   const std::optional<plausible_range> range = range_of(row.field);
-  return start + (range ? in_words(*range) : "a whole number") + refused;
+  std::string wanted = range ? in_words(*range) : "a whole number";
+  std::string rest;
+  for (const coordinate& one : POSITION) {
+    if (row.field.offset == one.degrees.offset) {
+      wanted = "whole degrees";
+      rest = rest_goes_into(one.minutes);
+    } else if (row.field.offset == one.minutes.offset) {
+      wanted = "whole minutes";
+      rest = rest_goes_into(one.seconds);
+    } else if (row.field.offset == one.seconds.offset) {
+      wanted = "whole seconds";
+    }
+  }
+  return std::string(row.name) + " must be " + wanted +
+         (row.field.is_secret() ? "" : ", not " + quoted(text)) + rest;
 }
 
 std::string fault_of_number(const field_description& row, std::int64_t number) {

@@ -30,6 +30,16 @@ int try_to_write(const std::string& directory) {
   return is_whole && fsync(file.number()) == 0 ? 0 : errno;
 }
 
+// `fault` is an errno.
+std::string finding_of(const std::string& path, int fault, const std::string& networks) {
+  const std::string reason = std::string(" (") + std::strerror(fault) + "), so ";
+  if (fault == ENOSPC || fault == EDQUOT)
+    return path + ": its disk is full" + reason + "new values may not reach " + networks +
+           ". Make room on it.";
+  return path + ": no file can be written there" + reason + "no new files reach " + networks +
+         ". Make it a directory that skypost can write to.";
+}
+
 }  // namespace
 
 void check_pull_directories(const checked_appliance&, findings& found) {
@@ -37,15 +47,7 @@ void check_pull_directories(const checked_appliance&, findings& found) {
   if (networks.empty()) return;
   for (const char* const directory : PULL_DIRECTORIES) {
     const std::string path = appliance_path(directory);
-    const int fault = try_to_write(path);
-    if (fault == 0) continue;
-    const std::string reason = std::string(" (") + std::strerror(fault) + "), so ";
-    if (fault == ENOSPC || fault == EDQUOT)
-      found.push_back(path + ": its disk is full" + reason + "new values may not reach " + networks +
-                      ". Make room on it.");
-    else
-      found.push_back(path + ": no file can be written there" + reason + "no new files reach " + networks +
-                      ". Make it a directory that skypost can write to.");
+    if (const int fault = try_to_write(path); fault != 0) found.push_back(finding_of(path, fault, networks));
   }
 }
 
