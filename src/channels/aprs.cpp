@@ -177,6 +177,7 @@ outcome exchange(int connection, const aprs_task& task, const char* host, int at
     add_failure("socket read", attempt, host, std::strerror(errno));
     return outcome::try_again;
   }
+  tell_reply(reply.view());
   debug_print("Reply: %s\n", reply.c_str());
   if (std::strstr(reply.c_str(), task.call_sign) != nullptr) return outcome::sent;
   add_failure("data transfer", attempt, host, newlines_to_commas(reply).c_str());

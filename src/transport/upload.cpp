@@ -87,6 +87,7 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
   }
   reply_text reply;
   const std::size_t count = read_reply(reply, pipe);
+  tell_reply(reply.view());
   wget_status = status_of_wget(pclose(pipe), count, spec);
   return judge_upload(reply, count, spec);
 }
