@@ -11,8 +11,6 @@
 namespace skypost {
 namespace {
 
-constexpr unsigned STEP_SECONDS = 15;  // then SIGALRM ends the process
-
 constinit const run_step RUN_LIST[] = {
 #define STEP(name, enabled, user, limit, upload) {{name, enabled, user}, step_limit::limit, &upload},
 #include "run/run_list.def"

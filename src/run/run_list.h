@@ -8,12 +8,15 @@
 
 namespace skypost {
 
-// When the limit of 15 seconds starts that a step runs under.
+// When the limit starts that a step runs under.
 enum class step_limit : std::uint8_t {
   fresh,   // with the step
   shared,  // with the step before
   gated,   // as `fresh`, but the step runs only if the last run is old enough
 };
+
+// The limit of a step, in seconds; then SIGALRM ends the process.
+inline constexpr unsigned STEP_SECONDS = 15;
 
 // A gated step runs only if the last run is longer ago than this, in seconds.
 inline constexpr long long GATE_INTERVAL = 960;
