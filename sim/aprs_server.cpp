@@ -5,6 +5,9 @@
 namespace skypost::sim {
 namespace {
 
+constexpr char NO_LOGIN[] = "# Invalid login string, too few arguments";
+constexpr char NO_VERSION[] = "# Invalid login: software name and version are not separated by a space";
+
 // Time stamp, position, wind, temperature, rain, pressure and humidity, known or not; luminosity.
 bool is_weather_report(const std::string& text) {
   static const std::regex FORMAT(
@@ -39,13 +42,20 @@ std::vector<aprs_session_seen> aprs_server::sessions() const {
   return sessions_;
 }
 
+// Each line is replied to at once.
 void aprs_server::talk(connection& client) {
   client.write("# aprs-simulator 1.0\r\n");
   const std::string login = client.read_line().value_or("");
-  const std::string packet = client.read_line().value_or("");
-  const aprs_session_seen seen = judge(login, packet);
+  const std::string reply = reply_to(login);
   std::this_thread::sleep_for(delay_.load());
-  client.write(seen.reply + "\r\n");
+  client.write(reply + "\r\n");
+  const std::string packet = client.read_line().value_or("");
+  aprs_session_seen seen{login, packet, reply, fate_of(login, packet)};
+  if (reply == NO_VERSION && !packet.empty()) {
+    // After such a login, the packet is taken for another one.
+    client.write(std::string(NO_LOGIN) + "\r\n");
+    seen.reply += std::string("\r\n") + NO_LOGIN;
+  }
   {
     const std::lock_guard lock(mutex_);
     sessions_.push_back(seen);
@@ -53,39 +63,29 @@ void aprs_server::talk(connection& client) {
   client.wait_until_closed();
 }
 
-aprs_session_seen aprs_server::judge(const std::string& line, const std::string& packet) const {
-  aprs_session_seen seen{line, packet, {}, {}};
+std::string aprs_server::reply_to(const std::string& line) const {
   const std::optional<login> by = read_login(line);
-  // After a refused login, the packet is taken for another one.
-  constexpr char NO_LOGIN[] = "# Invalid login string, too few arguments";
-  if (!by || by->call_sign != call_sign_) {
-    seen.reply = NO_LOGIN;
-    seen.fate = "refused: not this station's login";
-    return seen;
-  }
-  const bool is_general = network_ == aprs_network::general;
-  if (is_general && !by->has_version) {
-    seen.reply =
-        std::string("# Invalid login: software name and version are not separated by a space\r\n") + NO_LOGIN;
-    seen.fate = "refused: login without a version";
-    return seen;
-  }
-
+  if (!by || by->call_sign != call_sign_) return NO_LOGIN;
+  if (network_ == aprs_network::general && !by->has_version) return NO_VERSION;
   const bool is_verified = by->passcode == std::to_string(passcode_);
-  seen.reply = "# logresp " + call_sign_ + (is_verified ? " verified" : " unverified") + ", server SIMULATED";
+  return "# logresp " + call_sign_ + (is_verified ? " verified" : " unverified") + ", server SIMULATED";
+}
+
+std::string aprs_server::fate_of(const std::string& line, const std::string& packet) const {
+  const std::string reply = reply_to(line);
+  if (reply == NO_LOGIN) return "refused: not this station's login";
+  if (reply == NO_VERSION) return "refused: login without a version";
+  if (packet.empty()) return "no packet";
+  const bool is_general = network_ == aprs_network::general;
   const std::size_t header = packet.find(':') + 1;
   const std::string start = call_sign_ + ">APRS,";
   const bool is_from_here = packet == start + "TCPIP*:" + packet.substr(header);
   const bool is_unverified_path = packet == start + "TCPXX*:" + packet.substr(header);
   if (!(is_from_here || is_unverified_path) || !is_weather_report(packet.substr(header)))
-    seen.fate = "discarded: no weather packet";
-  else if (is_general && !is_verified)
-    seen.fate = "discarded: station not verified";
-  else if (is_general && is_unverified_path)
-    seen.fate = "discarded: path TCPXX*";
-  else
-    seen.fate = aprs_session_seen::RELAYED;
-  return seen;
+    return "discarded: no weather packet";
+  if (is_general && reply.find(" unverified") != std::string::npos) return "discarded: station not verified";
+  if (is_general && is_unverified_path) return "discarded: path TCPXX*";
+  return aprs_session_seen::RELAYED;
 }
 
 }  // namespace skypost::sim

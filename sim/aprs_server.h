@@ -28,8 +28,8 @@ enum class aprs_network {
   cwop,
 };
 
-// An APRS-IS server: greets, reads a login and a packet, and says by its reply what it thinks of the login. What
-// becomes of the packet it tells nobody.
+// An APRS-IS server: greets, reads a login, says what it thinks of that, and reads a packet. What becomes of the packet
+// it tells nobody.
 class aprs_server {
  public:
   // The station's passcode verifies it.
@@ -42,7 +42,8 @@ class aprs_server {
 
  private:
   void talk(connection& client);
-  aprs_session_seen judge(const std::string& login, const std::string& packet) const;
+  std::string reply_to(const std::string& login) const;
+  std::string fate_of(const std::string& login, const std::string& packet) const;
 
   aprs_network network_;
   std::string call_sign_;
