@@ -5,15 +5,6 @@
 namespace skypost::testing {
 namespace {
 
-// Each name would take as long as the first.
-TEST_F(program, has_a_check_that_asks_a_silent_name_server_once) {
-  interpose("FAIL", "getaddrinfo:1-99");
-  const sim::run_result run = all.board.run_tool(SETTINGS_PROGRAM, {"check", "--online"});
-  const std::size_t place = run.output.find("name server: it does not answer for \"127.0.0.1\", the ");
-  ASSERT_NE(place, std::string::npos) << run.output;
-  EXPECT_EQ(run.output.find("name server", place + 1), std::string::npos) << run.output;
-}
-
 TEST_F(program, has_tools_that_say_when_the_data_server_does_not_answer) {
   all.board.settings.set_text(sensor_uv, "uv7");
   all.board.save_settings();

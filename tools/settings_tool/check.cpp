@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <cstdio>
 #include <ctime>
 #include <ostream>
 
@@ -82,8 +81,7 @@ int run_check(const words& all_arguments, std::ostream& out) {
     throw tool_error(fault.what(), 2);
   }
   appliance.online = online;
-  if (online && !quiet && isatty(STDERR_FILENO) != 0)
-    std::fputs("Asking the name server for the networks' servers ...\n", stderr);
+  appliance.shows_progress = !quiet && isatty(STDERR_FILENO) != 0;
   const findings found = findings_of(appliance);
   if (!quiet) {
     for (const std::string& finding : found) out << printable(finding) << '\n';

@@ -21,8 +21,9 @@ struct checked_appliance {
   std::string certificates;      // the directory in which it looks for those of certification authorities
   std::string timer;             // what systemd says of skypost.timer; empty if it does not run here
   std::time_t now;
-  std::time_t built;  // a time no later than the build
-  bool online;        // names may be resolved
+  std::time_t built;            // a time no later than the build
+  bool online;                  // servers may be connected to
+  bool shows_progress = false;  // on standard error
 };
 
 // Each finding is a line: the setting, file or program that it is about, what is wrong, and what to do.

@@ -13,12 +13,15 @@ namespace {
 constexpr std::string_view SCHEME_END = "://";
 
 called_server called_by(const outgoing& upload) {
-  const std::string server = take_apart(text_of(upload, station_without_values(""))).server;
+  const std::string command = text_of(upload, station_without_values(""));
+  const std::string server = take_apart(command).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
   const std::size_t host = scheme_end + SCHEME_END.size();
   return {.scheme = server.substr(0, scheme_end),
           .host = server.substr(host, server.find(':', host) - host),
-          .named_by = in_endpoint_file(server_of(upload, station_settings))};
+          .address = server,
+          .named_by = in_endpoint_file(server_of(upload, station_settings)),
+          .is_certificate_checked = command.find(" --no-check-certificate ") == std::string::npos};
 }
 
 // The step's own server, and that of its rapid-fire variant if it is another. Of a refused row there is none.
@@ -46,6 +49,7 @@ std::vector<called_server> cwop_servers() {
   const auto server_at = [](endpoint row, endpoint other, const char* title) {
     called_server server{.scheme = "",
                          .host = endpoint_value(row),
+                         .address = endpoint_value(row) + (':' + std::to_string(CWOP_PORT)),
                          .named_by = in_endpoint_file(row),
                          .title = title,
                          .switched_by = description_of(cwop_enabled).name};
@@ -87,6 +91,8 @@ std::vector<called_server> servers_of(const run_step& step) {
   if (step.upload == &APRS && !station_settings.text(aprs_host).empty())
     return {{.scheme = "",
              .host = std::string(station_settings.text(aprs_host)),
+             .address = std::string(station_settings.text(aprs_host)) + ':' +
+                        std::to_string(station_settings.unsigned_integer(aprs_port)),
              .named_by = description_of(aprs_host).name,
              .switched_by = switch_of(step)}};
   return http_servers_of(step);

@@ -30,10 +30,12 @@ std::string networks_by(carrier carried_by);
 struct called_server {
   std::string scheme;    // "http", "https"; empty: another protocol
   std::string host;      // without a port
+  std::string address;   // "https://example.org:8080"; for another protocol, "example.org:14580"
   std::string named_by;  // where to change it: "windit in /etc/skypost/endpoints"
   std::string title = "server";
   std::string switched_by{};                // the switch that uses it
   std::string loss = "nothing reaches it";  // consequence for the network if it is unreachable
+  bool is_certificate_checked = true;
 };
 
 // None if the step connects to none, or its server is not set.

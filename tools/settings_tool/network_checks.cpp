@@ -1,14 +1,11 @@
 // Checks of the networks that are switched on.
 
-#include <netdb.h>
-
 #include <algorithm>
 #include <cctype>
 #include <string_view>
 
 #include "common/composing.h"
 #include "common/plausibility.h"
-#include "common/printable.h"
 #include "run/rapid_fire.h"
 #include "settings_tool/checks.h"
 #include "settings_tool/enabled_steps.h"
@@ -94,35 +91,11 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
         "dpkg-divert --local --rename /sbin/ifconfig && ln -s /bin/busybox /sbin/ifconfig");
 }
 
-// Why the name of a server does not resolve, a code of getaddrinfo; 0 if it does. APRS uses IPv4 only.
-int fault_of_name(const called_server& server) {
-  addrinfo hints{};
-  hints.ai_family = server.scheme.empty() ? AF_INET : AF_UNSPEC;
-  hints.ai_socktype = SOCK_STREAM;
-  addrinfo* addresses = nullptr;
-  const int fault = getaddrinfo(server.host.c_str(), nullptr, &hints, &addresses);
-  if (fault == 0) freeaddrinfo(addresses);
-  return fault;
-}
-
-// If the name server does not answer, further lookups would take just as long, so `online` is cleared.
-void check_server(const run_step& step, const called_server& server, bool& online, findings& found) {
-  const std::string start = server.switched_by + ": the " + server.title + " of " + network_of(step);
-  if (is_unknown_server(server.host)) {
-    found.push_back(start + " is not known, so " + server.loss + ". Set " + server.named_by +
+void check_server(const run_step& step, const called_server& server, findings& found) {
+  if (is_unknown_server(server.host))
+    found.push_back(server.switched_by + ": the " + server.title + " of " + network_of(step) +
+                    " is not known, so " + server.loss + ". Set " + server.named_by +
                     " to the network's server, or set " + server.switched_by + " to 0.");
-  } else if (online) {
-    const int fault = fault_of_name(server);
-    if (fault == EAI_AGAIN) {
-      online = false;
-      found.push_back("name server: it does not answer for " + quoted(server.host) + ", the " + server.title +
-                      " of " + network_of(step) +
-                      ", so no other is looked up. Check it in /etc/resolv.conf.");
-    } else if (fault != 0) {
-      found.push_back(start + ", " + quoted(server.host) + ", is not found (" + gai_strerror(fault) +
-                      "). Check the appliance's name server, or set " + server.named_by + " to another.");
-    }
-  }
 }
 
 }  // namespace
@@ -136,10 +109,9 @@ void check_accounts(const checked_appliance& appliance, findings& found) {
   for (const run_step* const step : enabled_steps()) check_account(*step, appliance, found);
 }
 
-void check_servers(const checked_appliance& appliance, findings& found) {
-  bool online = appliance.online;
+void check_servers(const checked_appliance&, findings& found) {
   for (const run_step* const step : enabled_steps())
-    for (const called_server& server : servers_of(*step)) check_server(*step, server, online, found);
+    for (const called_server& server : servers_of(*step)) check_server(*step, server, found);
 }
 
 void check_endpoint_file(const checked_appliance& appliance, findings& found) {
