@@ -14,5 +14,6 @@ int run_names(const words& arguments, std::ostream& out);
 int run_set(const words& arguments, std::ostream& out);
 int run_sensors(const words& arguments, std::ostream& out);
 int run_check(const words& arguments, std::ostream& out);
+int run_try(const words& arguments, std::ostream& out);
 
 }  // namespace skypost

@@ -33,22 +33,30 @@ constexpr command COMMANDS[] = {
      "      prints which sensors can be selected for what, with their current values\n", run_sensors},
     {"check", "[--online] [--quiet] [--report FILE] [FILE]",
      "      prints what keeps the uploads from arriving, one finding per line, worst first. --online also\n"
-     "      resolves the names of the servers; --quiet prints nothing. Exit status: 0 if nothing was found,\n"
-     "      1 if something was, 2 if the settings or the report cannot be read\n",
+     "      connects to the servers, without sending a value; --quiet prints nothing. Exit status: 0 if "
+     "nothing\n"
+     "      was found, 1 if something was, 2 if the settings or the report cannot be read\n",
      run_check},
+    {"try", "[--yes] NETWORK",
+     "      makes one real upload to NETWORK, switched on or not, and prints what comes of it. Asks first, "
+     "unless\n"
+     "      --yes is given. Exit status: 0 if it was accepted\n",
+     run_try},
 };
 
 void print_help(std::ostream& out) {
-  out << "skypost-settings creates, shows, changes and checks the settings files of skypost.\n\n";
+  out << "skypost-settings creates, shows, changes, checks and tries the settings of skypost.\n\n";
   for (const command& row : COMMANDS)
     out << "  skypost-settings " << row.name << (*row.arguments == '\0' ? "" : " ") << row.arguments << '\n'
         << row.help;
   out << "  skypost-settings --help | --version\n"
          "\n"
-         "Without FILE, show and check read the appliance's own settings. Without --report, sensors and "
-         "check\n"
-         "ask the appliance's data server. The environment variable NIMBULOGHW names the kind of board that\n"
-         "wrote the file (NSLU2, PLUG, A10 or X86); otherwise this machine's kind is assumed.\n";
+         "Without FILE, show and check read the appliance's own settings; try always does. Without "
+         "--report,\n"
+         "sensors and check ask the appliance's data server; try always does. The environment variable\n"
+         "NIMBULOGHW names the kind of board that wrote the file (NSLU2, PLUG, A10 or X86); otherwise this "
+         "machine's\n"
+         "kind is assumed.\n";
 }
 
 int run_command(const words& arguments, std::ostream& out) {

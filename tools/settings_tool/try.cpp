@@ -1,0 +1,185 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "base/board.h"
+#include "base/endpoint_file.h"
+#include "base/endpoints.h"
+#include "channels/channels.h"
+#include "common/errors.h"
+#include "common/kept_text.h"
+#include "common/networks.h"
+#include "common/printable.h"
+#include "common/report_source.h"
+#include "live/report_parser.h"
+#include "preview/preview.h"
+#include "run/host_identity.h"
+#include "settings_tool/chosen_file.h"
+#include "settings_tool/commands.h"
+#include "settings_tool/trial.h"
+#include "transport/wget_status.h"
+
+namespace skypost {
+namespace {
+
+constexpr char WARNING[] =
+    "This sends the current values for real, which counts towards the network's limits.\n";
+
+struct candidate {
+  const run_step* step;
+  step_preview preview;
+};
+
+std::vector<const run_step*> steps_named(const std::string& name) {
+  std::vector<const run_step*> steps;
+  for (const run_step& step : run_list()) {
+    if (is_network_name(name, step)) steps.push_back(&step);
+    if (step.upload->rapid_variant != nullptr && is_same_name(name, step.upload->rapid_variant->id))
+      throw usage_error(quoted(name) + " is sent in rapid fire only, and cannot be tried; try " +
+                        step.upload->id);
+  }
+  if (steps.empty()) throw usage_error("no network " + quoted(name) + suggested_network(name));
+  return steps;
+}
+
+// What the uploader reads before it sends. Returns the report.
+std::string load_station() {
+  detect_platform();
+  kept_text ignored;  // a network that needs the address, or a row, is not tried without it
+  read_hardware_address(hardware_address, ignored.stream());
+  load_endpoints(ignored.stream());
+  station_settings = as_loaded(read_chosen_file({}));
+  return fetch_report();
+}
+
+// Switches the network on in this process, so that it can be tried; returns true if it was off.
+bool switch_on(const integer_field& enabled) {
+  if (station_settings.is_on(enabled)) return false;
+  station_settings.set_integer(enabled, 1);
+  return true;
+}
+
+std::vector<candidate> candidates_for(const std::vector<const run_step*>& steps, const std::string& report) {
+  constexpr long long LONG_AGO = GATE_INTERVAL + 1;
+  reset_live_record(live_record);
+  parse_live_reply(report.c_str(), station_settings, live_record);
+  const station source{station_settings, live_record, current_moment(), this_board()};
+  std::vector<candidate> all;
+  all.reserve(steps.size());
+  for (const run_step* const step : steps)
+    all.push_back(
+        {step, make_previews({source, report.c_str(), LONG_AGO, false}, {step->upload->id}).front()});
+  return all;
+}
+
+void print_before(std::ostream& out, const candidate& one, bool was_off) {
+  out << one.preview.network << " (" << one.preview.id << ")\n";
+  for (const std::string& place : one.preview.where)
+    out << "  " << one.preview.how << ' ' << printable(place) << '\n';
+  if (was_off) out << "  Switched off: " << switch_of(*one.step) << " is 0, so a run does not send it.\n";
+  for (const std::vector<std::string>* const faults : {&one.preview.obstacles, &one.preview.warnings})
+    for (const std::string& fault : *faults) out << "  NOT SENT: " << printable(fault) << '\n';
+}
+
+// Leaves what a run would send. Returns false if something is wrong with that, or it is nothing.
+bool keep_sendable(std::vector<candidate>& all) {
+  std::erase_if(all, [](const candidate& one) { return !is_enabled(*one.step, station_settings); });
+  return !all.empty() && std::all_of(all.begin(), all.end(),
+                                     [](const candidate& one) { return one.preview.would_be_sent(); });
+}
+
+bool is_wanted(std::ostream& out) {
+  out << "Send it? [y/N] " << std::flush;
+  std::string line;
+  std::getline(std::cin, line);
+  if (line == "y" || line == "Y") return true;
+  out << "Nothing was sent.\n";
+  return false;
+}
+
+// Its packets are dropped although the server takes the login.
+bool is_unverified(const run_step& step, const trial_result& result) {
+  return step.upload == &APRS && result.reply.find(" unverified") != std::string::npos;
+}
+
+bool is_empty(std::string_view text) { return text.find_first_not_of("\r\n") == std::string_view::npos; }
+
+// Claims nothing that was not seen.
+std::string sentence_for(const run_step& step, const trial_result& result) {
+  if (result.outcome == verdict::ended_by_alarm)
+    return "ENDED BY ITS ALARM after " + std::to_string(STEP_SECONDS) + " seconds";
+  if (result.outcome == verdict::failed) return "FAILED: " + printable(result.reason);
+  switch (step.upload->carried_by) {
+    case carrier::file:
+      return "WRITTEN. Whether the network fetches it is not seen here.";
+    case carrier::mail:
+      return "HANDED to the mail program. What that says is in the system log.";
+    case carrier::aprs:
+      return is_unverified(step, result)
+                 ? "FAILED: unverified: packets are dropped by servers of the general pool"
+                 : "ACCEPTED. The server took the login; what becomes of the packet it does not tell.";
+    case carrier::http:
+      break;
+  }
+  if (is_empty(result.reply) && result.wget_status == NO_WGET_STATUS)
+    return "ACCEPTED, as far as can be seen: the network said nothing, as after some errors too.";
+  return "ACCEPTED";
+}
+
+// Without empty lines at the end.
+void print_lines(std::ostream& out, const char* title, std::string_view text) {
+  if (is_empty(text)) return;
+  out << "  " << title << ":\n";
+  for (const std::string& line : printable_lines(text.substr(0, text.find_last_not_of("\r\n") + 1)))
+    out << (line.empty() ? "" : "    ") << line << '\n';
+}
+
+void print_wget_status(std::ostream& out, int status) {
+  if (status == NO_WGET_STATUS) return;
+  const char* const meaning = wget_status_meaning(status);
+  out << "  Exit status of wget: " << status << (meaning == nullptr ? "" : ", ")
+      << (meaning == nullptr ? "" : meaning) << '\n';
+}
+
+// Sends it; returns true if it was accepted.
+bool try_step(std::ostream& out, const candidate& one) {
+  const run_step& step = *one.step;
+  const trial_result result = try_upload(*step.upload);
+  out << one.preview.id << ": " << sentence_for(step, result) << '\n';
+  print_lines(out, "Reply", result.reply);
+  print_wget_status(out, result.wget_status);
+  const bool is_http = step.upload->carried_by == carrier::http;
+  if (is_http && result.outcome == verdict::failed && is_empty(result.reply))
+    print_lines(out, "The same request once more, in wget's words", messages_of_wget(*step.upload));
+  return result.outcome == verdict::accepted && !is_unverified(step, result);
+}
+
+}  // namespace
+
+int run_try(const words& all_arguments, std::ostream& out) {
+  words arguments = all_arguments;
+  const bool is_agreed = take_option(arguments, "--yes");
+  arguments = operands(arguments);
+  if (arguments.size() != 1) throw usage_error("try takes one NETWORK");
+  const std::vector<const run_step*> steps = steps_named(arguments[0]);
+  if (!is_agreed && isatty(STDIN_FILENO) == 0)
+    throw usage_error("no terminal to ask at; with --yes it is sent without asking");
+
+  const std::string report = load_station();
+  const bool was_off = switch_on(*steps.front()->enabled);
+  std::vector<candidate> all = candidates_for(steps, report);
+  for (const candidate& one : all) print_before(out, one, was_off);
+  if (!keep_sendable(all)) return 1;
+  out << WARNING;
+  if (!is_agreed && !is_wanted(out)) return 1;
+
+  load_live_record(report.c_str());
+  bool is_good = true;
+  for (const candidate& one : all) is_good = try_step(out << std::flush, one) && is_good;
+  return is_good ? 0 : 1;
+}
+
+}  // namespace skypost
