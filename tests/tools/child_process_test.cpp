@@ -1,0 +1,56 @@
+// A child process: what it hands back, and that nothing of it is left.
+
+#include "common/child_process.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "common/descriptor.h"
+#include "common/shared_value.h"
+
+namespace skypost::testing {
+namespace {
+
+TEST(ChildProcess, HandsBackWhatItWroteAndHowItEnded) {
+  const shared_value<int> number;
+  child_process good([&] { return (*number = 42) - 35; });
+  good.wait();
+  EXPECT_TRUE(good.has_ended());
+  EXPECT_EQ(*number, 42);
+  EXPECT_EQ(good.exit_status(), 7);
+  EXPECT_EQ(good.signal(), 0);
+
+  child_process killed([&] {
+    *number = 43;
+    return std::raise(SIGALRM);
+  });
+  killed.wait();
+  EXPECT_EQ(*number, 43);
+  EXPECT_EQ(killed.exit_status(), -1);
+  EXPECT_EQ(killed.signal(), SIGALRM);
+}
+
+// Whoever is left of the group holds the pipe open, so the test would not end.
+TEST(ChildProcess, EndsWithAllThatItHasStarted) {
+  for (const bool ends_itself : {true, false}) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const descriptor reader(ends[0]);
+    {
+      const descriptor writer(ends[1]);
+      child_process child([&] {
+        if (fork() == 0 || !ends_itself) pause();
+        return 0;
+      });
+      if (ends_itself) child.wait();
+      EXPECT_EQ(child.has_ended(), ends_itself);
+    }
+    char byte = 0;
+    EXPECT_EQ(read(reader.number(), &byte, 1), 0);
+  }
+}
+
+}  // namespace
+}  // namespace skypost::testing
