@@ -8,6 +8,8 @@
 //
 //   dump FILE        writes to FILE what the servers have received since the last dump, which must be one full run,
 //                    and prints "dumped"
+//   list FILE        writes to FILE, one per line, all requests since the last dump and all APRS sessions and mails,
+//                    however many, and prints "listed"
 //   anything else    prints how many reports the data server has sent and how many requests have arrived
 
 #include <algorithm>
@@ -56,8 +58,12 @@ void require_count(const char* what, std::size_t count, std::size_t expected) {
     throw std::runtime_error(std::to_string(count) + ' ' + what + " instead of " + std::to_string(expected));
 }
 
-// Two runs with the same fault would compare equal, so what is missing or faulty is an error. The servers of APRS and
-// mail keep what they received from earlier runs.
+// Two runs with the same fault would compare equal, so what is faulty is an error.
+void require_no_fault(const request_seen& seen) {
+  if (!seen.fault.empty()) throw std::runtime_error(std::string(seen.network->name) + ": " + seen.fault);
+}
+
+// What is missing is an error, too. The servers of APRS and mail keep what they received from earlier runs.
 void dump(world& all, std::size_t run, const std::string& path) {
   std::ofstream file(path, std::ios::binary);
   std::size_t asked = 0;
@@ -65,7 +71,7 @@ void dump(world& all, std::size_t run, const std::string& path) {
   const std::vector<request_seen> requests = all.peers.requests();
   require_count("requests", requests.size(), asked);
   for (const request_seen& seen : requests) {
-    if (!seen.fault.empty()) throw std::runtime_error(std::string(seen.network->name) + ": " + seen.fault);
+    require_no_fault(seen);
     file << seen.network->name << '\n' << seen.request << "\nreply: " << seen.reply << "\n\n";
   }
   all.peers.forget_requests();
@@ -82,6 +88,24 @@ void dump(world& all, std::size_t run, const std::string& path) {
   file << mails.back().sender << '\n' << mails.back().recipient << '\n' << mails.back().text;
 }
 
+std::string in_one_line(std::string text) {
+  std::ranges::replace(text, '\n', ' ');
+  return text;
+}
+
+void list(const world& all, const std::string& path) {
+  std::ofstream file(path, std::ios::binary);
+  for (const request_seen& seen : all.peers.requests()) {
+    require_no_fault(seen);
+    file << seen.network->name << ": " << in_one_line(seen.request) << '\n';
+  }
+  for (const aprs_server* const server : {&*all.cwop, &*all.aprs})
+    for (const aprs_session_seen& seen : server->sessions())
+      file << "APRS: " << in_one_line(seen.login + ' ' + seen.packet) << '\n';
+  for (const mail_seen& seen : all.mail.mails())
+    file << "mail: " << in_one_line(seen.sender + ' ' + seen.recipient + ' ' + seen.text) << '\n';
+}
+
 void serve(const mode& chosen, std::time_t time) {
   world all;
   all.data->set_report(lifelike_report(time));
@@ -89,11 +113,15 @@ void serve(const mode& chosen, std::time_t time) {
   std::cout << all.board.root().string() << std::endl;
 
   constexpr std::string_view DUMP = "dump ";
+  constexpr std::string_view LIST = "list ";
   std::size_t runs = 0;
   for (std::string line; std::getline(std::cin, line);) {
     if (line.starts_with(DUMP)) {
       dump(all, ++runs, line.substr(DUMP.size()));
       std::cout << "dumped" << std::endl;
+    } else if (line.starts_with(LIST)) {
+      list(all, line.substr(LIST.size()));
+      std::cout << "listed" << std::endl;
     } else {
       std::cout << all.data->clients() << ' ' << all.peers.requests().size() << std::endl;
     }
