@@ -1,6 +1,8 @@
 #include "settings/secrets.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 
 namespace skypost {
 namespace {
@@ -19,32 +21,51 @@ int digit_value(char character) {
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
-// A character as a URL has it: itself, or "%" and two hexadecimal digits. A blank may be a "+".
-struct url_character {
+// How a text writes the characters of a secret: a page may also have entities.
+enum class notation : std::uint8_t { url, page };
+
+struct written_character {
   char value;
   std::size_t length;
 };
 
-url_character first_of(std::string_view text) {
-  if (text.size() < 3 || text[0] != '%' || digit_value(text[1]) < 0 || digit_value(text[2]) < 0)
-    return {text[0] == '+' ? ' ' : text[0], 1};
-  return {static_cast<char>(digit_value(text[1]) * 16 + digit_value(text[2])), 3};
+// What most servers write in a page for these.
+constexpr struct {
+  std::string_view text;
+  char value;
+} ENTITIES[] = {
+    {"&amp;", '&'}, {"&lt;", '<'},   {"&gt;", '>'},    {"&quot;", '"'},
+    {"&#34;", '"'}, {"&#39;", '\''}, {"&#039;", '\''},
+};
+
+// Itself, "%" and two hexadecimal digits, or an entity. A blank may be a "+".
+written_character first_of(std::string_view text, notation written) {
+  if (text.size() >= 3 && text[0] == '%' && digit_value(text[1]) >= 0 && digit_value(text[2]) >= 0)
+    return {static_cast<char>(digit_value(text[1]) * 16 + digit_value(text[2])), 3};
+  for (const auto& entity : ENTITIES)
+    if (written == notation::page && head_of(text, entity.text.size()) == entity.text)
+      return {entity.value, entity.text.size()};
+  return {text[0] == '+' ? ' ' : text[0], 1};
 }
 
-// True if the text is "%" or "%" and a digit: an encoded character that was cut.
-bool is_cut_character(std::string_view text) {
-  return text == "%" || (text.size() == 2 && text[0] == '%' && digit_value(text[1]) >= 0);
+// True if the text may be the beginning of such a character, which was cut.
+bool is_cut_character(std::string_view text, notation written) {
+  if (text == "%" || (text.size() == 2 && text[0] == '%' && digit_value(text[1]) >= 0)) return true;
+  return written == notation::page &&
+         std::any_of(std::begin(ENTITIES), std::end(ENTITIES), [&](const auto& entity) {
+           return text.size() < entity.text.size() && head_of(entity.text, text.size()) == text;
+         });
 }
 
 // The length of the secret at the start of `text`, or of its beginning if that is where a cut text ends; 0 if there is
 // none. A secret may itself contain an encoded character, which a server decodes.
-std::size_t secret_length(std::string_view text, std::string_view secret, bool was_cut) {
+std::size_t secret_length(std::string_view text, notation written, std::string_view secret, bool was_cut) {
   std::size_t length = 0;
   while (!secret.empty()) {
     const std::string_view rest = tail_of(text, length);
-    if (rest.empty() || (was_cut && is_cut_character(rest))) return was_cut ? text.size() : 0;
-    const url_character there = first_of(rest);
-    const url_character wanted = first_of(secret);
+    if (rest.empty() || (was_cut && is_cut_character(rest, written))) return was_cut ? text.size() : 0;
+    const written_character there = first_of(rest, written);
+    const written_character wanted = first_of(secret, notation::url);
     if (there.value == wanted.value) {
       length += there.length;
       secret = tail_of(secret, wanted.length);
@@ -79,8 +100,9 @@ std::size_t hidden_length(std::string_view text, const settings_record& settings
     if (!field.is_secret()) continue;
     secret_text secret;
     append_setting(secret, settings, field);
-    if (secret.length() >= STARS.size())
-      longest = std::max(longest, secret_length(text, secret.view(), was_cut));
+    if (secret.length() < STARS.size()) continue;
+    for (const notation written : {notation::url, notation::page})
+      longest = std::max(longest, secret_length(text, written, secret.view(), was_cut));
   }
   return longest;
 }

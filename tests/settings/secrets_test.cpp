@@ -64,6 +64,8 @@ TEST(HideSecrets, KnowsASecretHoweverItIsWritten) {
       {"100%",     "100%20 x",                 "***20 x"},
       {"\"k\xE9y", "\"k%E9y %22k\xE9y",        "*** ***"},
       {"abcabd",   "abcabcabd",                "abc***"},
+      {"a&b<\"'",  "a&amp;b&lt;&quot;&#039;", "***"},        // in a page
+      {"a&amp;b",  "a&amp;b a&amp;amp;b a%26amp;b", "*** *** ***"},
       {"word",     "wor, Word, swords",        "wor, Word, s***s"},
       // clang-format on
   };
@@ -99,6 +101,8 @@ TEST(HideSecrets, HidesTheBeginningOfASecretWhereTheTextWasCut) {
   EXPECT_EQ(hidden_in_cut<8>("pass=s%26cret", settings), "pass=***");
   EXPECT_EQ(hidden_in_cut<7>("pass=s%26cret", settings), "pass=**");
   EXPECT_EQ(hidden_in_cut<6>("pass=s%26cret", settings), "pass=*");
+  EXPECT_EQ(hidden_in_cut<11>("pass=s&amp;cret", settings), "pass=***");
+  EXPECT_EQ(hidden_in_cut<8>("pass=s&amp;cret", settings), "pass=***");
   EXPECT_EQ(hidden_in("pass=s&c", settings), "pass=s&c");  // that is all there was
 }
 
