@@ -231,6 +231,20 @@ TEST_F(trying, asks_first_and_only_at_a_terminal) {
   }
 }
 
+// Where wget, which is in the background there, would have its messages in a file, and some networks are judged by them.
+TEST_F(trying, hears_wget_at_a_terminal_too) {
+  put_server_at("idokep", 1);
+  const auto try_at_terminal = [&](const std::string& name) {
+    return all.board
+        .run_tool("/bin/sh", {"-c", "cd " + all.board.root().string() + " && script -qec \"" +
+                                        SETTINGS_PROGRAM + " try --yes " + name + "\" /dev/null"})
+        .output;
+  };
+  EXPECT_NE(try_at_terminal("anythingweather").find("anythingweather: ACCEPTED\r\n"), std::string::npos);
+  EXPECT_NE(try_at_terminal("idokep").find("Connection refused."), std::string::npos);
+  EXPECT_FALSE(fs::exists(all.board.path("/wget-log")));
+}
+
 // Replies with what it was asked, as it came and decoded, and with a digest.
 class echo_server {
  public:
@@ -266,6 +280,12 @@ class echo_server {
   int port_ = 0;
   std::thread thread_;
 };
+
+TEST_F(trying, shows_a_long_reply_once) {
+  const echo_server server("");
+  all.board.write(ENDPOINTS_PATH, server.endpoints());
+  expect_tried("wunderground", 1, {"wunderground: FAILED: ", " ...\n  Reply:\n"});
+}
 
 // Not even of a server that says it back, nor if the command could not be run.
 TEST_F(trying, tells_no_secret) {

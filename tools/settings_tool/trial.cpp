@@ -23,20 +23,25 @@ namespace {
 // secret.
 using heard_text = fixed_text<REPLY_CAPACITY - 1>;
 
+// The beginning of the reason for a failure. It mostly quotes the reply, which is shown as well.
+using reason_text = fixed_text<500>;
+
 struct attempt {
   int result = -1;
   int wget_status = NO_WGET_STATUS;
   heard_text heard;
-  fixed_text<ERROR_TEXT_CAPACITY> reason;
+  reason_text reason;
 };
 
 text_buffer* hearing = nullptr;  // in the child: where the replies go
 
 void hear(std::string_view reply) { hearing->append_text(reply); }
 
-// What the shell complains of is known by its exit status.
-void be_silent() {
-  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+// The child is in the background there, and a wget that finds a terminal as its input then writes its messages to a file
+// "wget-log". What the shell complains of is known by its exit status.
+void leave_terminal() {
+  const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
+  dup2(nowhere, STDIN_FILENO);
   dup2(nowhere, STDERR_FILENO);
 }
 
@@ -44,7 +49,7 @@ void be_silent() {
 void begin() {
   prepare_process();
   limit_wget();
-  be_silent();
+  leave_terminal();
   alarm(STEP_SECONDS);
 }
 
@@ -70,7 +75,7 @@ int run_in_child(const std::string& command, text_buffer& heard) {
 
 std::string without_secrets(text_buffer& text) {
   hide_secrets(text, station_settings);
-  return std::string(text.view());
+  return std::string(text.view()) + (text.was_cut() ? " ..." : "");
 }
 
 verdict verdict_of(const child_process& child, const attempt& made) {

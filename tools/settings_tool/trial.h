@@ -15,7 +15,7 @@ struct trial_result {
   verdict outcome;
   int wget_status;     // NO_WGET_STATUS if there is none
   std::string reply;   // all that the network said, as received
-  std::string reason;  // of a failure
+  std::string reason;  // of a failure, its beginning
 };
 
 trial_result try_upload(const outgoing& upload);
