@@ -183,6 +183,15 @@ TEST_F(status, knows_a_run_that_is_going_on) {
   EXPECT_EQ(shown(1), ended("windfinder",
                             "windfinder | hung | TIME | 1 | it was ended before it was done\n"
                             "windit | no turn | TIME | 0 | the run was ended before its turn\n"));
+
+  // It hung, and may not now. Nothing is known of a command that could not be run.
+  all.peers.set_reply("windfinder", sim::reply_kind::hang);
+  sim::running_program third(all.board.root(), std::vector<std::string>{});
+  ASSERT_TRUE(comes_true([&] { return requests("windfinder") == 4; }, 10));
+  EXPECT_EQ(shown(1), std::string("A run is going on since TIME.\n") + HEADER +
+                          "windfinder | failed | TIME | 1 | it is being tried again\n" + WINDIT_GOOD);
+  third.send_signal(SIGALRM);
+  third.wait();
 }
 
 TEST_F(status, lists_rapid_fire_beside_the_run) {

@@ -113,8 +113,9 @@ void append_failure(text_buffer& text, const status_record& record, const settin
   const char* const meaning = wget_status_meaning(record.wget_status);
   if (meaning != nullptr) text.append("%s%s", meaning, reason.empty() ? "" : "; ");
   text.append_text(reason.view());
-  // Only such a reason is not kept.
-  if (text.empty()) text.append_text("its command could not be run");
+  if (!text.empty()) return;
+  // Of one that was ended nothing is kept either; it shows as failed while the next is under way.
+  text.append_text(is_unfinished(record) ? "it is being tried again" : "its command could not be run");
 }
 
 std::size_t name_width(const judged_status& judged) {

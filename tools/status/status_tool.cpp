@@ -61,7 +61,7 @@ void print_no_status(int reason) {
   const path_text path(STATUS_PATH);
   if (reason == ENOENT)
     std::fprintf(stderr,
-                 "No status is kept. To have it kept, once now and again at each boot, as root: "
+                 "No status is kept. To have one kept, do this as root, now and after each boot: "
                  "install -m 600 /dev/null %s\n",
                  path.c_str());
   else if (reason == EACCES)
