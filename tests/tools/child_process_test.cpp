@@ -3,6 +3,7 @@
 #include "common/child_process.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -50,6 +51,25 @@ TEST(ChildProcess, EndsWithAllThatItHasStarted) {
     char byte = 0;
     EXPECT_EQ(read(reader.number(), &byte, 1), 0);
   }
+}
+
+// Otherwise an upload that the owner interrupts would be tried again for a minute.
+TEST(ChildProcess, EndsWithAllThatItHasStartedWhenItsParentIsKilled) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  const descriptor reader(ends[0]);
+  const pid_t parent = fork();
+  if (parent == 0) {
+    child_process child([&] { return fork() != 0 && write(ends[1], "x", 1) != 1 ? 1 : pause(); });
+    child.wait();
+    _exit(0);
+  }
+  close(ends[1]);
+  char byte = 0;
+  EXPECT_EQ(read(reader.number(), &byte, 1), 1);
+  kill(parent, SIGKILL);
+  EXPECT_EQ(waitpid(parent, nullptr, 0), parent);
+  EXPECT_EQ(read(reader.number(), &byte, 1), 0);
 }
 
 }  // namespace

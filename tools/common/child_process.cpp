@@ -13,10 +13,14 @@
 namespace skypost {
 namespace {
 
-// An exception must not leave the child, which would then go on as a second parent.
+void end_group(int) { kill(0, SIGKILL); }
+
+// An exception must not leave the child, which would then go on as a second parent. Of a parent that is interrupted, the
+// terminal tells the child nothing: it is in another group.
 [[noreturn]] void be_child(const std::function<int()>& work) noexcept {
   setpgid(0, 0);
-  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  std::signal(SIGTERM, end_group);
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
   _exit(work());
 }
 

@@ -6,8 +6,8 @@
 
 namespace skypost {
 
-// A child process, which leads a process group. The group ends with this object at the latest, and the child also with
-// its parent.
+// A child process, which leads a process group. The group ends with this object or with the parent at the
+// latest.
 class child_process {
  public:
   // Calls `work` in the child, whose exit status is the result. Throws tool_error if there can be no child.
