@@ -60,7 +60,7 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 
 constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
 #define RAPID_FIRE(name, enabled, rapid_enabled, interval, last, upload) \
-  {{name, enabled, nullptr, rapid_enabled}, interval, &rapid_fire_stamps::last, &upload},
+  {{name, enabled, nullptr, rapid_enabled}, interval, &rapid_fire_stamps::last, &(upload)},
 #include "run/run_list.def"
 };
 

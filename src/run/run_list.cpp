@@ -12,7 +12,7 @@ namespace skypost {
 namespace {
 
 constinit const run_step RUN_LIST[] = {
-#define STEP(name, enabled, user, limit, upload) {{name, enabled, user}, step_limit::limit, &upload},
+#define STEP(name, enabled, user, limit, upload) {{name, enabled, user}, step_limit::limit, &(upload)},
 #include "run/run_list.def"
 };
 

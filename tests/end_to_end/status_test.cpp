@@ -171,7 +171,7 @@ TEST_F(status, knows_a_run_that_is_going_on) {
   sim::running_program first(all.board.root(), std::vector<std::string>{});
   ASSERT_TRUE(comes_true([&] { return requests("windfinder") == 2; }, 10));
   const std::string going_on =
-      std::string("A run is going on since TIME.\n") + HEADER + WINDFINDER_GOOD + WINDIT_GOOD;
+      std::string("A run has been going on since TIME.\n") + HEADER + WINDFINDER_GOOD + WINDIT_GOOD;
   EXPECT_EQ(shown(0), going_on);
 
   all.peers.set_reply("windfinder", sim::reply_kind::bad);
@@ -188,7 +188,7 @@ TEST_F(status, knows_a_run_that_is_going_on) {
   all.peers.set_reply("windfinder", sim::reply_kind::hang);
   sim::running_program third(all.board.root(), std::vector<std::string>{});
   ASSERT_TRUE(comes_true([&] { return requests("windfinder") == 4; }, 10));
-  EXPECT_EQ(shown(1), std::string("A run is going on since TIME.\n") + HEADER +
+  EXPECT_EQ(shown(1), std::string("A run has been going on since TIME.\n") + HEADER +
                           "windfinder | failed | TIME | 1 | it is being tried again\n" + WINDIT_GOOD);
   third.send_signal(SIGALRM);
   third.wait();
@@ -337,9 +337,9 @@ TEST_F(status, says_when_the_last_run_is_long_ago) {
     const char* says;
   } cases[] = {
       {3'590, ""},
-      {3'700, " That was 1 hour ago: is the timer enabled?"},
-      {170'000, " That was 47 hours ago: is the timer enabled?"},
-      {260'000, " That was 3 days ago: is the timer enabled?"},
+      {3'700, " That was 1 hour ago: is skypost still started?"},
+      {170'000, " That was 47 hours ago: is skypost still started?"},
+      {260'000, " That was 3 days ago: is skypost still started?"},
       {-86'400, ""},  // the clock was set back
   };
   for (const auto& row : cases) {

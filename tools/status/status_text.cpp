@@ -81,14 +81,14 @@ void append_run(text_buffer& text, const judged_status& judged) {
     return;
   }
   const bool is_going_on = judged.run == run_state::going_on;
-  text.append_text(is_going_on ? "A run is going on since " : "Last run: ");
+  text.append_text(is_going_on ? "A run has been going on since " : "Last run: ");
   append_time(text, judged.records[RUN_RECORD].begun);
   if (!is_going_on) append_end(text, judged);
   text.append_text(".");
   if (judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN) return;
   text.append_text(" That was ");
   append_age(text, judged.seconds_since_run);
-  text.append_text(is_going_on ? "." : ": is the timer enabled?");
+  text.append_text(is_going_on ? "." : ": is skypost still started?");
 }
 
 bool is_printable(char character) { return character >= ' ' && character <= '~'; }
