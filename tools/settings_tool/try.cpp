@@ -95,7 +95,7 @@ bool is_wanted(std::ostream& out) {
   out << "Send it? [y/N] " << std::flush;
   std::string line;
   std::getline(std::cin, line);
-  if (line.starts_with('y') || line.starts_with('Y')) return true;
+  if (line == "y" || line == "Y") return true;
   out << "Nothing was sent.\n";
   return false;
 }
