@@ -4,18 +4,13 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <ctime>
-#include <functional>
-#include <optional>
 #include <string>
 
 #include "base/error_text.h"
 #include "base/paths.h"
-#include "live/live_record.h"
 #include "run/status_writer.h"
 #include "support/appliance_folder.h"
 #include "support/small_disk.h"
@@ -32,58 +27,22 @@ int fail() {
   error_text.append_text("no response from anybody");
   return -1;
 }
-int fail_before_wget() {
-  error_text.clear();
-  error_text.append_text("error");
-  return -1;
-}
-int fail_with_a_command() {
-  error_text.clear();
-  error_text.append_text("error open pipe wget ?PASSWORD=secret");
-  error_text_holds_command = true;
-  return -1;
-}
-int fail_at_length() {
-  error_text.clear();
-  error_text.append_text(std::string(1'000, 'x'));
-  return -1;
-}
-// The process does not outlive it.
-int hang() { _exit(0); }
+int fail_before_wget() { return -1; }
 
 constexpr outgoing GOOD = {"good", carrier::http, nullptr, succeed};
 constexpr outgoing FAILING = {"failing", carrier::http, nullptr, fail};
 constexpr outgoing FAILING_BEFORE_WGET = {"failing_before_wget", carrier::http, nullptr, fail_before_wget};
-constexpr outgoing FAILING_WITH_A_COMMAND = {"failing_with_a_command", carrier::http, nullptr,
-                                             fail_with_a_command};
-constexpr outgoing FAILING_AT_LENGTH = {"failing_at_length", carrier::http, nullptr, fail_at_length};
-constexpr outgoing HANGING = {"hanging", carrier::http, nullptr, hang};
 
 class StatusFile : public ::testing::Test {
  protected:
   StatusFile() { appliance.write(STATUS_PATH, ""); }
-  ~StatusFile() override {
-    close_status();
-    live_data_stale = 0;
-    wget_status = NO_WGET_STATUS;
-    error_text_holds_command = false;
-  }
+  ~StatusFile() override { wget_status = NO_WGET_STATUS; }
 
   // A run with one upload, of the third step.
   static void run(const outgoing& upload) {
     begin_run_status();
     send_recorded(STEP_SWITCHES[2], upload);
     end_run_status(status_outcome::good);
-  }
-
-  // The same in a process of its own.
-  static void run_in_another_process(const outgoing& upload) {
-    const pid_t process = fork();
-    if (process == 0) {
-      run(upload);
-      _exit(0);
-    }
-    waitpid(process, nullptr, 0);
   }
 
   const status_image& image() {
@@ -143,77 +102,20 @@ TEST_F(StatusFile, IsLaidOutAsTheManualSays) {
   const std::size_t last = bytes.size() - 272;
   EXPECT_STREQ(&bytes[last], RAPID_FIRE_SWITCHES[2].name.text);
   EXPECT_EQ(number_at(bytes, last + 60, 4), 0xffffffffU);  // no wget
-}
 
-TEST_F(StatusFile, CountsFailuresInARowAndTheUploadThatNeverEnded) {
-  const struct {
-    const outgoing& upload;
-    std::uint32_t failures;
-    bool is_unfinished;
-  } runs[] = {
-      {GOOD, 0, false},   {FAILING, 1, false}, {FAILING, 2, false}, {HANGING, 2, true},
-      {HANGING, 3, true}, {FAILING, 5, false}, {GOOD, 0, false},    {HANGING, 0, true},
-  };
-  std::uint32_t number = 0;
-  for (const auto& row : runs) {
-    SCOPED_TRACE(++number);
-    run_in_another_process(row.upload);
-    EXPECT_EQ(third_step().failures, row.failures);
-    EXPECT_EQ(is_unfinished(third_step()), row.is_unfinished);
-    EXPECT_EQ(is_unfinished(run_record()), row.is_unfinished);
-    EXPECT_EQ(third_step().run_number, number);
-    EXPECT_EQ(run_record().run_number, number);
-  }
-  EXPECT_GT(third_step().last_good, 0);
-  EXPECT_EQ(reason_in(third_step()), "");
-}
-
-// A command holds passwords. What the upload before left must not be taken for this one's.
-TEST_F(StatusFile, KeepsTheReasonUnlessItHoldsACommand) {
-  const struct {
-    const outgoing& upload;
-    std::string reason;
-    int wget_status;
-  } runs[] = {
-      {FAILING, "no response from anybody", 4},
-      {FAILING_WITH_A_COMMAND, "", NO_WGET_STATUS},
-      {FAILING_BEFORE_WGET, "error", NO_WGET_STATUS},
-      {FAILING_AT_LENGTH, std::string(200, 'x'), NO_WGET_STATUS},
-      {GOOD, "", NO_WGET_STATUS},
-  };
-  for (const auto& row : runs) {
-    run(row.upload);
-    EXPECT_EQ(reason_in(third_step()), row.reason);
-    EXPECT_EQ(third_step().wget_status, row.wget_status) << row.upload.id;
-  }
-}
-
-TEST_F(StatusFile, KnowsWhenTheRunSentNothing) {
-  for (const status_outcome outcome : {status_outcome::no_report, status_outcome::no_outdoor_data}) {
-    begin_run_status();
-    live_data_stale = 1;
-    EXPECT_EQ(send_recorded(STEP_SWITCHES[2], GOOD), 0);
-    end_run_status(outcome);
-    EXPECT_EQ(run_record().outcome, static_cast<std::uint32_t>(outcome));
-    EXPECT_EQ(third_step().begun, 0);
-  }
-  EXPECT_EQ(run_record().failures, 2U);
-}
-
-TEST_F(StatusFile, OfRapidFireHasItsOwnRecords) {
+  // Nothing of the failure stays, and the upload before is not taken for this one.
+  begin_run_status();
+  send_recorded(STEP_SWITCHES[0], FAILING);
+  send_recorded(STEP_SWITCHES[2], FAILING_BEFORE_WGET);
+  end_run_status(status_outcome::good);
+  EXPECT_EQ(third_step().wget_status, NO_WGET_STATUS);
   run(GOOD);
-  open_rapid_fire_status();
-  send_recorded(RAPID_FIRE_SWITCHES[2], FAILING);
-  close_status();
-  EXPECT_EQ(image().records[FIRST_RAPID_FIRE_RECORD + 2].failures, 1U);
+  EXPECT_EQ(reason_in(third_step()), "");
+  EXPECT_EQ(third_step().wget_status, NO_WGET_STATUS);
   EXPECT_EQ(third_step().failures, 0U);
-  EXPECT_FALSE(is_unfinished(run_record()));
-}
-
-TEST_F(StatusFile, IsNeverCreated) {
-  std::filesystem::remove(appliance.path(STATUS_PATH));
-  run(FAILING);
-  EXPECT_FALSE(std::filesystem::exists(appliance.path(STATUS_PATH)));
+  EXPECT_EQ(third_step().last_good, third_step().ended);
+  EXPECT_EQ(third_step().run_number, 3U);
+  EXPECT_EQ(run_record().run_number, 3U);
 }
 
 // What a run finds must neither be believed nor stop it.
@@ -277,36 +179,6 @@ TEST_F(StatusFile, HasNoValueThatIsBelievedOutOfItsRange) {
     EXPECT_EQ(reason_in(third_step()), "");
     EXPECT_NE(run_record().begun, 0);
   }
-}
-
-// Two runs at once would mix their records.
-TEST_F(StatusFile, IsKeptByOneRunAndOneRapidFireAtATime) {
-  run(GOOD);
-  const pid_t other = fork();
-  if (other == 0) {
-    begin_run_status();
-    pause();
-    _exit(0);
-  }
-  std::int64_t size = 0;
-  const int file = open_status_file(O_RDONLY, size);
-  while (!is_status_locked(file, status_keeper::run)) usleep(1'000);
-  close(file);  // this process has no lock that it could lose
-  while (run_record().run_number != 2U) usleep(1'000);
-
-  run(FAILING);
-  EXPECT_EQ(run_record().run_number, 2U);
-  EXPECT_EQ(third_step().failures, 0U);
-  open_rapid_fire_status();
-  send_recorded(RAPID_FIRE_SWITCHES[0], FAILING);
-  close_status();
-  EXPECT_EQ(image().records[FIRST_RAPID_FIRE_RECORD].failures, 1U);
-
-  kill(other, SIGKILL);
-  waitpid(other, nullptr, 0);
-  run(FAILING);
-  EXPECT_EQ(run_record().run_number, 3U);
-  EXPECT_EQ(third_step().failures, 1U);
 }
 
 TEST_F(StatusFile, OnAFullDiskCostsTheRunNothing) {
