@@ -1,49 +1,124 @@
-// The owner's tools beside the appliance's data server.
+// The owner's tools beside the appliance's servers: what they say of each kind of server, and that none gets more
+// requests than it must.
 
+#include <map>
+#include <optional>
+
+#include "base/paths.h"
 #include "end_to_end/program.h"
+#include "sim/tcp_server.h"
+#include "support/golden.h"
+#include "support/pattern.h"
+#include "support/station.h"
 
 namespace skypost::testing {
 namespace {
 
-TEST_F(program, has_tools_that_say_when_the_data_server_does_not_answer) {
-  all.board.settings.set_text(sensor_uv, "uv7");
-  all.board.save_settings();
-  sim::run_result run = all.board.run_tool(SETTINGS_PROGRAM, {"check"});
-  EXPECT_EQ(run.output.find("data server"), std::string::npos) << run.output;
-  EXPECT_NE(run.output.find("sensor_uv: "), std::string::npos) << run.output;
+std::vector<std::string> words_of(const std::string& line) { return all_matches(line, "[^ ]+"); }
 
-  const auto expect_fault = [&](const std::string& reason) {
-    const std::string fault = "the data server at 127.0.0.1:5558 " + reason;
-    run = all.board.run_tool(SETTINGS_PROGRAM, {"check"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.errors, "");
-    EXPECT_TRUE(run.output.starts_with(fault + ", so nothing at all is sent. ")) << run.output;
-    EXPECT_EQ(run.output.find("sensor_uv: "), std::string::npos) << run.output;
-
-    const struct {
-      const char* program;
-      std::vector<std::string> arguments;
-      std::string errors;
-    } cases[] = {
-        {SETTINGS_PROGRAM, {"check", "--quiet"}, ""},
-        {SETTINGS_PROGRAM, {"sensors"}, "Error: " + fault + '\n'},
-        {PREVIEW_PROGRAM, {}, "Error: " + fault + "; use --report FILE to read one\n"},
-    };
-    for (const auto& row : cases) {
-      run = all.board.run_tool(row.program, row.arguments);
-      EXPECT_EQ(run.status, 1);
-      EXPECT_EQ(run.errors, row.errors);
-      EXPECT_EQ(run.output, "");
+// An appliance that a session changes and runs the tools on.
+class owners_session : public program {
+ public:
+  // One of these. ROOT is the appliance's folder; SECURED, FULL, SILENT and ECHO are ports of servers.
+  //   only SWITCH...           the networks that are on    set NAME=VALUE            one setting
+  //   endpoint LINE            of the endpoint file        wgetrc LINE               the only one of wget's
+  //   interpose WHAT VALUE     see program.h               reply NETWORK KIND        of its server
+  //   data KIND                what the data server sends
+  void change(std::string line) {
+    line = replaced(line, "ROOT", all.board.root());
+    for (const auto& [name, port] : ports_) line = replaced(line, name, port);
+    const std::vector<std::string> words = words_of(line);
+    const std::string rest = line.substr(words[0].size() + 1);
+    if (words[0] == "only") {
+      all.board.switch_all_networks_off();
+      for (const std::string& name : words_of(rest))
+        EXPECT_TRUE(name == "none" || set_field(all.board.settings, name, "1")) << line;
+    } else if (words[0] == "set") {
+      const std::size_t equals = rest.find('=');
+      EXPECT_TRUE(set_field(all.board.settings, rest.substr(0, equals), rest.substr(equals + 1))) << line;
+    } else if (words[0] == "endpoint") {
+      all.board.write(ENDPOINTS_PATH, all.board.read(ENDPOINTS_PATH) + rest + '\n');
+    } else if (words[0] == "wgetrc") {
+      all.board.write(WGET_SETTINGS_PATH, rest);
+    } else if (words[0] == "interpose") {
+      interpose(words.at(1), words.at(2));
+    } else if (words[0] == "reply") {
+      const std::map<std::string, sim::reply_kind> KINDS = {
+          {"bad", sim::reply_kind::bad}, {"empty", sim::reply_kind::empty}, {"hang", sim::reply_kind::hang}};
+      all.peers.set_reply(words.at(1), KINDS.at(words.at(2)));
+    } else if (rest == "nothing") {
+      all.data->set_behaviour(sim::data_server::behaviour::nothing);
+    } else if (rest == "empty") {
+      all.data->set_report(std::string("\0actual_th0_temp_c 5", 20));
+    } else {
+      EXPECT_EQ(line, "data none");
+      all.data.reset();
     }
-  };
-  all.data->set_behaviour(sim::data_server::behaviour::nothing);
-  expect_fault("closed the connection without a report");
-  all.data->set_behaviour(sim::data_server::behaviour::report);
-  all.data->set_report(std::string("\0actual_th0_temp_c 5", 20));
-  expect_fault("sent an empty report");
-  all.data.reset();
-  expect_fault("does not answer (connect: Connection refused)");
+    all.board.save_settings();
+  }
+
+  // Runs a program of the owner's; returns what it prints and how it ends.
+  std::string run(const std::string& line) {
+    std::vector<std::string> words = words_of(line);
+    const std::string name = words.at(0);
+    words.erase(words.begin());
+    all.peers.forget_requests();
+    const sim::run_result run =
+        all.board.run_tool(name == "skypost-preview" ? PREVIEW_PROGRAM : SETTINGS_PROGRAM, words);
+    EXPECT_LT(run.seconds, 15);
+    EXPECT_TRUE(all.board.alarms().empty());
+    std::string text;
+    for (const std::string& one : all_matches(run.output, "[^\n]+"))
+      if (first_match(one, of_this_machine(line)).empty()) text += one + '\n';
+    text = replaced(text + run.errors, all.board.root(), "ROOT");
+    for (const auto& [port_name, port] : ports_) text = replaced(text, ':' + port, ':' + port_name);
+    return with_matches_as(text, ":[3-6][0-9]{4}", ":PORT") + "-> " + std::to_string(run.status) +
+           ", requests: " + std::to_string(all.peers.requests().size()) + '\n';
+  }
+
+ private:
+  void TestBody() override {}
+
+  // The lines that depend on the machine that the test runs on, on the time, or on wget's version.
+  static const char* of_this_machine(const std::string& line) {
+    return line.find(" check") != std::string::npos
+               ? "^(?!.*_enabled: the |name server: |the data server |sensor_uv: )"
+               : "^    (--|20|Incomplete|Length|Saving|  )";
+  }
+
+  const sim::full_server full_;
+  const sim::tcp_server silent_{0, "silent server",
+                                [](sim::connection& client) { client.wait_until_closed(); }};
+  // An APRS server that says a wrong login back, with the passcode.
+  const sim::tcp_server echo_{0, "APRS server", [](sim::connection& client) {
+                                client.write("# hello\r\n");
+                                const std::string login = client.read_line().value_or("");
+                                client.write("# wrong: " + login.substr(login.find("pass")) + "\r\n");
+                                client.wait_until_closed();
+                              }};
+  const std::map<std::string, std::string> ports_ = {
+      {"SECURED", first_match(all.peers.endpoints(), "meteonews = [^:]*:([0-9]+)").at(1)},
+      {"FULL", std::to_string(full_.port())},
+      {"SILENT", std::to_string(silent_.port())},
+      {"ECHO", std::to_string(echo_.port())}};
+};
+
+class owners_tools : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(owners_tools, say_what_the_golden_text_does) {
+  std::optional<owners_session> session;
+  expect_session(std::string("end_to_end/golden/") + GetParam(), [&](const std::string& line) {
+    if (line.starts_with('$')) return session->run(line.substr(2));
+    if (line.starts_with('#'))
+      session.emplace();
+    else
+      session->change(line.substr(2));
+    return std::string();
+  });
 }
+
+INSTANTIATE_TEST_SUITE_P(session, owners_tools, ::testing::Values("data_server", "online_check", "try"),
+                         [](const auto& row) { return row.param; });
 
 }  // namespace
 }  // namespace skypost::testing
