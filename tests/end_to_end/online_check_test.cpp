@@ -1,12 +1,18 @@
 // `skypost-settings check --online`: connects to every server as a run would, and sends none of them a value. What it
 // finds is in golden/online_check.
 
+#include <httplib.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <memory>
 #include <mutex>
 #include <sstream>
+#include <stdexcept>
+#include <thread>
 
 #include "base/paths.h"
 #include "end_to_end/program.h"
@@ -113,6 +119,69 @@ TEST_F(online_check, shows_its_progress_on_a_terminal) {
   EXPECT_NE(output_of("--online").find("\rConnecting to the networks' servers: 2 of 2 "), std::string::npos);
   EXPECT_EQ(output_of("").find("Connecting"), std::string::npos);
   EXPECT_EQ(output_of("--online --quiet").find("Connecting"), std::string::npos);
+}
+
+// A secured server, with a certificate made by these commands of openssl.
+class tls_server {
+ public:
+  tls_server(const sim::folder& folder, const std::string& name, const std::string& commands) {
+    const std::string certificate = folder.path("/" + name + ".pem");
+    const std::string key = folder.path("/" + name + ".key");
+    const std::string line = "set -e; cd \"" + folder.root().string() + "\"; name=" + name + "; " + commands;
+    if (std::system(("( " + line + " ) 2>/dev/null").c_str()) != 0) throw std::runtime_error(line);
+    server_ = std::make_unique<httplib::SSLServer>(certificate.c_str(), key.c_str());
+    server_->Get(".*", [this](const httplib::Request&, httplib::Response&) { ++requests_; });
+    port_ = server_->bind_to_any_port("127.0.0.1");
+    thread_ = std::thread([this] { server_->listen_after_bind(); });
+    while (!server_->is_running()) std::this_thread::yield();
+  }
+  ~tls_server() {
+    server_->stop();
+    thread_.join();
+  }
+
+  int port() const { return port_; }
+  int requests() const { return requests_; }
+
+ private:
+  std::unique_ptr<httplib::SSLServer> server_;
+  std::atomic<int> requests_ = 0;
+  int port_ = 0;
+  std::thread thread_;
+};
+
+TEST_F(online_check, tells_which_certificate_is_not_trusted) {
+  constexpr char NEW_KEY[] =
+      "openssl req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj /CN=$name ";
+  const std::string authority = std::string(NEW_KEY) + "-x509 -days 2 -keyout $name.key -out $name.pem";
+  const auto signed_for = [&](const std::string& address, const std::string& days) {
+    return std::string(NEW_KEY) + "-keyout $name.key -out $name.csr; echo subjectAltName=IP:" + address +
+           " > $name.ext; openssl x509 -req -in $name.csr -CA authority.pem -CAkey authority.key"
+           " -CAcreateserial -extfile $name.ext -days " +
+           days + " -out $name.pem";
+  };
+  const tls_server of_authority(all.board, "authority", authority);
+  all.board.write(WGET_SETTINGS_PATH, all.board.read(WGET_SETTINGS_PATH) + "ca_certificate = " +
+                                          (all.board.root() / "authority.pem").string() + '\n');
+  const tls_server good(all.board, "good", signed_for("127.0.0.1", "2"));
+  const tls_server expired(all.board, "expired", signed_for("127.0.0.1", "-1"));
+  const tls_server wrong_name(all.board, "wrong", signed_for("127.0.0.2", "2"));
+  const tls_server self_signed(all.board, "self", authority + " -addext subjectAltName=IP:127.0.0.1");
+
+  enable_only({&idokep_enabled, &metoffice_enabled, &windfinder_enabled, &windit_enabled});
+  const std::pair<const char*, const tls_server*> servers[] = {
+      {"idokep", &good}, {"metoffice", &expired}, {"windfinder", &wrong_name}, {"windit", &self_signed}};
+  for (const auto& [name, server] : servers)
+    add_endpoint(std::string(name) + " = https://" + at_port(server->port()));
+  std::vector<std::string> not_trusted;
+  for (const std::string& finding : findings())
+    if (finding.find("its certificate is not trusted: check the clock and ca-certificates") !=
+        std::string::npos)
+      not_trusted.push_back(finding.substr(0, finding.find(':')));
+  const std::vector<std::string> expected = {"windfinder_enabled", "windit_enabled", "metoffice_enabled"};
+  EXPECT_EQ(not_trusted, expected);
+  EXPECT_EQ(good.requests(), 1);
+  EXPECT_EQ(expired.requests() + wrong_name.requests() + self_signed.requests(), 0);
 }
 
 }  // namespace
