@@ -3,9 +3,9 @@
 
 #include <cstdio>
 
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
 #include "base/text.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "harness.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -113,18 +113,18 @@ void equip_station() {
 void compose_everything() {
   const station source = {
       station_settings, live_record, moment_at(1'336'280'889), {"X86", "00:1A:2B:3C:4D:5E"}};
-  for_each_outgoing([&](const outgoing& upload) {
-    outgoing_text text;
+  for_each_upload([&](const upload& upload) {
+    upload_text text;
     upload.compose(text, source);
-    if (upload.carried_by == carrier::http) require(text.was_cut() || is_sound(text.view()), upload.id);
-    if (upload.carried_by == carrier::aprs) require(is_login_and_packet(text.view()), upload.id);
-    if (upload.carried_by == carrier::mail) require(is_mail(text.view()), upload.id);
+    if (upload.by == carrier::http) require(text.was_cut() || is_sound(text.view()), upload.id);
+    if (upload.by == carrier::aprs) require(is_login_and_packet(text.view()), upload.id);
+    if (upload.by == carrier::mail) require(is_mail(text.view()), upload.id);
   });
   fixed_text<20'000> mail_command;
   append_mail_command(mail_command);
   require(is_sound(mail_command.view()), "the mail command");
   for (const run_step& step : run_list())
-    if (step.upload->carried_by == carrier::file) require(step.upload->send() == 0, step.upload->id);
+    if (step.upload->by == carrier::file) require(step.upload->send() == 0, step.upload->id);
 }
 
 std::uint8_t take_byte(std::string_view& input) {

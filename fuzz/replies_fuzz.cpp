@@ -11,8 +11,8 @@ namespace {
 
 std::vector<const skypost::http_network*> every_network() {
   std::vector<const skypost::http_network*> networks;
-  skypost::for_each_outgoing([&](const skypost::outgoing& upload) {
-    if (upload.carried_by == skypost::carrier::http)
+  skypost::for_each_upload([&](const skypost::upload& upload) {
+    if (upload.by == skypost::carrier::http)
       networks.push_back(static_cast<const skypost::http_network*>(&upload));
   });
   return networks;
@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   reply.append_text(input);
   reply.set_length(std::string_view(reply.c_str()).size());
   error_text.clear();
-  const int result = judge_upload(reply, input.size(), network.reply);
+  const int result = judge_upload(reply, input.size(), network.reply, NO_WGET_STATUS);
   fuzz::require(result == 0 || (result == -1 && !error_text.empty()), "a failure has a text");
   fuzz::require(error_text.view().find_first_of("\r\n") == std::string_view::npos, "the text is one line");
   return 0;

@@ -3,9 +3,9 @@
 #include <cstdlib>
 
 #include "base/paths.h"
+#include "common/field_descriptions.h"
 #include "harness.h"
 #include "live/report_parser.h"
-#include "settings/field_descriptions.h"
 #include "settings/load.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -87,7 +87,7 @@ outcome mail_outcome(const smtp_sink& server) {
 }
 
 outcome outcome_of(const run_step& step, const world& all, int web_port) {
-  switch (step.upload->carried_by) {
+  switch (step.upload->by) {
     case carrier::file:
       return file_outcome(step, all, web_port);
     case carrier::http:

@@ -16,7 +16,7 @@ constexpr std::uint16_t CWOP_PORT = 14580;
 
 constexpr std::string_view ENDPOINTS[][2] = {
 #define ENDPOINT(name, kind, value) {#name, #kind},
-#include "base/endpoints.def"
+#include "endpoints/endpoints.def"
 };
 
 // Without a replacement, the program would send the account to the real server.

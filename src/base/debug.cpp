@@ -6,7 +6,6 @@
 namespace skypost {
 
 constinit std::int32_t debug_flag = 0;
-constinit reply_hearer reply_listener = nullptr;
 
 void debug_print(const char* format, ...) {
   if (debug_flag == 0) return;
@@ -14,10 +13,6 @@ void debug_print(const char* format, ...) {
   va_start(arguments, format);
   std::vfprintf(stderr, format, arguments);
   va_end(arguments);
-}
-
-void tell_reply(std::string_view reply) {
-  if (reply_listener != nullptr) reply_listener(reply);
 }
 
 }  // namespace skypost

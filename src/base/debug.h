@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 namespace skypost {
 
@@ -10,12 +9,5 @@ extern std::int32_t debug_flag;
 
 // printf to standard error, if the debug flag is set.
 [[gnu::format(printf, 1, 2)]] void debug_print(const char* format, ...);
-
-// Gets each reply of a network as it was received, before it is judged. The uploader has none.
-using reply_hearer = void (*)(std::string_view reply);
-extern reply_hearer reply_listener;
-
-// Passes a reply on to the listener, if there is one.
-void tell_reply(std::string_view reply);
 
 }  // namespace skypost

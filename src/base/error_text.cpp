@@ -9,6 +9,6 @@ char bytes[ERROR_TEXT_CAPACITY + 1];
 }  // namespace
 
 constinit text_buffer error_text{bytes};
-constinit bool error_text_holds_command = false;
+constinit exchange latest_exchange;
 
 }  // namespace skypost

@@ -9,8 +9,18 @@ inline constexpr std::size_t ERROR_TEXT_CAPACITY = 10'000;
 // The reason for the latest failure, for report_failure. Cleared at the start of each rapid-fire pass.
 extern text_buffer error_text;
 
-// True if `error_text` holds a command that could not be run, and so perhaps a password. Cleared before each upload of
-// which a status record is kept.
-extern bool error_text_holds_command;
+inline constexpr int NO_WGET_STATUS = -1;
+
+// What else is known of the latest upload. Whoever sends an upload resets it first.
+struct exchange {
+  // Exit status of wget, or of the shell if it could not start wget. NO_WGET_STATUS if there is none: nothing was run,
+  // a signal ended it, another command followed it in a pipeline, or its output filled the reply, so it may have failed
+  // to write the rest.
+  int wget_status = NO_WGET_STATUS;
+
+  // error_text quotes a command that could not be run, which may contain a password.
+  bool is_command_quoted = false;
+};
+extern exchange latest_exchange;
 
 }  // namespace skypost

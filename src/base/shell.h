@@ -8,6 +8,9 @@
 // unchanged argument.
 namespace skypost {
 
+inline constexpr std::size_t COMMAND_CAPACITY = 9'999;
+using command_text = fixed_text<COMMAND_CAPACITY>;
+
 // Appends `text` escaped for use inside double quotes: a backslash before `"`, `` ` ``, `$` and `\`.
 void append_quoted(text_buffer& command, std::string_view text);
 

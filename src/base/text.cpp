@@ -51,7 +51,6 @@ void text_buffer::clear() {
 void text_buffer::replace_all(char from, char to) {
   for (std::size_t i = 0; i < length_; ++i)
     if (bytes_[i] == from) bytes_[i] = to;
-  set_length(std::strlen(bytes_));
 }
 
 void text_buffer::remove_all(char character) {

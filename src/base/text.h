@@ -46,7 +46,8 @@ class text_buffer {
 
   void clear();
 
-  // If `to` is NUL, the text ends at the first `from`.
+  // Ends the text before the first `character`, if there is one.
+  void cut_at(char character) { set_length(head_of(view(), view().find(character)).size()); }
   void replace_all(char from, char to);
   void remove_all(char character);
 

@@ -11,11 +11,12 @@
 #include <ctime>
 
 #include "base/debug.h"
-#include "base/endpoints.h"
 #include "base/error_text.h"
 #include "channels/channels.h"
 #include "compose/software.h"
 #include "compose/value.h"
+#include "endpoints/endpoints.h"
+#include "transport/reply_listener.h"
 
 namespace skypost {
 namespace {
@@ -125,7 +126,7 @@ struct aprs_task {
   std::uint32_t port;
   const char* call_sign;
   const char* network;
-  const outgoing_text& text;
+  const upload_text& text;
 };
 
 enum class outcome { sent, try_again, next_server, give_up };
@@ -225,8 +226,8 @@ int session_of(const char* const* servers, std::uint32_t port, const aprs_login&
 
 }  // namespace
 
-constinit const outgoing CWOP = {"cwop", carrier::aprs, compose_cwop, upload_cwop};
-constinit const outgoing APRS = {"aprs", carrier::aprs, compose_aprs, upload_aprs};
+constinit const upload CWOP = {"cwop", carrier::aprs, compose_cwop, upload_cwop};
+constinit const upload APRS = {"aprs", carrier::aprs, compose_aprs, upload_aprs};
 
 constinit aprs_pause_lengths aprs_pauses;
 
@@ -254,7 +255,7 @@ int aprs_session(const char* const* servers, std::uint32_t port, const char* cal
     error_text.append_text("error call sign: contains a line break, nothing was sent");
     return -1;
   }
-  outgoing_text text;
+  upload_text text;
   append_packet(text, *source, {call_sign, passcode, cwop});
   if (!send_to_one_of(servers, {port, call_sign, cwop ? "CWOP" : "APRS", text})) return -1;
   error_text.clear();

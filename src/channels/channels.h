@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <span>
 
-#include "base/endpoints.h"
-#include "compose/outgoing.h"
+#include "compose/upload.h"
+#include "endpoints/endpoints.h"
 
 // The channels that are neither HTTP nor files: APRS and mail.
 //
@@ -16,8 +16,8 @@ namespace skypost {
 
 // The login line and the packet, each followed by CR LF: a complete weather report with position and time
 // stamp, in the format of the APRS Protocol Reference 1.0.1.
-extern const outgoing CWOP;
-extern const outgoing APRS;
+extern const upload CWOP;
+extern const upload APRS;
 
 // The CWOP servers' TCP port; that of the APRS server is a setting.
 inline constexpr std::uint32_t CWOP_PORT = 14'580;
@@ -28,7 +28,7 @@ inline constexpr endpoint CWOP_ENDPOINTS[] = {endpoint::cwop_first, endpoint::cw
 inline constexpr endpoint APRS_ENDPOINTS[] = {endpoint::aprs_software, endpoint::aprs_path};
 
 // The mail, header and body.
-extern const outgoing BORGERVEJR;
+extern const upload BORGERVEJR;
 
 // The rows that it needs; the sender's only if the settings name none.
 std::span<const endpoint> mail_endpoints(const settings_record& settings);

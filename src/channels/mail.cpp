@@ -4,12 +4,12 @@
 #include <cstdio>
 #include <cstring>
 
-#include "base/endpoints.h"
 #include "base/error_text.h"
 #include "base/paths.h"
 #include "base/shell.h"
 #include "channels/channels.h"
 #include "compose/parameters.h"
+#include "endpoints/endpoints.h"
 
 namespace skypost {
 namespace {
@@ -74,7 +74,7 @@ void compose_mail(text_buffer& mail, const station& source) {
 
 }  // namespace
 
-constinit const outgoing BORGERVEJR = {"borgervejr", carrier::mail, compose_mail, send_mail_report};
+constinit const upload BORGERVEJR = {"borgervejr", carrier::mail, compose_mail, send_mail_report};
 
 std::span<const endpoint> mail_endpoints(const settings_record& settings) {
   static constexpr endpoint ROWS[] = {endpoint::borgervejr_recipient, endpoint::mail_sender};
@@ -92,7 +92,7 @@ int send_mail_report() {
   const std::optional<station> source = current_station();
   if (!source) return 0;
   if (require_endpoints(mail_endpoints(source->settings)) != 0) return -1;
-  outgoing_text mail;
+  upload_text mail;
   compose_mail(mail, *source);
   mail_command command;
   append_mail_command(command);
@@ -101,7 +101,7 @@ int send_mail_report() {
   if (pipe == nullptr) {
     const int reason = errno;
     error_text.clear();
-    error_text_holds_command = true;
+    latest_exchange.is_command_quoted = true;
     error_text.append("error pipe open: %s: %s", command.c_str(), std::strerror(reason));
     return -1;
   }

@@ -14,8 +14,6 @@ void begin_get(text_buffer& command, endpoint server, const char* path) {
   command.append_character('?');
 }
 
-void end_get(text_buffer& command) { command.append_text("\" 2>/dev/stdout"); }
-
 void begin_post(text_buffer& command) {
   command.append("%s -t %d -O /dev/stdout ", WGET_COMMAND, WGET_TRIES);
 }

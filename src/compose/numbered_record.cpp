@@ -1,5 +1,6 @@
 #include "compose/numbered_record.h"
 
+#include "compose/command.h"
 #include "compose/md5.h"
 
 namespace skypost {
@@ -61,6 +62,13 @@ void append_fields(text_buffer& record, std::span<const numbered_field> table, c
       append_content(record, row.content, source, write_text);
     }
   }
+}
+
+void append_record(text_buffer& query, const char* key, std::span<const numbered_field> table,
+                   const station& source, const char* end) {
+  query.append_text(key);
+  append_fields(query, table, ";", source, append_url_value);
+  query.append_text(end);
 }
 
 }  // namespace skypost

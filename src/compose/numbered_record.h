@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "compose/outgoing.h"
+#include "compose/upload.h"
 #include "compose/value.h"
 
 // Several networks take a positional record, with a filler for each missing value. It is a table of fields in
@@ -76,6 +76,10 @@ consteval numbered_field fields(std::uint8_t first, std::uint8_t last, const fie
 // Appends all fields, with `separator` between them.
 void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
                    const station& source, text_writer write_text);
+
+// Appends a parameter: `key` (including its "="), the fields with semicolons between them, and `end`.
+void append_record(text_buffer& query, const char* key, std::span<const numbered_field> table,
+                   const station& source, const char* end = ";");
 
 // True if the table has the fields 1 to `count`, each once and in order.
 consteval bool numbers_each_once(std::span<const numbered_field> table, int count) {

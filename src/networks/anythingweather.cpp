@@ -30,23 +30,14 @@ static_assert(numbers_each_once(FIELDS, 11));
 
 // The form is already percent-encoded: "%2D" and "%2C" are '-' and ',', "%0D" ends the record. "vsersion" is
 // the network's spelling.
-void append_form(text_buffer& command, const station& source) {
+void append_form(text_buffer& form, const station& source) {
   const std::tm& local = source.now.local;
-  append_parameter(command, "username=", source.settings.text(anythingweather_user));
-  append_parameter(command, "&password=", source.settings.text(anythingweather_password));
-  command.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", local.tm_year + 1900,
-                 local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min);
-  append_fields(command, FIELDS, "%2C", source, append_url_value);
-  command.append_text("%2C%0D");
-}
-
-void compose_anythingweather(text_buffer& command, const station& source) {
-  begin_post(command);
-  command.append_text("--post-data=\"");
-  append_form(command, source);
-  command.append_text("\" \"");
-  append_url(command, endpoint::anythingweather, "/feeds/load/WXDATAPOST.ASP");
-  command.append_text("\" 2>/dev/stdout");
+  append_parameter(form, "username=", source.settings.text(anythingweather_user));
+  append_parameter(form, "&password=", source.settings.text(anythingweather_password));
+  form.append("&vsersion=1&WXData=%04d%%2D%02d%%2D%02d+%02d:%02d:00%%2C", local.tm_year + 1900,
+              local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min);
+  append_fields(form, FIELDS, "%2C", source, append_url_value);
+  form.append_text("%2C%0D");
 }
 
 // wget's own status line decides.
@@ -73,16 +64,14 @@ int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
 }  // namespace
 
 constinit const http_network ANYTHINGWEATHER = {
-    "anythingweather",
-    compose_anythingweather,
-    upload_anythingweather,
-    {.server = endpoint::anythingweather,
-     .debug_header = "\nANYTHINGWEATHER\n%s\n",
+    sent_by_post<ANYTHINGWEATHER>("anythingweather"),
+    endpoint::anythingweather,
+    "/feeds/load/WXDATAPOST.ASP",
+    append_form,
+    {.debug_header = "\nANYTHINGWEATHER\n%s\n",
      .success = judge_anythingweather,
      .failure_format = "upload to www.anythingweather.com failed: %s",
      .no_response_text = "no response from anythingweather",
      .judge_empty = fail_with_closing_line}};
-
-int upload_anythingweather() { return upload_to(ANYTHINGWEATHER); }
 
 }  // namespace skypost

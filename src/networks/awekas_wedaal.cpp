@@ -3,7 +3,7 @@
 // W/m². Missing values are empty.
 
 #include "compose/dates.h"
-#include "compose/record_request.h"
+#include "compose/numbered_record.h"
 #include "compose/software.h"
 #include "networks/networks.h"
 
@@ -67,37 +67,32 @@ constexpr numbered_field WEDAAL_FIELDS[] = {
 };
 static_assert(numbers_each_once(WEDAAL_FIELDS, 24));
 
-void compose_awekas(text_buffer& command, const station& source) {
-  append_record_request(command, endpoint::awekas, "/extern/eingabe_pruefung.php", "val=", AWEKAS_FIELDS,
-                        source);
+void append_awekas_record(text_buffer& query, const station& source) {
+  append_record(query, "val=", AWEKAS_FIELDS, source);
 }
 
-void compose_wedaal(text_buffer& command, const station& source) {
-  append_record_request(command, endpoint::wedaal, "/get_wetter.php", "val=", WEDAAL_FIELDS, source);
+void append_wedaal_record(text_buffer& query, const station& source) {
+  append_record(query, "val=", WEDAAL_FIELDS, source);
 }
 
 }  // namespace
 
-constinit const http_network AWEKAS_PUSH = {"awekas_push",
-                                            compose_awekas,
-                                            push_awekas,
-                                            {.server = endpoint::awekas,
-                                             .debug_header = "\nAWEKAS (PUSH)\n%s\n",
+constinit const http_network AWEKAS_PUSH = {sent_by_get<AWEKAS_PUSH>("awekas_push"),
+                                            endpoint::awekas,
+                                            "/extern/eingabe_pruefung.php",
+                                            append_awekas_record,
+                                            {.debug_header = "\nAWEKAS (PUSH)\n%s\n",
                                              .success = {"OK", reply_mode::first_line},
                                              .failure_format = "upload to awekas: %s",
                                              .no_response_text = "no response from awekas"}};
 
-constinit const http_network WEDAAL_PUSH = {"wedaal_push",
-                                            compose_wedaal,
-                                            push_wedaal,
-                                            {.server = endpoint::wedaal,
-                                             .debug_header = "\nWEDAAL (PUSH)\n%s\n",
+constinit const http_network WEDAAL_PUSH = {sent_by_get<WEDAAL_PUSH>("wedaal_push"),
+                                            endpoint::wedaal,
+                                            "/get_wetter.php",
+                                            append_wedaal_record,
+                                            {.debug_header = "\nWEDAAL (PUSH)\n%s\n",
                                              .success = {"OK", reply_mode::first_line},
                                              .failure_format = "upload to wedaal: %s",
                                              .no_response_text = "no response from wedaal"}};
-
-int push_awekas() { return upload_to(AWEKAS_PUSH); }
-
-int push_wedaal() { return upload_to(WEDAAL_PUSH); }
 
 }  // namespace skypost

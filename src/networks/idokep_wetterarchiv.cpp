@@ -37,24 +37,20 @@ constexpr parameter WETTERARCHIV_PARAMETERS[] = {
     // clang-format on
 };
 
-void compose_idokep(text_buffer& command, const station& source) {
-  begin_get(command, idokep_service(source.settings).reply.server, "/sendws.php");
-  append_parameter(command, "user=", source.settings.text(idokep_user));
-  append_parameter(command, "&pass=", source.settings.text(idokep_password));
-  command.append("&tipus=NB%d", STATION_TYPE);
-  append_known(command, source.live, IDOKEP_PARAMETERS);
-  end_get(command);
+void append_idokep(text_buffer& query, const station& source) {
+  append_parameter(query, "user=", source.settings.text(idokep_user));
+  append_parameter(query, "&pass=", source.settings.text(idokep_password));
+  query.append("&tipus=NB%d", STATION_TYPE);
+  append_known(query, source.live, IDOKEP_PARAMETERS);
 }
 
-void compose_wetterarchiv(text_buffer& command, const station& source) {
-  begin_get(command, endpoint::wetterarchiv, "/interface/http/input.php");
-  append_parameter(command, "benutzername=", source.settings.text(wetterarchiv_user));
-  append_parameter(command, "&passwort=", source.settings.text(wetterarchiv_password));
+void append_wetterarchiv(text_buffer& query, const station& source) {
+  append_parameter(query, "benutzername=", source.settings.text(wetterarchiv_user));
+  append_parameter(query, "&passwort=", source.settings.text(wetterarchiv_password));
   const std::tm& local = source.now.local;
-  command.append("&datum=%04d%02d%02d%02d%02d&version=NB%d", local.tm_year + 1900, local.tm_mon + 1,
-                 local.tm_mday, local.tm_hour, local.tm_min, STATION_TYPE);
-  append_known(command, source.live, WETTERARCHIV_PARAMETERS);
-  end_get(command);
+  query.append("&datum=%04d%02d%02d%02d%02d&version=NB%d", local.tm_year + 1900, local.tm_mon + 1,
+               local.tm_mday, local.tm_hour, local.tm_min, STATION_TYPE);
+  append_known(query, source.live, WETTERARCHIV_PARAMETERS);
 }
 
 // Idokep has two words for success; the second is "kész!" in ISO 8859-2.
@@ -65,37 +61,28 @@ int judge_idokep(text_buffer& reply, const upload_spec& spec) {
   return fail_with_reply(spec, reply.view());
 }
 
-consteval upload_spec idokep_reply(endpoint server) {
-  return {.server = server,
-          .debug_header = "\nIDOKEP (PUSH)\n%s\n",
-          .success = judge_idokep,
-          .failure_format = "upload to idokep: %s",
-          .no_response_text = "no response from idokep"};
+endpoint idokep_service(const settings_record& settings) {
+  return settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE ? endpoint::idokep_pro : endpoint::idokep;
 }
-
-constinit const http_network IDOKEP_PRO = {"idokep", compose_idokep, upload_idokep,
-                                           idokep_reply(endpoint::idokep_pro)};
 
 }  // namespace
 
-constinit const http_network IDOKEP = {"idokep", compose_idokep, upload_idokep,
-                                       idokep_reply(endpoint::idokep)};
+constinit const http_network IDOKEP = {sent_by_get<IDOKEP>("idokep"),
+                                       idokep_service,
+                                       "/sendws.php",
+                                       append_idokep,
+                                       {.debug_header = "\nIDOKEP (PUSH)\n%s\n",
+                                        .success = judge_idokep,
+                                        .failure_format = "upload to idokep: %s",
+                                        .no_response_text = "no response from idokep"}};
 
-constinit const http_network WETTERARCHIV = {"wetterarchiv",
-                                             compose_wetterarchiv,
-                                             upload_wetterarchiv,
-                                             {.server = endpoint::wetterarchiv,
-                                              .debug_header = "\nWETTERARCHIV\n%s\n",
+constinit const http_network WETTERARCHIV = {sent_by_get<WETTERARCHIV>("wetterarchiv"),
+                                             endpoint::wetterarchiv,
+                                             "/interface/http/input.php",
+                                             append_wetterarchiv,
+                                             {.debug_header = "\nWETTERARCHIV\n%s\n",
                                               .success = "status=SUCCESS",
                                               .failure_format = "upload to wetterarchiv failed: %s",
                                               .no_response_text = "no response from wetterarchiv"}};
-
-const http_network& idokep_service(const settings_record& settings) {
-  return settings.integer(idokep_enabled) == IDOKEP_PRO_SERVICE ? IDOKEP_PRO : IDOKEP;
-}
-
-int upload_idokep() { return upload_to(idokep_service(station_settings)); }
-
-int upload_wetterarchiv() { return upload_to(WETTERARCHIV); }
 
 }  // namespace skypost

@@ -76,12 +76,11 @@ void append_login_options(text_buffer& command, std::string_view user, std::stri
 }
 
 // The time, rounded down to five minutes, then the values.
-void append_form(text_buffer& command, const station& source) {
+void append_form(text_buffer& form, const station& source) {
   const std::tm& utc = source.now.utc;
-  command.append("--post-data=\"time=%04d-%02d-%02d+%02d%%3A%02d%%3A00", utc.tm_year + 1900, utc.tm_mon + 1,
-                 utc.tm_mday, utc.tm_hour, utc.tm_min - utc.tm_min % 5);
-  append_known(command, source.live, PARAMETERS);
-  command.append_text("\" ");
+  form.append("time=%04d-%02d-%02d+%02d%%3A%02d%%3A00", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
+              utc.tm_hour, utc.tm_min - utc.tm_min % 5);
+  append_known(form, source.live, PARAMETERS);
 }
 
 // On an NSLU2, the login is in the URL, over plain http; all other boards use https.
@@ -94,17 +93,18 @@ void compose_meteonews(text_buffer& command, const station& source) {
 
   begin_post(command);
   if (!is_nslu2) append_login_options(command, user.view(), password);
-  append_form(command, source);
-  command.append_text(is_nslu2 ? "\"http://" : "\"https://");
+  command.append_text("--post-data=\"");
+  METEONEWS.append_parameters(command, source);
+  command.append_text(is_nslu2 ? "\" \"http://" : "\" \"https://");
   if (is_nslu2) append_url_login(command, user.view(), password);
-  command.append("%s\" 2>/dev/stdout | tail -n 1", endpoint_value(endpoint::meteonews));
+  command.append("%s\" 2>/dev/stdout | tail -n 1", endpoint_value(METEONEWS.server.in(source.settings)));
 }
 
 // The last line of wget's output is empty after a good upload, but also after errors such as 404 and 500. It
 // names a refused connection or login.
 int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
-  reply.replace_all('\n', '\0');
+  reply.cut_at('\n');
   for (const char* const word : {"failed", "ERROR", "Invalid"})
     if (strcasestr(reply.c_str(), word) != nullptr) return fail_with_reply(spec, reply.view());
   return 0;
@@ -112,16 +112,15 @@ int judge_meteonews(text_buffer& reply, const upload_spec& spec) {
 
 }  // namespace
 
-constinit const http_network METEONEWS = {"meteonews",
-                                          compose_meteonews,
-                                          upload_meteonews,
-                                          {.server = endpoint::meteonews,
-                                           .debug_header = "\nMETEONEWS\n%s\n",
-                                           .success = judge_meteonews,
-                                           .failure_format = "upload to meteonews failed: %s",
-                                           .no_response_text = "no response from meteonews",
-                                           .is_pipeline = true}};
-
-int upload_meteonews() { return upload_to(METEONEWS); }
+constinit const http_network METEONEWS = {
+    {"meteonews", carrier::http, compose_meteonews, upload_to<METEONEWS>},
+    endpoint::meteonews,
+    "",
+    append_form,
+    {.debug_header = "\nMETEONEWS\n%s\n",
+     .success = judge_meteonews,
+     .failure_format = "upload to meteonews failed: %s",
+     .no_response_text = "no response from meteonews",
+     .is_pipeline = true}};
 
 }  // namespace skypost

@@ -1,26 +1,79 @@
 #pragma once
 
-#include "compose/outgoing.h"
-#include "transport/upload.h"
+#include "compose/upload.h"
+#include "endpoints/endpoints.h"
+#include "transport/wget.h"
 
 // The weather networks that take an HTTP request.
 //
-// A network function sends the current values in one request and judges the reply. It returns 0, or -1 with
-// the reason in `error_text`. While the live data are stale it sends nothing and returns 0. Weather
-// Underground and WeatherFlow use a different request in rapid fire.
+// A network function sends the current values in one request and judges the reply. It returns 0, or -1 with the reason
+// in `error_text`. While the live data are stale it sends nothing and returns 0. In rapid fire, Weather Underground and
+// WeatherFlow get a different request.
 namespace skypost {
 
 // 1 in rapid fire, otherwise 0. Set once, by the command line.
 extern std::int32_t rapid_fire_flag;
 
-// A network: its request and how its reply is judged.
-struct http_network : outgoing {
-  consteval http_network(const char* called, composer composed_by, int (*sent_by)(),
-                         const upload_spec& judged_by, const outgoing* in_rapid_fire = nullptr)
-      : outgoing{called, carrier::http, composed_by, sent_by, in_rapid_fire}, reply(judged_by) {}
+// The endpoint with a network's server: always the same one, or chosen by the settings.
+class server_endpoint {
+ public:
+  consteval server_endpoint(endpoint fixed) : fixed_(fixed) {}
+  consteval server_endpoint(endpoint (*chosen)(const settings_record& settings)) : chosen_(chosen) {}
 
+  endpoint in(const settings_record& settings) const {
+    return chosen_ == nullptr ? fixed_ : chosen_(settings);
+  }
+
+ private:
+  endpoint fixed_{};
+  endpoint (*chosen_)(const settings_record& settings) = nullptr;
+};
+
+// A network: its request, and how its reply is judged.
+struct http_network : upload {
+  server_endpoint server;
+  const char* path;            // on the server, unless the endpoint file names another
+  composer append_parameters;  // of the query or the form
   upload_spec reply;
 };
+
+void append_get(text_buffer& command, const http_network& network, const station& source, const char* end);
+void append_post(text_buffer& command, const http_network& network, const station& source);
+int send_request(const http_network& network);
+
+// The network function of a network.
+template <const http_network& network>
+int upload_to() {
+  return send_request(network);
+}
+
+// How a network is reached; each is the first column of its record. A GET request whose reply includes what wget writes
+// to standard error:
+template <const http_network& network>
+consteval upload sent_by_get(const char* id) {
+  constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
+    append_get(command, network, source, "\" 2>/dev/stdout");
+  };
+  return {id, carrier::http, COMPOSE, upload_to<network>};
+}
+
+// A GET request whose reply is only what the server sends.
+template <const http_network& network>
+consteval upload sent_by_quiet_get(const char* id, const upload* rapid_variant = nullptr) {
+  constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
+    append_get(command, network, source, "\"");
+  };
+  return {id, carrier::http, COMPOSE, upload_to<network>, rapid_variant};
+}
+
+// A POST request. Without -q, wget's messages are part of the reply.
+template <const http_network& network>
+consteval upload sent_by_post(const char* id) {
+  constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
+    append_post(command, network, source);
+  };
+  return {id, carrier::http, COMPOSE, upload_to<network>};
+}
 
 extern const http_network ANYTHINGWEATHER;
 extern const http_network AWEKAS_PUSH;
@@ -43,29 +96,24 @@ extern const http_network WINDIT;
 extern const http_network WUNDERGROUND;
 extern const http_network WUNDERGROUND_RAPID;
 
-int push_awekas();
-int push_wedaal();
-int upload_anythingweather();
-int upload_idokep();
-int upload_meteonews();
-int upload_metoffice_wow();
-int upload_pwsweather();
-int upload_regiowetter();
-int upload_regiowetter_bw();
-int upload_sauerlandwetter();
-int upload_shnetz();
-int upload_weather_underground();
-int upload_weatherbug();
-int upload_weatherflow();
-int upload_wetterarchiv();
-int upload_wetterring();
-int upload_windfinder();
-int upload_windit();
-
-// Idokep as the settings have it: IDOKEP, or the pro service, which differs only in its server.
-const http_network& idokep_service(const settings_record& settings);
-
-// The body of every network function.
-int upload_to(const http_network& network);
+// The network functions, each of the network in its name.
+inline constexpr auto* push_awekas = upload_to<AWEKAS_PUSH>;
+inline constexpr auto* push_wedaal = upload_to<WEDAAL_PUSH>;
+inline constexpr auto* upload_anythingweather = upload_to<ANYTHINGWEATHER>;
+inline constexpr auto* upload_idokep = upload_to<IDOKEP>;
+inline constexpr auto* upload_meteonews = upload_to<METEONEWS>;
+inline constexpr auto* upload_metoffice_wow = upload_to<METOFFICE>;
+inline constexpr auto* upload_pwsweather = upload_to<PWSWEATHER>;
+inline constexpr auto* upload_regiowetter = upload_to<REGIOWETTER>;
+inline constexpr auto* upload_regiowetter_bw = upload_to<REGIOWETTER_BW>;
+inline constexpr auto* upload_sauerlandwetter = upload_to<SAUERLANDWETTER>;
+inline constexpr auto* upload_shnetz = upload_to<SHNETZ>;
+inline constexpr auto* upload_weather_underground = upload_to<WUNDERGROUND>;
+inline constexpr auto* upload_weatherbug = upload_to<WEATHERBUG>;
+inline constexpr auto* upload_weatherflow = upload_to<WEATHERFLOW>;
+inline constexpr auto* upload_wetterarchiv = upload_to<WETTERARCHIV>;
+inline constexpr auto* upload_wetterring = upload_to<WETTERRING>;
+inline constexpr auto* upload_windfinder = upload_to<WINDFINDER>;
+inline constexpr auto* upload_windit = upload_to<WINDIT>;
 
 }  // namespace skypost

@@ -4,7 +4,7 @@
 // missing values empty and has semicolons only between fields.
 
 #include "compose/dates.h"
-#include "compose/record_request.h"
+#include "compose/numbered_record.h"
 #include "networks/networks.h"
 
 namespace skypost {
@@ -65,38 +65,32 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_regiowetter_bw(text_buffer& command, const station& source) {
-  append_record_request(command, endpoint::regiowetter_bw, "/data/nimbulog/get_nimbulog.php",
-                        "Data=", BW_FIELDS, source);
+void append_bw_record(text_buffer& query, const station& source) {
+  append_record(query, "Data=", BW_FIELDS, source);
 }
 
-void compose_regiowetter(text_buffer& command, const station& source) {
-  append_record_request(command, endpoint::regiowetter, "/admin/jobs/nimbulog.asp", "val=", FIELDS, source,
-                        "");
+void append_regiowetter_record(text_buffer& query, const station& source) {
+  append_record(query, "val=", FIELDS, source, "");
 }
 
 }  // namespace
 
-constinit const http_network REGIOWETTER_BW = {"regiowetter_bw",
-                                               compose_regiowetter_bw,
-                                               upload_regiowetter_bw,
-                                               {.server = endpoint::regiowetter_bw,
-                                                .debug_header = "\nREGIOWETTER-BW\n%s\n",
+constinit const http_network REGIOWETTER_BW = {sent_by_get<REGIOWETTER_BW>("regiowetter_bw"),
+                                               endpoint::regiowetter_bw,
+                                               "/data/nimbulog/get_nimbulog.php",
+                                               append_bw_record,
+                                               {.debug_header = "\nREGIOWETTER-BW\n%s\n",
                                                 .success = {"Success", reply_mode::breaks_to_blanks},
                                                 .failure_format = "upload to regiowetter-bw failed: %s",
                                                 .no_response_text = "no response from regiowetter-bw"}};
 
-constinit const http_network REGIOWETTER = {"regiowetter",
-                                            compose_regiowetter,
-                                            upload_regiowetter,
-                                            {.server = endpoint::regiowetter,
-                                             .debug_header = "\nREGIOWETTER\n%s\n",
+constinit const http_network REGIOWETTER = {sent_by_get<REGIOWETTER>("regiowetter"),
+                                            endpoint::regiowetter,
+                                            "/admin/jobs/nimbulog.asp",
+                                            append_regiowetter_record,
+                                            {.debug_header = "\nREGIOWETTER\n%s\n",
                                              .success = "success",
                                              .failure_format = "upload to regiowetter failed: %s",
                                              .no_response_text = "no response from regiowetter"}};
-
-int upload_regiowetter_bw() { return upload_to(REGIOWETTER_BW); }
-
-int upload_regiowetter() { return upload_to(REGIOWETTER); }
 
 }  // namespace skypost

@@ -3,7 +3,7 @@
 // two hyphens.
 
 #include "compose/dates.h"
-#include "compose/record_request.h"
+#include "compose/numbered_record.h"
 #include "networks/networks.h"
 
 namespace skypost {
@@ -53,29 +53,26 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_sauerlandwetter(text_buffer& command, const station& source) {
-  append_record_request(command, endpoint::sauerlandwetter, "/wpas2/post.php", "val=", FIELDS, source);
+void append_sauerlandwetter_record(text_buffer& query, const station& source) {
+  append_record(query, "val=", FIELDS, source);
 }
 
-// An empty reply means success, but not from the server of a refused row, which is none.
-int accept_empty_reply(const upload_spec& spec) {
-  if (is_refused(spec.server)) return fail_with_reply(spec, "");
+// An empty reply means success.
+int accept_empty_reply(const upload_spec&) {
   print_reply("OK");
   return 0;
 }
 
 }  // namespace
 
-constinit const http_network SAUERLANDWETTER = {"sauerlandwetter",
-                                                compose_sauerlandwetter,
-                                                upload_sauerlandwetter,
-                                                {.server = endpoint::sauerlandwetter,
-                                                 .debug_header = "\nSAUERLANDWETTER\n%s\n",
+constinit const http_network SAUERLANDWETTER = {sent_by_get<SAUERLANDWETTER>("sauerlandwetter"),
+                                                endpoint::sauerlandwetter,
+                                                "/wpas2/post.php",
+                                                append_sauerlandwetter_record,
+                                                {.debug_header = "\nSAUERLANDWETTER\n%s\n",
                                                  .success = "erfolgreich",
                                                  .failure_format = "upload to sauerlandwetter failed: %s",
                                                  .no_response_text = "",
                                                  .judge_empty = accept_empty_reply}};
-
-int upload_sauerlandwetter() { return upload_to(SAUERLANDWETTER); }
 
 }  // namespace skypost

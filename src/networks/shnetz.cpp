@@ -3,7 +3,7 @@
 // as three hyphens.
 
 #include "compose/dates.h"
-#include "compose/record_request.h"
+#include "compose/numbered_record.h"
 #include "compose/software.h"
 #include "networks/networks.h"
 
@@ -93,21 +93,19 @@ constexpr numbered_field FIELDS[] = {
 };
 static_assert(numbers_each_once(FIELDS, FIELD_COUNT));
 
-void compose_shnetz(text_buffer& command, const station& source) {
-  append_record_request(command, endpoint::shnetz, "/sh-netz/daten.php", "daten=", FIELDS, source);
+void append_shnetz_record(text_buffer& query, const station& source) {
+  append_record(query, "daten=", FIELDS, source);
 }
 
 }  // namespace
 
-constinit const http_network SHNETZ = {"shnetz",
-                                       compose_shnetz,
-                                       upload_shnetz,
-                                       {.server = endpoint::shnetz,
-                                        .debug_header = "\nSH-NETZ (PUSH)\n%s\n",
+constinit const http_network SHNETZ = {sent_by_get<SHNETZ>("shnetz"),
+                                       endpoint::shnetz,
+                                       "/sh-netz/daten.php",
+                                       append_shnetz_record,
+                                       {.debug_header = "\nSH-NETZ (PUSH)\n%s\n",
                                         .success = {"OK", reply_mode::first_line},
                                         .failure_format = "upload to SH-Netz: %s",
                                         .no_response_text = "no response from SH-Netz"}};
-
-int upload_shnetz() { return upload_to(SHNETZ); }
 
 }  // namespace skypost

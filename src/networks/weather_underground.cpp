@@ -53,87 +53,72 @@ constexpr family_parameter PARAMETERS[] = {
     // clang-format on
 };
 
-void append_values(text_buffer& command, const LiveRecord& live, network_set network) {
+void append_values(text_buffer& query, const LiveRecord& live, network_set network) {
   for (const family_parameter& row : PARAMETERS)
-    if ((row.networks & network) != 0) append_known(command, live, row.sent);
-  // In this family wget's error output is not part of the reply.
-  command.append("&softwaretype=%s\"", SOFTWARE_NAME);
+    if ((row.networks & network) != 0) append_known(query, live, row.sent);
+  query.append("&softwaretype=%s", SOFTWARE_NAME);
 }
 
-void append_utc(text_buffer& command, const station& source) {
+void append_utc(text_buffer& query, const station& source) {
   const std::tm& utc = source.now.utc;
-  command.append("&dateutc=%04d-%02d-%02d %02d:%02d:%02d", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
-                 utc.tm_hour, utc.tm_min, utc.tm_sec);
+  query.append("&dateutc=%04d-%02d-%02d %02d:%02d:%02d", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
+               utc.tm_hour, utc.tm_min, utc.tm_sec);
 }
 
 // The start shared by three networks.
-void begin_update(text_buffer& command, endpoint server, const char* path, const text_field& id,
-                  const text_field& password, const station& source) {
-  begin_get(command, server, path);
-  append_parameter(command, "action=updateraw&ID=", source.settings.text(id));
-  append_parameter(command, "&PASSWORD=", source.settings.text(password));
-  append_utc(command, source);
+void begin_update(text_buffer& query, const text_field& id, const text_field& password,
+                  const station& source) {
+  append_parameter(query, "action=updateraw&ID=", source.settings.text(id));
+  append_parameter(query, "&PASSWORD=", source.settings.text(password));
+  append_utc(query, source);
 }
 
-void append_rapid_fire(text_buffer& command, std::int32_t interval) {
-  command.append("&realtime=1&rtfreq=%d", interval);
+void append_rapid_fire(text_buffer& query, std::int32_t interval) {
+  query.append("&realtime=1&rtfreq=%d", interval);
 }
 
-void begin_wunderground(text_buffer& command, endpoint server, const station& source) {
-  begin_update(command, server, "/weatherstation/updateweatherstation.php", wunderground_id,
-               wunderground_password, source);
+void append_wunderground(text_buffer& query, const station& source) {
+  begin_update(query, wunderground_id, wunderground_password, source);
+  append_values(query, source.live, WU);
 }
 
-void compose_wunderground(text_buffer& command, const station& source) {
-  begin_wunderground(command, endpoint::wunderground, source);
-  append_values(command, source.live, WU);
+void append_wunderground_rapid(text_buffer& query, const station& source) {
+  begin_update(query, wunderground_id, wunderground_password, source);
+  append_rapid_fire(query, source.settings.integer(wunderground_rapid_interval));
+  append_values(query, source.live, WU);
 }
 
-void compose_wunderground_rapid(text_buffer& command, const station& source) {
-  begin_wunderground(command, endpoint::wunderground_rapid, source);
-  append_rapid_fire(command, source.settings.integer(wunderground_rapid_interval));
-  append_values(command, source.live, WU);
+void append_weatherflow(text_buffer& query, const station& source) {
+  begin_update(query, weatherflow_id, weatherflow_password, source);
+  append_values(query, source.live, WF);
 }
 
-void begin_weatherflow(text_buffer& command, const station& source) {
-  begin_update(command, endpoint::weatherflow, "/wxengine/rest/collection/weatherstation", weatherflow_id,
-               weatherflow_password, source);
+void append_weatherflow_rapid(text_buffer& query, const station& source) {
+  begin_update(query, weatherflow_id, weatherflow_password, source);
+  append_rapid_fire(query, source.settings.integer(weatherflow_rapid_interval));
+  append_values(query, source.live, WF);
 }
 
-void compose_weatherflow(text_buffer& command, const station& source) {
-  begin_weatherflow(command, source);
-  append_values(command, source.live, WF);
-}
-
-void compose_weatherflow_rapid(text_buffer& command, const station& source) {
-  begin_weatherflow(command, source);
-  append_rapid_fire(command, source.settings.integer(weatherflow_rapid_interval));
-  append_values(command, source.live, WF);
-}
-
-void compose_metoffice(text_buffer& command, const station& source) {
+void append_metoffice(text_buffer& query, const station& source) {
   const std::tm& utc = source.now.utc;
-  begin_get(command, endpoint::metoffice, "/automaticreading");
-  append_parameter(command, "siteid=", source.settings.text(metoffice_site_id));
-  append_parameter(command, "&siteAuthenticationKey=", source.settings.text(metoffice_site_key));
-  command.append("&dateutc=%04d-%02d-%02d+%02d%%3A%02d%%3A%02d", utc.tm_year + 1900, utc.tm_mon + 1,
-                 utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec);
-  append_values(command, source.live, WOW);
+  append_parameter(query, "siteid=", source.settings.text(metoffice_site_id));
+  append_parameter(query, "&siteAuthenticationKey=", source.settings.text(metoffice_site_key));
+  query.append("&dateutc=%04d-%02d-%02d+%02d%%3A%02d%%3A%02d", utc.tm_year + 1900, utc.tm_mon + 1,
+               utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec);
+  append_values(query, source.live, WOW);
 }
 
-void compose_pwsweather(text_buffer& command, const station& source) {
-  begin_update(command, endpoint::pwsweather, "/pwsupdate/pwsupdate.php", hamweather_id, hamweather_password,
-               source);
-  append_values(command, source.live, PWS);
+void append_pwsweather(text_buffer& query, const station& source) {
+  begin_update(query, hamweather_id, hamweather_password, source);
+  append_values(query, source.live, PWS);
 }
 
-void compose_weatherbug(text_buffer& command, const station& source) {
-  begin_get(command, endpoint::weatherbug, "/data/livedata.aspx");
-  append_parameter(command, "ID=", source.settings.text(weatherbug_id));
-  append_parameter(command, "&PASSWORD=", source.settings.text(weatherbug_password));
-  append_parameter(command, "&num=", source.settings.text(weatherbug_num));
-  append_utc(command, source);
-  append_values(command, source.live, WB);
+void append_weatherbug(text_buffer& query, const station& source) {
+  append_parameter(query, "ID=", source.settings.text(weatherbug_id));
+  append_parameter(query, "&PASSWORD=", source.settings.text(weatherbug_password));
+  append_parameter(query, "&num=", source.settings.text(weatherbug_num));
+  append_utc(query, source);
+  append_values(query, source.live, WB);
 }
 
 // PWSweather replies with a page; only its body is judged.
@@ -145,76 +130,69 @@ int judge_pwsweather(text_buffer& reply, const upload_spec& spec) {
   return fail_with_reply(spec, *body);
 }
 
-consteval upload_spec wunderground_reply(endpoint server, const char* debug_header) {
-  return {.server = server,
-          .debug_header = debug_header,
+consteval upload_spec wunderground_reply(const char* debug_header) {
+  return {.debug_header = debug_header,
           .success = {"success", reply_mode::breaks_to_blanks},
           .failure_format = "upload to weather underground failed: %s",
           .no_response_text = "no response from weather underground",
-          .pipe_reason_first = true};
+          .pipe_failure_format = "error open pipe (%2$s): %1$s"};
 }
 
-constexpr upload_spec WEATHERFLOW_REPLY = {.server = endpoint::weatherflow,
-                                           .debug_header = "\nWEATHERFLOW\n",
+constexpr char WUNDERGROUND_PATH[] = "/weatherstation/updateweatherstation.php";
+
+constexpr upload_spec WEATHERFLOW_REPLY = {.debug_header = "\nWEATHERFLOW\n",
                                            .success = {"success", reply_mode::breaks_to_blanks},
                                            .failure_format = "upload to weatherflow failed: %s",
                                            .no_response_text = "no response from weatherflow"};
+constexpr char WEATHERFLOW_PATH[] = "/wxengine/rest/collection/weatherstation";
 
 }  // namespace
 
-constinit const http_network WUNDERGROUND_RAPID = {
-    "wunderground_rapid", compose_wunderground_rapid, upload_weather_underground,
-    wunderground_reply(endpoint::wunderground_rapid, "\nWEATHER UNDERGROUND\nrapid: %s\n")};
+// For this family, wget's messages are not part of the reply.
 
 constinit const http_network WUNDERGROUND = {
-    "wunderground", compose_wunderground, upload_weather_underground,
-    wunderground_reply(endpoint::wunderground, "\nWEATHER UNDERGROUND\nnormal: %s\n"), &WUNDERGROUND_RAPID};
+    sent_by_quiet_get<WUNDERGROUND>("wunderground", &WUNDERGROUND_RAPID), endpoint::wunderground,
+    WUNDERGROUND_PATH, append_wunderground, wunderground_reply("\nWEATHER UNDERGROUND\nnormal: %s\n")};
 
-constinit const http_network WEATHERFLOW_RAPID = {"weatherflow_rapid", compose_weatherflow_rapid,
-                                                  upload_weatherflow, WEATHERFLOW_REPLY};
+constinit const http_network WUNDERGROUND_RAPID = {
+    sent_by_quiet_get<WUNDERGROUND_RAPID>("wunderground_rapid"), endpoint::wunderground_rapid,
+    WUNDERGROUND_PATH, append_wunderground_rapid, wunderground_reply("\nWEATHER UNDERGROUND\nrapid: %s\n")};
 
-constinit const http_network WEATHERFLOW = {"weatherflow", compose_weatherflow, upload_weatherflow,
-                                            WEATHERFLOW_REPLY, &WEATHERFLOW_RAPID};
+constinit const http_network WEATHERFLOW = {sent_by_quiet_get<WEATHERFLOW>("weatherflow", &WEATHERFLOW_RAPID),
+                                            endpoint::weatherflow, WEATHERFLOW_PATH, append_weatherflow,
+                                            WEATHERFLOW_REPLY};
 
-// The server tells good from bad by its HTTP status alone, and says {} or nothing to a good report.
-constinit const http_network METOFFICE = {"metoffice",
-                                          compose_metoffice,
-                                          upload_metoffice_wow,
-                                          {.server = endpoint::metoffice,
-                                           .debug_header = "\nMETOFFICE\n%s\n",
+constinit const http_network WEATHERFLOW_RAPID = {sent_by_quiet_get<WEATHERFLOW_RAPID>("weatherflow_rapid"),
+                                                  endpoint::weatherflow, WEATHERFLOW_PATH,
+                                                  append_weatherflow_rapid, WEATHERFLOW_REPLY};
+
+// The server signals success only through its HTTP status; the body of a good reply is {} or empty.
+constinit const http_network METOFFICE = {sent_by_quiet_get<METOFFICE>("metoffice"),
+                                          endpoint::metoffice,
+                                          "/automaticreading",
+                                          append_metoffice,
+                                          {.debug_header = "\nMETOFFICE\n%s\n",
                                            .success = {"success", reply_mode::breaks_to_blanks},
                                            .failure_format = "upload to metoffice failed: %s",
                                            .no_response_text = "no response from metoffice",
                                            .status_0_is_success = true}};
 
-constinit const http_network PWSWEATHER = {"pwsweather",
-                                           compose_pwsweather,
-                                           upload_pwsweather,
-                                           {.server = endpoint::pwsweather,
-                                            .debug_header = "\nWEATHERFORYOU\n%s\n",
+constinit const http_network PWSWEATHER = {sent_by_quiet_get<PWSWEATHER>("pwsweather"),
+                                           endpoint::pwsweather,
+                                           "/pwsupdate/pwsupdate.php",
+                                           append_pwsweather,
+                                           {.debug_header = "\nWEATHERFORYOU\n%s\n",
                                             .success = judge_pwsweather,
                                             .failure_format = "upload to HAMweather: %s",
                                             .no_response_text = "no response from HAMweather"}};
 
-constinit const http_network WEATHERBUG = {"weatherbug",
-                                           compose_weatherbug,
-                                           upload_weatherbug,
-                                           {.server = endpoint::weatherbug,
-                                            .debug_header = "\nWEATHERBUG\n%s\n",
+constinit const http_network WEATHERBUG = {sent_by_quiet_get<WEATHERBUG>("weatherbug"),
+                                           endpoint::weatherbug,
+                                           "/data/livedata.aspx",
+                                           append_weatherbug,
+                                           {.debug_header = "\nWEATHERBUG\n%s\n",
                                             .success = {"Success", reply_mode::breaks_to_blanks},
                                             .failure_format = "upload to weather bug failed: %s",
                                             .no_response_text = "no response from weather bug"}};
-
-int upload_weather_underground() {
-  return upload_to(rapid_fire_flag != 0 ? WUNDERGROUND_RAPID : WUNDERGROUND);
-}
-
-int upload_weatherflow() { return upload_to(rapid_fire_flag != 0 ? WEATHERFLOW_RAPID : WEATHERFLOW); }
-
-int upload_metoffice_wow() { return upload_to(METOFFICE); }
-
-int upload_pwsweather() { return upload_to(PWSWEATHER); }
-
-int upload_weatherbug() { return upload_to(WEATHERBUG); }
 
 }  // namespace skypost

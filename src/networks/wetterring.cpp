@@ -43,32 +43,28 @@ constexpr parameter PARAMETERS[] = {
 };
 
 // The compass word is sent if the degrees are known.
-void append_direction(text_buffer& command, const LiveRecord& live) {
+void append_direction(text_buffer& query, const LiveRecord& live) {
   if (!known(live.winddir)) return;
-  append_parameter(command, "&wind_dir=", live.winddirstr);
+  append_parameter(query, "&wind_dir=", live.winddirstr);
 }
 
-void compose_wetterring(text_buffer& command, const station& source) {
-  begin_get(command, endpoint::wetterring, "/weatherboxx/");
-  append_parameter(command, "secret=", source.settings.text(wetterring_secret));
-  command.append("&tm=%lld", static_cast<long long>(source.now.seconds));
-  append_known(command, source.live, PARAMETERS);
-  append_direction(command, source.live);
-  append_known(command, source.live, {"&sun_watt_c=", &LiveRecord::solar10, WHOLE_UNITS});
-  end_get(command);
+void append_query(text_buffer& query, const station& source) {
+  append_parameter(query, "secret=", source.settings.text(wetterring_secret));
+  query.append("&tm=%lld", static_cast<long long>(source.now.seconds));
+  append_known(query, source.live, PARAMETERS);
+  append_direction(query, source.live);
+  append_known(query, source.live, {"&sun_watt_c=", &LiveRecord::solar10, WHOLE_UNITS});
 }
 
 }  // namespace
 
-constinit const http_network WETTERRING = {"wetterring",
-                                           compose_wetterring,
-                                           upload_wetterring,
-                                           {.server = endpoint::wetterring,
-                                            .debug_header = "\nWETTERRING\n%s\n",
+constinit const http_network WETTERRING = {sent_by_get<WETTERRING>("wetterring"),
+                                           endpoint::wetterring,
+                                           "/weatherboxx/",
+                                           append_query,
+                                           {.debug_header = "\nWETTERRING\n%s\n",
                                             .success = "successfully",
                                             .failure_format = "upload to wetterring failed: %s",
                                             .no_response_text = "no response from wetterring"}};
-
-int upload_wetterring() { return upload_to(WETTERRING); }
 
 }  // namespace skypost

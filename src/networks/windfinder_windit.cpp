@@ -39,29 +39,25 @@ constexpr parameter WINDIT_PARAMETERS[] = {
     // clang-format on
 };
 
-void compose_windfinder(text_buffer& command, const station& source) {
-  begin_get(command, endpoint::windfinder, "/wind-cgi/nimbulogload.pl");
-  append_parameter(command, "name=", source.settings.text(windfinder_name));
-  append_parameter(command, "&password=", source.settings.text(windfinder_password));
-  command.append_text("&date=");
-  append_local_date(command, source);
-  command.append_text("&time=");
-  append_local_clock(command, source);
-  append_known(command, source.live, WINDFINDER_PARAMETERS);
-  end_get(command);
+void append_windfinder(text_buffer& query, const station& source) {
+  append_parameter(query, "name=", source.settings.text(windfinder_name));
+  append_parameter(query, "&password=", source.settings.text(windfinder_password));
+  query.append_text("&date=");
+  append_local_date(query, source);
+  query.append_text("&time=");
+  append_local_clock(query, source);
+  append_known(query, source.live, WINDFINDER_PARAMETERS);
 }
 
-void compose_windit(text_buffer& command, const station& source) {
-  begin_get(command, endpoint::windit, "/nimbulog/nimbulogload");
-  append_parameter(command, "id=", source.settings.text(windit_id));
-  command.append_text("&d=");
-  append_local_date(command, source);
-  command.append_text("&t=");
-  append_local_clock(command, source);
-  command.append(":%02d", source.now.local.tm_sec);
-  append_known(command, source.live, WINDIT_PARAMETERS);
-  command.append_text("&clid=nb");
-  end_get(command);
+void append_windit(text_buffer& query, const station& source) {
+  append_parameter(query, "id=", source.settings.text(windit_id));
+  query.append_text("&d=");
+  append_local_date(query, source);
+  query.append_text("&t=");
+  append_local_clock(query, source);
+  query.append(":%02d", source.now.local.tm_sec);
+  append_known(query, source.live, WINDIT_PARAMETERS);
+  query.append_text("&clid=nb");
 }
 
 // Windfinder replies with a page, whose body is judged, or with plain text, where at most one character means
@@ -79,26 +75,22 @@ int judge_windfinder(text_buffer& reply, const upload_spec& spec) {
 
 }  // namespace
 
-constinit const http_network WINDFINDER = {"windfinder",
-                                           compose_windfinder,
-                                           upload_windfinder,
-                                           {.server = endpoint::windfinder,
-                                            .debug_header = "\nWINDFINDER\n%s\n",
+constinit const http_network WINDFINDER = {sent_by_get<WINDFINDER>("windfinder"),
+                                           endpoint::windfinder,
+                                           "/wind-cgi/nimbulogload.pl",
+                                           append_windfinder,
+                                           {.debug_header = "\nWINDFINDER\n%s\n",
                                             .success = judge_windfinder,
                                             .failure_format = "upload to windfinder: %s",
                                             .no_response_text = "no response from windfinder"}};
 
-constinit const http_network WINDIT = {"windit",
-                                       compose_windit,
-                                       upload_windit,
-                                       {.server = endpoint::windit,
-                                        .debug_header = "\nWINDIT\n%s\n",
+constinit const http_network WINDIT = {sent_by_get<WINDIT>("windit"),
+                                       endpoint::windit,
+                                       "/nimbulog/nimbulogload",
+                                       append_windit,
+                                       {.debug_header = "\nWINDIT\n%s\n",
                                         .success = "OK",
                                         .failure_format = "upload to windit: %s",
                                         .no_response_text = "no response from windit"}};
-
-int upload_windfinder() { return upload_to(WINDFINDER); }
-
-int upload_windit() { return upload_to(WINDIT); }
 
 }  // namespace skypost

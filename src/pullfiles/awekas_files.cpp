@@ -77,15 +77,11 @@ void compose_lines(text_buffer& text, const station& source) {
 
 }  // namespace
 
-constinit const pull_file AWEKAS_PULL = {"awekas_pull", compose_lines<AWEKAS>, write_awekas_file,
+constinit const pull_file AWEKAS_PULL = {written_as_file<AWEKAS_PULL>("awekas_pull", compose_lines<AWEKAS>),
                                          "awekas.txt"};
-constinit const pull_file WEDAAL_PULL = {"wedaal_pull", compose_lines<WEDAAL>, write_wedaal_file,
+constinit const pull_file WEDAAL_PULL = {written_as_file<WEDAAL_PULL>("wedaal_pull", compose_lines<WEDAAL>),
                                          "wedaal.txt"};
-constinit const pull_file WETTERPAGE24 = {"wetterpage24", compose_lines<PAGE24>, write_wetterpage24_file,
-                                          "wetterpage24.txt"};
-
-int write_awekas_file() { return write_pull_file(AWEKAS_PULL); }
-int write_wedaal_file() { return write_pull_file(WEDAAL_PULL); }
-int write_wetterpage24_file() { return write_pull_file(WETTERPAGE24); }
+constinit const pull_file WETTERPAGE24 = {
+    written_as_file<WETTERPAGE24>("wetterpage24", compose_lines<PAGE24>), "wetterpage24.txt"};
 
 }  // namespace skypost

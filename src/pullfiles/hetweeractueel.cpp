@@ -166,10 +166,8 @@ void compose_hetweeractueel(text_buffer& text, const station& source) {
 
 }  // namespace
 
-constinit const pull_file HETWEERACTUEEL = {"hetweeractueel", compose_hetweeractueel,
-                                            write_hetweeractueel_file, "hetweeractueel.txt",
-                                            "HETWEERACTUEEL"};
-
-int write_hetweeractueel_file() { return write_pull_file(HETWEERACTUEEL); }
+constinit const pull_file HETWEERACTUEEL = {
+    written_as_file<HETWEERACTUEEL>("hetweeractueel", compose_hetweeractueel), "hetweeractueel.txt",
+    "HETWEERACTUEEL"};
 
 }  // namespace skypost

@@ -69,9 +69,8 @@ void compose_meteoclimatic(text_buffer& text, const station& source) {
 
 }  // namespace
 
-constinit const pull_file METEOCLIMATIC = {"meteoclimatic", compose_meteoclimatic, write_meteoclimatic_file,
-                                           "meteoclimatic.txt", "METEOCLIMATIC"};
-
-int write_meteoclimatic_file() { return write_pull_file(METEOCLIMATIC); }
+constinit const pull_file METEOCLIMATIC = {
+    written_as_file<METEOCLIMATIC>("meteoclimatic", compose_meteoclimatic), "meteoclimatic.txt",
+    "METEOCLIMATIC"};
 
 }  // namespace skypost

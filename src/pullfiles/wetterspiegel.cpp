@@ -33,9 +33,7 @@ void compose_wetterspiegel(text_buffer& text, const station& source) {
 
 }  // namespace
 
-constinit const pull_file WETTERSPIEGEL = {"wetterspiegel", compose_wetterspiegel, write_wetterspiegel_file,
-                                           "wetterspiegel.txt"};
-
-int write_wetterspiegel_file() { return write_pull_file(WETTERSPIEGEL); }
+constinit const pull_file WETTERSPIEGEL = {
+    written_as_file<WETTERSPIEGEL>("wetterspiegel", compose_wetterspiegel), "wetterspiegel.txt"};
 
 }  // namespace skypost

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "compose/outgoing.h"
+#include "compose/upload.h"
 #include "live/data_server.h"
 #include "run/upload_switch.h"
 
@@ -19,7 +19,7 @@ struct rapid_fire_stamps {
 struct rapid_fire_network : upload_switch {
   const integer_field* interval;  // seconds; nullptr: fixed
   std::int64_t rapid_fire_stamps::*last;
-  const outgoing* upload;
+  const struct upload* upload;
 };
 
 // In the order in which a pass sends them.

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "compose/outgoing.h"
+#include "compose/upload.h"
 #include "run/upload_switch.h"
 
 namespace skypost {
@@ -24,7 +24,7 @@ inline constexpr long long GATE_INTERVAL = 960;
 // One step of the one-shot run.
 struct run_step : upload_switch {
   step_limit limit;
-  const outgoing* upload;
+  const struct upload* upload;
 };
 
 // All steps, in the order of a run.
@@ -33,7 +33,7 @@ std::span<const run_step> run_list();
 // Calls `visit` for everything that a run can send, in the order of the list, a rapid-fire variant after the
 // normal upload.
 template <typename visitor>
-void for_each_outgoing(visitor visit) {
+void for_each_upload(visitor visit) {
   for (const run_step& step : run_list()) {
     visit(*step.upload);
     if (step.upload->rapid_variant != nullptr) visit(*step.upload->rapid_variant);

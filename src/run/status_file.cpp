@@ -5,9 +5,9 @@
 
 #include <cerrno>
 
+#include "base/error_text.h"
 #include "base/paths.h"
 #include "base/regular_file.h"
-#include "transport/upload.h"
 
 namespace skypost {
 namespace {

@@ -9,7 +9,6 @@
 
 #include "base/error_text.h"
 #include "live/live_record.h"
-#include "transport/upload.h"
 
 namespace skypost {
 namespace {
@@ -56,7 +55,7 @@ void record_begin(status_record& record, std::uint32_t run_number) {
   write_part(&record, sizeof record);
 }
 
-void record_end(status_record& record, status_outcome outcome, std::string_view reason) {
+void record_end(status_record& record, status_outcome outcome, int wget_status, std::string_view reason) {
   record.ended = seconds_now();
   record.outcome = static_cast<std::uint32_t>(outcome);
   record.wget_status = wget_status;
@@ -88,8 +87,7 @@ void begin_run_status() {
 
 void end_run_status(status_outcome outcome) {
   if (status_file < 0) return;
-  wget_status = NO_WGET_STATUS;
-  record_end(status.records[RUN_RECORD], outcome, {});
+  record_end(status.records[RUN_RECORD], outcome, NO_WGET_STATUS, {});
   close_status();
 }
 
@@ -101,21 +99,18 @@ void close_status() {
   status_file = -1;
 }
 
-int send_recorded(const upload_switch& row, const outgoing& upload) {
+int send_recorded(const upload_switch& row, const upload& upload) {
   // Of stale data an upload sends nothing, and neither succeeds nor fails.
   if (status_file < 0 || live_data_stale != 0) return upload.send();
 
   status_record& record = record_called(row.name.text);
   record_begin(record, status.records[RUN_RECORD].run_number);
-  wget_status = NO_WGET_STATUS;
-  error_text_holds_command = false;
-  if (upload.send() == 0) {
-    record_end(record, status_outcome::good, {});
-    return 0;
-  }
-  record_end(record, status_outcome::failed,
-             error_text_holds_command ? std::string_view() : error_text.view());
-  return -1;
+  latest_exchange = {};
+  const int result = upload.send();
+  const bool has_reason = result != 0 && !latest_exchange.is_command_quoted;
+  record_end(record, result == 0 ? status_outcome::good : status_outcome::failed, latest_exchange.wget_status,
+             has_reason ? error_text.view() : std::string_view());
+  return result;
 }
 
 }  // namespace skypost

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "compose/outgoing.h"
+#include "compose/upload.h"
 #include "run/status_file.h"
 
 // Keeps the status file up to date. Without the file, with one that others could have put in its place, or while
@@ -19,6 +19,6 @@ void close_status();
 
 // Sends the upload, and records that under its name: when it begins, so that one which never ends is found, and when it
 // has ended, which is before its failure is reported. Returns 0, or -1 with the reason in `error_text`.
-int send_recorded(const upload_switch& row, const outgoing& upload);
+int send_recorded(const upload_switch& row, const upload& upload);
 
 }  // namespace skypost

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "base/endpoints.h"
+#include "endpoints/endpoints.h"
 #include "settings/byte_order.h"
 
 namespace skypost {

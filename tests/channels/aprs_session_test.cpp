@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "base/debug.h"
-#include "base/endpoints.h"
 #include "base/error_text.h"
 #include "channels/channels.h"
+#include "endpoints/endpoints.h"
 #include "sim/tcp_server.h"
 #include "support/station.h"
 

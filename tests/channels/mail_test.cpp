@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <string>
 
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
 #include "base/error_text.h"
 #include "channels/channels.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "support/station.h"
 
 namespace skypost::testing {

@@ -10,7 +10,6 @@
 #include "end_to_end/program.h"
 #include "run/run_list.h"
 #include "support/golden.h"
-#include "support/pattern.h"
 
 namespace skypost::testing {
 namespace {
@@ -22,21 +21,12 @@ class endpoint_file : public program {
     interpose("TRACE", all.board.root() / "trace");
     all.board.write(LAST_RUN_PATH, "1");
   }
-
-  // All that wget was asked for.
-  std::set<std::string> servers_asked() const {
-    std::istringstream calls(all.board.read("/trace"));
-    std::set<std::string> servers;
-    for (std::string call; std::getline(calls, call);)
-      for (const std::string& part : first_match(call, "https?://[^/?\"]+")) servers.insert(part);
-    return servers;
-  }
 };
 
 TEST_F(endpoint_file, with_a_bad_line_for_every_name_has_nothing_sent) {
   std::string lines;
 #define ENDPOINT(name, kind, value) lines += #name " = http://x\";id\n";
-#include "base/endpoints.def"
+#include "endpoints/endpoints.def"
   all.board.write(ENDPOINTS_PATH, lines);
   all.board.settings.set_text(sender_address, "");
   all.board.save_settings();
@@ -44,17 +34,17 @@ TEST_F(endpoint_file, with_a_bad_line_for_every_name_has_nothing_sent) {
   EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), std::count(lines.begin(), lines.end(), '\n'));
   std::set<std::string> expected, failed;
   for (const run_step& step : run_list())
-    if (step.upload->carried_by != carrier::file) expected.insert(step.name.text);
+    if (step.upload->by != carrier::file) expected.insert(step.name.text);
   for (const sim::alarm_call& call : all.board.alarms()) {
     EXPECT_NE(call[2], "") << call[1];
     failed.insert(call[1]);
   }
   EXPECT_EQ(failed, expected);
-  EXPECT_EQ(servers_asked(), std::set<std::string>{"https://refused.invalid"});
-  EXPECT_EQ(requests(), 0);
   EXPECT_TRUE(all.cwop->sessions().empty());
   EXPECT_TRUE(all.aprs->sessions().empty());
-  EXPECT_EQ(all.board.read("/trace").find("sendmail"), std::string::npos);
+  const std::string commands = all.board.read("/trace");
+  EXPECT_EQ(commands.find("wget"), std::string::npos) << commands;
+  EXPECT_EQ(commands.find("sendmail"), std::string::npos) << commands;
   // Files are no affair of a server's.
   EXPECT_TRUE(std::filesystem::exists(all.board.path("/srv/www/wetterspiegel.txt")));
 }

@@ -11,11 +11,11 @@
 #include <set>
 #include <sstream>
 
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
 #include "base/paths.h"
 #include "channels/channels.h"
 #include "end_to_end/program.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "live/report_parser.h"
 #include "networks/networks.h"
 #include "preview/html.h"

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "base/paths.h"
+#include "common/field_descriptions.h"
 #include "end_to_end/program.h"
 #include "run/run_list.h"
-#include "settings/field_descriptions.h"
 #include "support/golden.h"
 #include "support/pattern.h"
 

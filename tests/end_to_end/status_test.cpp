@@ -9,14 +9,14 @@
 
 #include "base/error_text.h"
 #include "base/paths.h"
+#include "common/field_descriptions.h"
 #include "end_to_end/program.h"
 #include "run/status_writer.h"
-#include "settings/field_descriptions.h"
 #include "sim/report.h"
 #include "support/golden.h"
 #include "support/pattern.h"
 #include "support/station.h"
-#include "transport/upload.h"
+#include "transport/wget.h"
 
 namespace skypost::testing {
 namespace {
@@ -38,7 +38,7 @@ put() { printf "$3" | dd bs=1 seek=$((16 + 272 * $1 + $2)) conv=notrunc status=n
 int wanted_status = NO_WGET_STATUS;
 std::string wanted_reason;  // NOLINT(cert-err58-cpp)
 int fail() {
-  wget_status = wanted_status;
+  latest_exchange.wget_status = wanted_status;
   error_text.clear();
   error_text.append_text(wanted_reason);
   return -1;

@@ -9,10 +9,10 @@
 #include <thread>
 
 #include "base/paths.h"
+#include "common/field_descriptions.h"
 #include "compose/md5.h"
 #include "end_to_end/program.h"
 #include "run/run_list.h"
-#include "settings/field_descriptions.h"
 #include "support/pattern.h"
 
 namespace skypost::testing {
@@ -134,7 +134,7 @@ TEST_F(trying, tells_no_secret) {
     return output;
   };
   for (const run_step& step : run_list()) {
-    if (step.upload->carried_by != carrier::http) continue;
+    if (step.upload->by != carrier::http) continue;
     const std::string id = step.upload->id;
     const std::string output = output_without_secret(id);
     // These two have none, and MeteoNews' is in a header.

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "common/field_descriptions.h"
 #include "live/report_parser.h"
-#include "settings/field_descriptions.h"
 #include "support/appliance_folder.h"
 #include "support/golden.h"
 #include "support/station.h"
@@ -35,7 +35,7 @@ std::string filled(std::string_view pattern, std::size_t length) {
 
 std::string as_url_value(const std::string& text) { return replaced(replaced(text, "&", "%26"), "#", "%23"); }
 
-class ForeignText : public ::testing::TestWithParam<const outgoing*> {
+class ForeignText : public ::testing::TestWithParam<const upload*> {
  protected:
   void SetUp() override {
     fill_settings(settings_);
@@ -113,9 +113,9 @@ TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
     });
 }
 
-std::vector<const outgoing*> every_command() {
-  std::vector<const outgoing*> commands = everything_handed_out();
-  std::erase_if(commands, [](const outgoing* what) { return what->carried_by != carrier::http; });
+std::vector<const upload*> every_command() {
+  std::vector<const upload*> commands = every_upload();
+  std::erase_if(commands, [](const upload* what) { return what->by != carrier::http; });
   return commands;
 }
 

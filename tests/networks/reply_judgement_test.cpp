@@ -9,8 +9,8 @@
 #include <string>
 
 #include "base/debug.h"
-#include "base/endpoints.h"
 #include "base/error_text.h"
+#include "endpoints/endpoints.h"
 #include "networks/networks.h"
 #include "support/golden.h"
 #include "support/station.h"
@@ -34,7 +34,8 @@ std::string judged(const http_network& network, const std::string& text) {
     error_text.append_text("left by another network");
     debug_flag = debug;
     ::testing::internal::CaptureStderr();
-    const int result = judge_upload(reply, text.size(), network.reply);
+    const int result = judge_upload(reply, text.size(), network.reply, NO_WGET_STATUS,
+                                    endpoint_success_text(network.server.in(station_settings)));
     debug_flag = 0;
     const std::string output = ::testing::internal::GetCapturedStderr();
     const std::string found =
@@ -52,7 +53,7 @@ std::string judged(const http_network& network, const std::string& text) {
 
 // Each line of the golden text has a network and a reply, and after it the judgement; or a line of the endpoint file,
 // for the replies after it. A server that has moved may have another sign of success than the network's own, which goes
-// on counting. An empty reply, which Sauerlandwetter takes for a good one, is all that comes from a refused server.
+// on counting.
 TEST(ReplyJudgement, IsTheSameWithAndWithoutDebugOutput) {
   std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/networks/golden/judged_replies"));
   std::string found;
@@ -65,7 +66,7 @@ TEST(ReplyJudgement, IsTheSameWithAndWithoutDebugOutput) {
       reset_endpoints();
       read_endpoint_lines(rest);
     }
-    for (const outgoing* const what : everything_handed_out())
+    for (const upload* const what : every_upload())
       if (what->id == id) found += judged(static_cast<const http_network&>(*what), rest);
   }
   reset_endpoints();

@@ -13,13 +13,12 @@ namespace {
 
 class WgetStatus : public ::testing::Test {
  protected:
-  ~WgetStatus() override { wget_status = NO_WGET_STATUS; }
-
   // Runs `command` in wget's place.
   static int upload(const http_network& network, const std::string& command) {
     fixed_text<COMMAND_CAPACITY> text;
     text.append_text(command);
     error_text.clear();
+    latest_exchange = {};
     return upload_via_wget(text, network.reply);
   }
 };
@@ -46,7 +45,7 @@ TEST_F(WgetStatus, IsMetOfficesVerdict) {
     const std::string command = std::string("printf '") + reply + "'; exit " + std::to_string(status);
     EXPECT_EQ(upload(METOFFICE, command), *reason == '\0' ? 0 : -1);
     EXPECT_EQ(error_text.view(), reason);
-    EXPECT_EQ(wget_status, status);
+    EXPECT_EQ(latest_exchange.wget_status, status);
   }
 }
 
@@ -54,18 +53,18 @@ TEST_F(WgetStatus, SavesNoOtherNetwork) {
   for (const http_network* network : {&WUNDERGROUND, &PWSWEATHER, &IDOKEP})
     EXPECT_EQ(upload(*network, "echo {}"), -1);
   EXPECT_EQ(upload(ANYTHINGWEATHER, "printf ''"), -1);
-  EXPECT_EQ(wget_status, 0);
+  EXPECT_EQ(latest_exchange.wget_status, 0);
 }
 
 TEST_F(WgetStatus, IsThereOnlyOfAWgetThatTheTransportWaitedFor) {
   upload(METEONEWS, "exit 4");  // tail's, if it were not made up here
-  EXPECT_EQ(wget_status, NO_WGET_STATUS);
+  EXPECT_EQ(latest_exchange.wget_status, NO_WGET_STATUS);
   upload(METOFFICE, "kill -9 $$");
-  EXPECT_EQ(wget_status, NO_WGET_STATUS);
+  EXPECT_EQ(latest_exchange.wget_status, NO_WGET_STATUS);
   upload(METOFFICE, "exit 4");
-  EXPECT_EQ(wget_status, 4);
+  EXPECT_EQ(latest_exchange.wget_status, 4);
   upload(METOFFICE, std::string(COMMAND_CAPACITY + 1, 'x'));
-  EXPECT_EQ(wget_status, NO_WGET_STATUS);
+  EXPECT_EQ(latest_exchange.wget_status, NO_WGET_STATUS);
 }
 
 // The transport stops reading there, so wget may fail to write what follows; whether it does is chance.
@@ -74,7 +73,7 @@ TEST_F(WgetStatus, OfAReplyThatFillsItsBufferSaysNothing) {
   for (const char* const command : {"printf '%010000d' 0", "printf '%0100000d' 0", "yes"}) {
     SCOPED_TRACE(command);
     EXPECT_EQ(upload(METOFFICE, command), -1);
-    EXPECT_EQ(wget_status, NO_WGET_STATUS);
+    EXPECT_EQ(latest_exchange.wget_status, NO_WGET_STATUS);
   }
 }
 

@@ -33,7 +33,7 @@ class PullFile : public ::testing::Test {
 TEST_F(PullFile, IsInBothDirectoriesInPlaceOfTheOldOne) {
   debug_flag = 1;
   for (const run_step& step : run_list()) {
-    if (step.upload->carried_by != carrier::file) continue;
+    if (step.upload->by != carrier::file) continue;
     SCOPED_TRACE(step.name.text);
     const auto& file = static_cast<const pull_file&>(*step.upload);
     const std::string in_web_root = std::string("/srv/www/") + file.name;
@@ -55,7 +55,7 @@ TEST_F(PullFile, IsInBothDirectoriesInPlaceOfTheOldOne) {
 TEST_F(PullFile, IsWrittenNowhereWithoutTheFirstDirectory) {
   const std::filesystem::path uploads = appliance_.path("/var/run/nimbulog/uploads");
   std::filesystem::create_directories(uploads);
-  EXPECT_EQ(write_awekas_file(), -1);
+  EXPECT_EQ(write_awekas_file("awekas.txt"), -1);
   EXPECT_EQ(error_text.view(), "error open file " + appliance_.path("/srv/www/awekas.txt").string() +
                                    ": No such file or directory\n");
   EXPECT_TRUE(std::filesystem::is_empty(uploads));

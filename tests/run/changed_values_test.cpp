@@ -33,9 +33,9 @@ struct test_station {
       EXPECT_TRUE(set_field(settings, name, value) || replace_value(report, name, value)) << name;
   }
 
-  std::string text_of(const outgoing& what) const {
+  std::string text_of(const upload& what) const {
     const LiveRecord live = parsed(report);
-    outgoing_text text;
+    upload_text text;
     what.compose(text,
                  {settings, live, now, {platform.empty() ? nullptr : platform.c_str(), address.c_str()}});
     return text.c_str();
@@ -69,7 +69,7 @@ std::string difference(const std::string& before, const std::string& after) {
 // Each line of the golden text has what is sent and what is changed: a value of the report, a setting, the time or the
 // board. After it come the lines that are to follow, none if nothing changes.
 TEST(ChangedValues, ChangeTheirPieceAndNothingElse) {
-  const auto all = everything_handed_out();
+  const auto all = every_upload();
   const test_station unchanged;
   std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/run/golden/changed_values"));
   std::string found;
@@ -84,8 +84,7 @@ TEST(ChangedValues, ChangeTheirPieceAndNothingElse) {
     words >> id;
     while (words >> name >> std::quoted(value))
       changed.change(name, replaced(replaced(value, "\\r", "\r"), "\\n", "\n"));
-    const auto what =
-        std::find_if(all.begin(), all.end(), [&](const outgoing* row) { return row->id == id; });
+    const auto what = std::find_if(all.begin(), all.end(), [&](const upload* row) { return row->id == id; });
     ASSERT_NE(what, all.end());
     found += difference(unchanged.text_of(**what), changed.text_of(**what));
   }

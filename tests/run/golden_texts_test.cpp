@@ -14,13 +14,13 @@ namespace skypost::testing {
 namespace {
 
 // A command has no line feed at its end; its file has.
-std::string as_in_file(const outgoing& what, const LiveRecord& live) {
+std::string as_in_file(const upload& what, const LiveRecord& live) {
   settings_record settings;
   fill_settings(settings);
-  return composed(what, settings, live) + (what.carried_by == carrier::http ? "\n" : "");
+  return composed(what, settings, live) + (what.by == carrier::http ? "\n" : "");
 }
 
-class GoldenText : public ::testing::TestWithParam<const outgoing*> {};
+class GoldenText : public ::testing::TestWithParam<const upload*> {};
 
 TEST_P(GoldenText, OfAFullyEquippedStation) {
   expect_golden("golden/" + std::string(GetParam()->id) + ".full",
@@ -32,14 +32,14 @@ TEST_P(GoldenText, OfAStationWithOnlyTheOutdoorValues) {
                 as_in_file(*GetParam(), sparse_station()));
 }
 
-INSTANTIATE_TEST_SUITE_P(RunList, GoldenText, ::testing::ValuesIn(everything_handed_out()),
+INSTANTIATE_TEST_SUITE_P(RunList, GoldenText, ::testing::ValuesIn(every_upload()),
                          [](const auto& row) { return std::string(row.param->id); });
 
 // What a network's reply must contain, and what the owner is told.
 TEST(GoldenTexts, OfTheReplies) {
   std::string texts;
-  for (const outgoing* const what : everything_handed_out()) {
-    if (what->carried_by != carrier::http) continue;
+  for (const upload* const what : every_upload()) {
+    if (what->by != carrier::http) continue;
     const upload_spec& reply = static_cast<const http_network*>(what)->reply;
     constexpr const char* MODES[] = {"with blanks for line feeds", "in the first line", "as it is"};
     const std::string wanted =
@@ -49,7 +49,6 @@ TEST(GoldenTexts, OfTheReplies) {
     texts += std::string(what->id) + "\n    debug:   " + replaced(reply.debug_header, "\n", "\\n") +
              "\n    success: " + wanted + "\n    failure: " + reply.failure_format +
              "\n    nothing: " + reply.no_response_text + '\n';
-    if (reply.pipe_reason_first) texts += "    pipe:    the reason before the command\n";
   }
   expect_golden("golden/replies", texts);
 }

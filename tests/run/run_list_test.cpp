@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 
+#include "common/field_descriptions.h"
 #include "run/rapid_fire.h"
-#include "settings/field_descriptions.h"
 
 namespace skypost::testing {
 namespace {
@@ -23,19 +23,6 @@ TEST(RunList, HasARapidFireNetworkForEveryRapidVariant) {
                                      row.rapid_enabled != nullptr;
                             }))
         << step.name.text;
-  }
-}
-
-// A constant without its function would crash a run, and one copied with another's would send that network twice.
-TEST(RunList, SendsEveryUploadByAFunctionOfItsOwn) {
-  std::map<int (*)(), const char*> senders;
-  for (const run_step& step : run_list()) {
-    const outgoing& upload = *step.upload;
-    ASSERT_NE(upload.send, nullptr) << upload.id;
-    const auto [other, is_new] = senders.emplace(upload.send, upload.id);
-    EXPECT_TRUE(is_new) << upload.id << " is sent by the function of " << other->second;
-    if (upload.rapid_variant == nullptr) continue;
-    EXPECT_EQ(upload.rapid_variant->send, upload.send) << upload.id;
   }
 }
 

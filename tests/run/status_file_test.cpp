@@ -14,7 +14,7 @@
 #include "run/status_writer.h"
 #include "support/appliance_folder.h"
 #include "support/small_disk.h"
-#include "transport/upload.h"
+#include "transport/wget.h"
 
 namespace skypost::testing {
 namespace {
@@ -22,24 +22,23 @@ namespace {
 // Uploads that need no network.
 int succeed() { return 0; }
 int fail() {
-  wget_status = 4;
+  latest_exchange.wget_status = 4;
   error_text.clear();
   error_text.append_text("no response from anybody");
   return -1;
 }
 int fail_before_wget() { return -1; }
 
-constexpr outgoing GOOD = {"good", carrier::http, nullptr, succeed};
-constexpr outgoing FAILING = {"failing", carrier::http, nullptr, fail};
-constexpr outgoing FAILING_BEFORE_WGET = {"failing_before_wget", carrier::http, nullptr, fail_before_wget};
+constexpr upload GOOD = {"good", carrier::http, nullptr, succeed};
+constexpr upload FAILING = {"failing", carrier::http, nullptr, fail};
+constexpr upload FAILING_BEFORE_WGET = {"failing_before_wget", carrier::http, nullptr, fail_before_wget};
 
 class StatusFile : public ::testing::Test {
  protected:
   StatusFile() { appliance.write(STATUS_PATH, ""); }
-  ~StatusFile() override { wget_status = NO_WGET_STATUS; }
 
   // A run with one upload, of the third step.
-  static void run(const outgoing& upload) {
+  static void run(const upload& upload) {
     begin_run_status();
     send_recorded(STEP_SWITCHES[2], upload);
     end_run_status(status_outcome::good);

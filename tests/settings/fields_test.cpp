@@ -10,7 +10,7 @@
 #include <string>
 
 #include "base/text.h"
-#include "settings/field_descriptions.h"
+#include "common/field_descriptions.h"
 #include "settings/record.h"
 #include "support/golden.h"
 

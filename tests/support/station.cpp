@@ -8,12 +8,12 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
+#include "common/field_descriptions.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "live/report_parser.h"
 #include "run/run_list.h"
 #include "settings/defaults.h"
-#include "settings/field_descriptions.h"
 #include "sim/sensors.h"
 #include "support/golden.h"
 
@@ -123,26 +123,26 @@ moment spring_morning() {
   return moment_at(1'336'280'889);
 }
 
-std::string composed(const outgoing& what, const settings_record& settings, const LiveRecord& live) {
-  outgoing_text text;
+std::string composed(const upload& what, const settings_record& settings, const LiveRecord& live) {
+  upload_text text;
   what.compose(text, {settings, live, spring_morning(), ORDINARY_BOARD});
   EXPECT_FALSE(text.was_cut());
   return text.c_str();
 }
 
-std::string composed_now(const outgoing& what) {
-  outgoing_text text;
+std::string composed_now(const upload& what) {
+  upload_text text;
   what.compose(text, *current_station());
   return text.c_str();
 }
 
-std::vector<const outgoing*> everything_handed_out() {
-  std::vector<const outgoing*> all;
-  for_each_outgoing([&](const outgoing& upload) {
-    for (const outgoing* const other : all)
-      if (std::string_view(other->id) == upload.id)
-        throw std::logic_error("run_list.def hands out two texts with the id " + std::string(upload.id));
-    all.push_back(&upload);
+std::vector<const upload*> every_upload() {
+  std::vector<const upload*> all;
+  for_each_upload([&](const upload& one) {
+    for (const upload* const other : all)
+      if (std::string_view(other->id) == one.id)
+        throw std::logic_error("run_list.def hands out two texts with the id " + std::string(one.id));
+    all.push_back(&one);
   });
   return all;
 }

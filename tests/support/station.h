@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "compose/outgoing.h"
+#include "compose/upload.h"
 
 namespace skypost::testing {
 
@@ -53,12 +53,12 @@ inline constexpr board ORDINARY_BOARD = {nullptr, "00:1A:2B:3C:4D:5E"};
 moment spring_morning();
 
 // What is sent at that time by an ordinary board.
-std::string composed(const outgoing& what, const settings_record& settings, const LiveRecord& live);
+std::string composed(const upload& what, const settings_record& settings, const LiveRecord& live);
 
 // What is sent now, from the station of this process.
-std::string composed_now(const outgoing& what);
+std::string composed_now(const upload& what);
 
 // Everything that the run list can send, rapid-fire variants too.
-std::vector<const outgoing*> everything_handed_out();
+std::vector<const upload*> every_upload();
 
 }  // namespace skypost::testing

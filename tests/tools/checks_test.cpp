@@ -9,12 +9,12 @@
 #include <filesystem>
 #include <optional>
 
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
 #include "base/paths.h"
+#include "common/field_descriptions.h"
 #include "common/kept_text.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "run/status_file.h"
-#include "settings/field_descriptions.h"
 #include "support/golden.h"
 #include "support/small_disk.h"
 #include "tools/owners_station.h"

@@ -9,11 +9,11 @@
 #include <stdexcept>
 #include <utility>
 
-#include "base/endpoints.h"
 #include "base/paths.h"
+#include "common/field_descriptions.h"
+#include "endpoints/endpoints.h"
 #include "run/run_list.h"
 #include "settings/byte_order.h"
-#include "settings/field_descriptions.h"
 #include "sim/report.h"
 #include "support/golden.h"
 #include "support/pattern.h"

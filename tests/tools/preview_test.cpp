@@ -12,16 +12,16 @@
 #include <optional>
 #include <sstream>
 
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
 #include "base/paths.h"
 #include "common/errors.h"
+#include "common/field_descriptions.h"
 #include "compose/md5.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "live/report_parser.h"
 #include "preview/html.h"
 #include "preview/preview_tool.h"
 #include "preview/text.h"
-#include "settings/field_descriptions.h"
 #include "support/golden.h"
 #include "support/pattern.h"
 #include "tools/owners_station.h"
@@ -33,7 +33,7 @@ using texts = std::vector<std::string>;
 
 texts all_ids() {
   texts ids;
-  for (const outgoing* const upload : everything_handed_out()) ids.emplace_back(upload->id);
+  for (const upload* const upload : every_upload()) ids.emplace_back(upload->id);
   return ids;
 }
 

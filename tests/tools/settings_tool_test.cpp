@@ -19,10 +19,10 @@
 
 #include "base/paths.h"
 #include "common/errors.h"
+#include "common/field_descriptions.h"
 #include "common/settings_file.h"
 #include "settings/byte_order.h"
 #include "settings/defaults.h"
-#include "settings/field_descriptions.h"
 #include "settings/load.h"
 #include "support/golden.h"
 #include "tools/owners_station.h"

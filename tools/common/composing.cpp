@@ -2,8 +2,8 @@
 
 namespace skypost {
 
-std::string text_of(const outgoing& upload, const station& source) {
-  outgoing_text text;
+std::string text_of(const upload& upload, const station& source) {
+  upload_text text;
   upload.compose(text, source);
   return std::string(text.view());
 }
@@ -14,7 +14,7 @@ bool is_unset(const settings_record& settings, const field_description& row) {
   return row.field.is_secret() && settings.integer(row.as_integer()) == NO_PASSCODE;
 }
 
-bool is_text_lacking(const outgoing& upload, const station& source, const field_description& row) {
+bool is_text_lacking(const upload& upload, const station& source, const field_description& row) {
   if (!is_unset(source.settings, row)) return false;
   settings_record changed = source.settings;
   if (row.field.is_text())
@@ -25,13 +25,13 @@ bool is_text_lacking(const outgoing& upload, const station& source, const field_
 }
 
 // Only there is `&` encoded and `%` not.
-bool is_url_value(const outgoing& upload, const station& source, const text_field& field) {
+bool is_url_value(const upload& upload, const station& source, const text_field& field) {
   settings_record changed = source.settings;
   changed.set_text(field, "%x&");
   return text_of(upload, {changed, source.live, source.now, source.host}).find("%x%26") != std::string::npos;
 }
 
-bool is_hardware_address_told(const outgoing& upload, const station& source) {
+bool is_hardware_address_told(const upload& upload, const station& source) {
   const auto text_with = [&](const char* address) {
     return text_of(upload, {source.settings, source.live, source.now, {source.host.platform, address}});
   };

@@ -7,10 +7,10 @@
 
 #include "base/paths.h"
 #include "channels/channels.h"
+#include "common/field_descriptions.h"
 #include "common/settings_file.h"
 #include "common/similar_name.h"
 #include "networks/networks.h"
-#include "settings/field_descriptions.h"
 
 namespace skypost {
 namespace {
@@ -63,19 +63,26 @@ std::vector<handed_out> all_handed_out() {
   return all;
 }
 
-endpoint server_of(const outgoing& upload, const settings_record& settings) {
-  const outgoing& service = &upload == &IDOKEP ? idokep_service(settings) : upload;
-  return static_cast<const http_network&>(service).reply.server;
+endpoint server_of(const upload& upload, const settings_record& settings) {
+  return static_cast<const http_network&>(upload).server.in(settings);
 }
 
-std::span<const endpoint> needed_by(const outgoing& upload, const settings_record& settings) {
-  if (&upload == &CWOP) return CWOP_ENDPOINTS;
-  if (&upload == &APRS) return APRS_ENDPOINTS;
-  if (&upload == &BORGERVEJR) return mail_endpoints(settings);
-  return {};
+std::vector<endpoint> needed_by(const upload& upload, const settings_record& settings) {
+  const auto all_of = [](std::span<const endpoint> rows) { return std::vector(rows.begin(), rows.end()); };
+  switch (upload.by) {
+    case carrier::http:
+      return {server_of(upload, settings)};
+    case carrier::file:
+      return {};
+    case carrier::aprs:
+      return &upload == &CWOP ? all_of(CWOP_ENDPOINTS) : all_of(APRS_ENDPOINTS);
+    case carrier::mail:
+      break;
+  }
+  return all_of(mail_endpoints(settings));
 }
 
-std::vector<endpoint> refused_among(std::span<const endpoint> rows) {
+std::vector<endpoint> refused_among(const std::vector<endpoint>& rows) {
   std::vector<endpoint> refused;
   std::copy_if(rows.begin(), rows.end(), std::back_inserter(refused), is_refused);
   return refused;

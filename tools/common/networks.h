@@ -1,11 +1,10 @@
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/endpoints.h"
+#include "endpoints/endpoints.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
 
@@ -30,7 +29,7 @@ bool is_network_name(std::string_view name, const run_step& step);
 // An upload of the run list: a step's own, or its rapid-fire variant.
 struct handed_out {
   const run_step& step;
-  const outgoing& upload;
+  const struct upload& upload;
   const rapid_fire_network* rapid;  // nullptr: the step's own upload
 
   bool is_on(const settings_record& settings) const;
@@ -40,13 +39,13 @@ struct handed_out {
 std::vector<handed_out> all_handed_out();
 
 // The row of the endpoint file with the server of an HTTP upload.
-endpoint server_of(const outgoing& upload, const settings_record& settings);
+endpoint server_of(const upload& upload, const settings_record& settings);
 
-// The rows without which a packet or a mail is not sent. Other uploads have none.
-std::span<const endpoint> needed_by(const outgoing& upload, const settings_record& settings);
+// The endpoints without which it is not sent. A file needs none.
+std::vector<endpoint> needed_by(const upload& upload, const settings_record& settings);
 
 // Those that are refused.
-std::vector<endpoint> refused_among(std::span<const endpoint> rows);
+std::vector<endpoint> refused_among(const std::vector<endpoint>& rows);
 
 // Where the owner finds a row of the endpoint file: "windit in /etc/skypost/endpoints".
 std::string in_endpoint_file(endpoint row);

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/field_descriptions.h"
 #include "run/run_list.h"
-#include "settings/field_descriptions.h"
 
 // Which of the values that a setting can hold make sense. Faults are texts for the owner, empty if there is none.
 namespace skypost {

@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "base/text.h"
+#include "common/field_descriptions.h"
 #include "live/report_parser.h"
-#include "settings/field_descriptions.h"
 #include "settings/record.h"
 
 namespace skypost {

@@ -14,7 +14,6 @@
 #include "base/board.h"
 #include "base/paths.h"
 #include "common/errors.h"
-#include "run/host_identity.h"
 #include "settings/load.h"
 
 namespace skypost {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "common/composing.h"
+#include "common/field_descriptions.h"
 #include "common/report_values.h"
-#include "settings/field_descriptions.h"
 
 namespace skypost {
 namespace {
@@ -39,7 +39,7 @@ void add_where_different(parameters& shown, const parameters& one, const paramet
 
 }  // namespace
 
-void name_sources(request_parts& shown, const outgoing& upload, const station& source) {
+void name_sources(request_parts& shown, const upload& upload, const station& source) {
   if (std::none_of(shown.parameters.begin(), shown.parameters.end(),
                    [](const request_parameter& parameter) { return parameter.is_record(); }))
     return;

@@ -22,7 +22,7 @@ settings_record with_secrets_replaced(settings_record settings) {
 
 }  // namespace
 
-std::string text_without_secrets(const outgoing& upload, const station& source) {
+std::string text_without_secrets(const upload& upload, const station& source) {
   md5_text digest;
   md5_hex(HIDDEN, digest);
   std::string text =

@@ -33,7 +33,7 @@ void add(std::vector<missing_value>& list, missing_value value) {
 
 }  // namespace
 
-std::vector<missing_value> missing_values(const outgoing& upload, const station& source, const char* report) {
+std::vector<missing_value> missing_values(const upload& upload, const station& source, const char* report) {
   LiveRecord complete = source.live;
   for (const live_row& row : LIVE_TABLE)
     if (is_missing(row, source.live)) fill(row, complete, SOME_NUMBER, SOME_TEXT);

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "compose/outgoing.h"
+#include "compose/upload.h"
 
 namespace skypost {
 
@@ -17,7 +17,7 @@ struct missing_value {
 
 // What would be sent if it were known. `source` is made from `report` and the process's settings. Derived from the
 // composer alone, by composing without each value in turn.
-std::vector<missing_value> missing_values(const outgoing& upload, const station& source, const char* report);
+std::vector<missing_value> missing_values(const upload& upload, const station& source, const char* report);
 
 // Which mandatory outdoor values are missing from `live`.
 std::vector<missing_value> missing_outdoor_values(const LiveRecord& live, const char* report);

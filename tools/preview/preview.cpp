@@ -3,19 +3,19 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "base/endpoints.h"
 #include "base/paths.h"
 #include "channels/channels.h"
 #include "common/composing.h"
 #include "common/errors.h"
+#include "common/field_descriptions.h"
 #include "common/networks.h"
 #include "common/plausibility.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
+#include "endpoints/endpoints.h"
 #include "preview/field_sources.h"
 #include "preview/hidden_secrets.h"
 #include "pullfiles/pullfiles.h"
-#include "settings/field_descriptions.h"
 
 namespace skypost {
 namespace {
@@ -61,17 +61,12 @@ void warn_of_unknown_server(step_preview& preview, std::string_view server, cons
     preview.warnings.push_back("the network's server is not known: set " + where_to_set);
 }
 
-std::string no_value_for(endpoint row) { return "no valid value for " + in_endpoint_file(row); }
-
 void describe_request(step_preview& preview, const handed_out& one, const settings_record& settings) {
   const request_parts& request = preview.request;
   preview.how = request.method;
   preview.where = {request.server + request.path};
-  const endpoint row = server_of(one.upload, settings);
-  if (is_refused(row))
-    preview.warnings.push_back(no_value_for(row));
-  else
-    warn_of_unknown_server(preview, request.server, in_endpoint_file(row));
+  const endpoint server = server_of(one.upload, settings);
+  if (!is_refused(server)) warn_of_unknown_server(preview, request.server, in_endpoint_file(server));
 }
 
 void describe_file(step_preview& preview, const handed_out& one) {
@@ -119,7 +114,7 @@ void describe_mail(step_preview& preview) {
 }
 
 void describe_way(step_preview& preview, const handed_out& one, const preview_inputs& inputs) {
-  switch (one.upload.carried_by) {
+  switch (one.upload.by) {
     case carrier::http:
       return describe_request(preview, one, inputs.source.settings);
     case carrier::file:
@@ -131,10 +126,10 @@ void describe_way(step_preview& preview, const handed_out& one, const preview_in
   }
 }
 
-void compose_content(step_preview& preview, const outgoing& upload, const preview_inputs& inputs) {
+void compose_content(step_preview& preview, const upload& upload, const preview_inputs& inputs) {
   const std::string text =
       inputs.with_secrets ? text_of(upload, inputs.source) : text_without_secrets(upload, inputs.source);
-  if (upload.carried_by == carrier::http) {
+  if (upload.by == carrier::http) {
     preview.request = take_apart(text);
     name_sources(preview.request, upload, inputs.source);
   } else {
@@ -146,13 +141,13 @@ step_preview preview_of(const handed_out& one, const preview_inputs& inputs) {
   step_preview preview;
   preview.network = network_of(one.step);
   if (one.rapid != nullptr) preview.network += ", rapid fire";
-  if (one.upload.carried_by == carrier::file) preview.network += ", file";
+  if (one.upload.by == carrier::file) preview.network += ", file";
   preview.id = one.upload.id;
   preview.obstacles = obstacles_of(one, inputs);
   compose_content(preview, one.upload, inputs);
   describe_way(preview, one, inputs);
   for (const endpoint row : refused_among(needed_by(one.upload, inputs.source.settings)))
-    preview.obstacles.push_back(no_value_for(row));
+    preview.obstacles.push_back("no valid value for " + in_endpoint_file(row));
   if (*inputs.source.host.hardware_address == '\0' && is_hardware_address_told(one.upload, inputs.source))
     preview.warnings.push_back("ifconfig shows no hardware address of eth0 after \"HWaddr\"; " +
                                network_of(one.step) + " identifies the station by it");

@@ -5,18 +5,17 @@
 #include <ostream>
 
 #include "base/board.h"
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
 #include "common/networks.h"
 #include "common/report_source.h"
 #include "common/settings_file.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "live/data_server.h"
 #include "live/report_parser.h"
 #include "preview/html.h"
 #include "preview/text.h"
-#include "run/host_identity.h"
 #include "run/last_run.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
@@ -125,7 +124,7 @@ void show(const command_line& wanted, std::ostream& out) {
 
 int run(const words& arguments, std::ostream& out) {
   if (arguments == words{"--names"})
-    for_each_outgoing([&](const outgoing& upload) { out << upload.id << '\n'; });
+    for_each_upload([&](const upload& upload) { out << upload.id << '\n'; });
   else
     show(read_command_line(arguments), out);
   return 0;

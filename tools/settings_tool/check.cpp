@@ -3,15 +3,15 @@
 #include <ctime>
 #include <ostream>
 
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
+#include "base/board.h"
 #include "common/command_output.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
 #include "common/printable.h"
 #include "common/report_source.h"
 #include "compose/command.h"
-#include "run/host_identity.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "settings_tool/checks.h"
 #include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"

@@ -1,10 +1,10 @@
 #include "settings_tool/enabled_steps.h"
 
-#include "base/endpoints.h"
 #include "channels/channels.h"
 #include "common/composing.h"
 #include "common/request_parts.h"
 #include "common/settings_file.h"
+#include "endpoints/endpoints.h"
 #include "live/report_parser.h"
 
 namespace skypost {
@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view SCHEME_END = "://";
 
-called_server called_by(const outgoing& upload) {
+called_server called_by(const upload& upload) {
   const std::string command = text_of(upload, station_without_values(""));
   const std::string server = take_apart(command).server;
   const std::size_t scheme_end = server.find(SCHEME_END);
@@ -28,7 +28,7 @@ called_server called_by(const outgoing& upload) {
 std::vector<called_server> http_servers_of(const run_step& step) {
   std::vector<called_server> servers;
   for (const handed_out& one : handed_out_by(step)) {
-    if (one.upload.carried_by != carrier::http) continue;
+    if (one.upload.by != carrier::http) continue;
     const endpoint row = server_of(one.upload, station_settings);
     if (is_refused(row)) continue;
     if (one.rapid != nullptr && row == server_of(*step.upload, station_settings)) continue;
@@ -82,10 +82,11 @@ std::vector<handed_out> handed_out_by(const run_step& step) {
 }
 
 std::string networks_by(carrier carried_by) {
-  return networks_where([=](const run_step& step) { return step.upload->carried_by == carried_by; });
+  return networks_where([=](const run_step& step) { return step.upload->by == carried_by; });
 }
 
 std::vector<called_server> servers_of(const run_step& step) {
+  if (step.upload->by == carrier::http) return http_servers_of(step);
   if (!refused_among(needed_by(*step.upload, station_settings)).empty()) return {};
   if (step.upload == &CWOP) return cwop_servers();
   if (step.upload == &APRS && !station_settings.text(aprs_host).empty())
@@ -95,7 +96,7 @@ std::vector<called_server> servers_of(const run_step& step) {
                         std::to_string(station_settings.unsigned_integer(aprs_port)),
              .named_by = description_of(aprs_host).name,
              .switched_by = switch_of(step)}};
-  return http_servers_of(step);
+  return {};
 }
 
 }  // namespace skypost

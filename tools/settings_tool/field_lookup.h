@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/field_descriptions.h"
+#include "common/field_descriptions.h"
 
 namespace skypost {
 

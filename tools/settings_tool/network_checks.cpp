@@ -68,13 +68,13 @@ void check_url_values(const run_step& step, findings& found) {
 
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
-  if (step.upload->carried_by == carrier::aprs) check_packet(step, found);
+  if (step.upload->by == carrier::aprs) check_packet(step, found);
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (row.group != network || !is_unset(station_settings, row)) continue;
     const bool is_told = is_lacking(step, row, appliance);
     // The APRS server's name is not part of the packet.
     if (!is_told && row.field.offset != aprs_host.offset) continue;
-    const bool is_call_sign = is_told && step.upload->carried_by == carrier::aprs && row.field.is_text();
+    const bool is_call_sign = is_told && step.upload->by == carrier::aprs && row.field.is_text();
     found.push_back(std::string(row.name) + ": " + network + " is switched on without its " + thing_of(row) +
                     (is_call_sign ? ", and an empty one matches every reply: each upload counts as good,"
                                     " whatever the server says"

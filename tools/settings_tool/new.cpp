@@ -1,8 +1,8 @@
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
 #include "common/errors.h"
 #include "common/networks.h"
 #include "common/settings_file.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "settings/defaults.h"
 #include "settings_tool/commands.h"
 

@@ -35,7 +35,7 @@ bool is_only_for_gnu_wget(std::string_view word) {
 }
 
 bool needs_gnu_wget(const run_step& step) {
-  if (step.upload->carried_by != carrier::http) return false;
+  if (step.upload->by != carrier::http) return false;
   const std::vector<std::string> command = shell_words(text_of(*step.upload, station_without_values("")));
   return std::any_of(command.begin(), command.end(), is_only_for_gnu_wget);
 }

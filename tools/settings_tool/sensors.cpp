@@ -3,9 +3,9 @@
 #include <ostream>
 
 #include "common/errors.h"
+#include "common/field_descriptions.h"
 #include "common/printable.h"
 #include "common/report_source.h"
-#include "settings/field_descriptions.h"
 #include "settings/record.h"
 #include "settings_tool/commands.h"
 #include "settings_tool/present_values.h"

@@ -8,14 +8,15 @@
 #include <cstring>
 #include <string_view>
 
+#include "base/error_text.h"
 #include "base/paths.h"
 #include "base/shell.h"
 #include "common/descriptor.h"
+#include "common/secrets.h"
+#include "common/wget_status.h"
 #include "compose/command.h"
 #include "run/process.h"
-#include "settings/secrets.h"
-#include "transport/upload.h"
-#include "transport/wget_status.h"
+#include "transport/wget.h"
 
 namespace skypost {
 namespace {

@@ -31,7 +31,7 @@ void check_shared_servers(const checked_appliance&, findings& found) {
   std::map<std::string, std::vector<std::string>> networks_at;
   for (const run_step* const step : enabled_steps()) {
     for (const handed_out& one : handed_out_by(*step)) {
-      if (one.upload.carried_by != carrier::http) continue;
+      if (one.upload.by != carrier::http) continue;
       const endpoint row = server_of(one.upload, station_settings);
       const std::string host = host_in(endpoint_value(row));
       if (is_refused(row) || is_unknown_server(host) || is_this_machine(host)) continue;

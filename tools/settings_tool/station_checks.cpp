@@ -2,8 +2,8 @@
 
 #include <string_view>
 
+#include "common/field_descriptions.h"
 #include "common/printable.h"
-#include "settings/field_descriptions.h"
 #include "settings/load.h"
 #include "settings_tool/checks.h"
 #include "settings_tool/present_values.h"

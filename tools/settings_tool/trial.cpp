@@ -6,15 +6,15 @@
 #include <csignal>
 #include <cstdio>
 
-#include "base/debug.h"
 #include "base/error_text.h"
 #include "common/child_process.h"
 #include "common/composing.h"
+#include "common/secrets.h"
 #include "common/shared_value.h"
 #include "run/process.h"
 #include "run/run_list.h"
-#include "settings/secrets.h"
-#include "transport/upload.h"
+#include "transport/reply_listener.h"
+#include "transport/wget.h"
 
 namespace skypost {
 namespace {
@@ -53,13 +53,14 @@ void begin() {
   alarm(STEP_SECONDS);
 }
 
-int send_in_child(const outgoing& upload, attempt& made) {
+int send_in_child(const upload& upload, attempt& made) {
   begin();
   hearing = &made.heard;
   reply_listener = hear;
   made.result = upload.send();
-  made.wget_status = wget_status;
-  made.reason.append_text(error_text_holds_command ? "its command could not be run" : error_text.view());
+  made.wget_status = latest_exchange.wget_status;
+  made.reason.append_text(latest_exchange.is_command_quoted ? "its command could not be run"
+                                                            : error_text.view());
   return 0;
 }
 
@@ -85,7 +86,7 @@ verdict verdict_of(const child_process& child, const attempt& made) {
 
 }  // namespace
 
-trial_result try_upload(const outgoing& upload) {
+trial_result try_upload(const upload& upload) {
   const shared_value<attempt> made;
   child_process child([&] { return send_in_child(upload, *made); });
   child.wait();
@@ -95,7 +96,7 @@ trial_result try_upload(const outgoing& upload) {
           .reason = without_secrets(made->reason)};
 }
 
-std::string messages_of_wget(const outgoing& upload) {
+std::string messages_of_wget(const upload& upload) {
   constexpr std::string_view SILENT = " -q -O ";
   std::string command = text_of(upload, *current_station());
   const std::size_t place = command.substr(0, command.find('"')).find(SILENT);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "compose/outgoing.h"
+#include "compose/upload.h"
 
 // One upload as a run makes it: by the same function, prepared in the same way, under the same limit. The process's
 // settings, live record, endpoints and hardware address are used. Nothing is reported and nothing is recorded.
@@ -18,10 +18,10 @@ struct trial_result {
   std::string reason;  // of a failure, its beginning
 };
 
-trial_result try_upload(const outgoing& upload);
+trial_result try_upload(const upload& upload);
 
 // Sends the request of an HTTP upload once more, and returns what wget says of it, without secrets. Empty if wget was
 // not silent before, so that this is known already.
-std::string messages_of_wget(const outgoing& upload);
+std::string messages_of_wget(const upload& upload);
 
 }  // namespace skypost

@@ -6,21 +6,21 @@
 #include <vector>
 
 #include "base/board.h"
-#include "base/endpoint_file.h"
-#include "base/endpoints.h"
+#include "base/error_text.h"
 #include "channels/channels.h"
 #include "common/errors.h"
 #include "common/kept_text.h"
 #include "common/networks.h"
 #include "common/printable.h"
 #include "common/report_source.h"
+#include "common/wget_status.h"
+#include "endpoints/endpoint_file.h"
+#include "endpoints/endpoints.h"
 #include "live/report_parser.h"
 #include "preview/preview.h"
-#include "run/host_identity.h"
 #include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
 #include "settings_tool/trial.h"
-#include "transport/wget_status.h"
 
 namespace skypost {
 namespace {
@@ -112,7 +112,7 @@ std::string sentence_for(const run_step& step, const trial_result& result) {
   if (result.outcome == verdict::ended_by_alarm)
     return "ENDED BY ITS ALARM after " + std::to_string(STEP_SECONDS) + " seconds";
   if (result.outcome == verdict::failed) return "FAILED: " + printable(result.reason);
-  switch (step.upload->carried_by) {
+  switch (step.upload->by) {
     case carrier::file:
       return "WRITTEN. Whether the network fetches it is not seen here.";
     case carrier::mail:
@@ -151,7 +151,7 @@ bool try_step(std::ostream& out, const candidate& one) {
   out << one.preview.id << ": " << sentence_for(step, result) << '\n';
   print_lines(out, "Reply", result.reply);
   print_wget_status(out, result.wget_status);
-  const bool is_http = step.upload->carried_by == carrier::http;
+  const bool is_http = step.upload->by == carrier::http;
   if (is_http && result.outcome == verdict::failed && is_empty(result.reply))
     print_lines(out, "The same request once more, in wget's words", messages_of_wget(*step.upload));
   return result.outcome == verdict::accepted && !is_unverified(step, result);

@@ -6,8 +6,8 @@
 
 #include "base/moment.h"
 #include "base/text.h"
-#include "settings/secrets.h"
-#include "transport/wget_status.h"
+#include "common/secrets.h"
+#include "common/wget_status.h"
 
 namespace skypost {
 namespace {

@@ -11,7 +11,6 @@
 
 #include "base/board.h"
 #include "base/paths.h"
-#include "run/host_identity.h"
 #include "settings/load.h"
 #include "status/status_text.h"
 

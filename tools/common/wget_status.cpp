@@ -1,4 +1,4 @@
-#include "transport/wget_status.h"
+#include "common/wget_status.h"
 
 namespace skypost {
 namespace {

@@ -1,4 +1,4 @@
-#include "settings/secrets.h"
+#include "common/secrets.h"
 
 #include <algorithm>
 #include <cstdint>

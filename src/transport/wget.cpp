@@ -1,4 +1,4 @@
-#include "transport/upload.h"
+#include "transport/wget.h"
 
 #include <sys/wait.h>
 
@@ -7,17 +7,19 @@
 
 #include "base/debug.h"
 #include "base/error_text.h"
+#include "base/shell.h"
+#include "transport/reply_listener.h"
 
 namespace skypost {
 namespace {
 
 void set_pipe_failure(const text_buffer& command, const upload_spec& spec, const char* reason) {
   error_text.clear();
-  error_text_holds_command = true;
-  if (spec.pipe_reason_first)
-    error_text.append("error open pipe (%s): %s", reason, command.c_str());
-  else
-    error_text.append("error open pipe %s: %s", command.c_str(), reason);
+  latest_exchange.is_command_quoted = true;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"  // each is a constant of this program, with two strings
+  error_text.append(spec.pipe_failure_format, command.c_str(), reason);
+#pragma GCC diagnostic pop
 }
 
 void print_header(const text_buffer& command, const upload_spec& spec) {
@@ -27,13 +29,8 @@ void print_header(const text_buffer& command, const upload_spec& spec) {
   debug_print("%s", header.c_str());
 }
 
-bool contains_success_text(std::string_view reply, endpoint server) {
-  const std::string_view text = endpoint_success_text(server);
-  return !text.empty() && reply.find(text) != std::string_view::npos;
-}
-
-// wget's exit status, from that of the command and the number of bytes read. If the reply is full, wget may have met a
-// closed pipe, which says nothing about the upload.
+// wget's exit status, from that of the command and the number of bytes read. If the reply filled the buffer, wget may
+// have failed only because its pipe was closed early.
 int status_of_wget(int status, std::size_t count, const upload_spec& spec) {
   if (spec.is_pipeline || count == REPLY_CAPACITY || !WIFEXITED(status)) return NO_WGET_STATUS;
   return WEXITSTATUS(status);
@@ -42,7 +39,7 @@ int status_of_wget(int status, std::size_t count, const upload_spec& spec) {
 // How most networks are judged.
 int find_success_word(text_buffer& reply, const upload_spec& spec) {
   if (spec.success.mode == reply_mode::breaks_to_blanks) reply.replace_all('\n', ' ');
-  if (spec.success.mode == reply_mode::first_line) reply.replace_all('\n', '\0');
+  if (spec.success.mode == reply_mode::first_line) reply.cut_at('\n');
   print_reply(reply.view());
   if (std::strstr(reply.c_str(), spec.success.success_word) != nullptr) return 0;
   return fail_with_reply(spec, reply.view());
@@ -55,8 +52,6 @@ int judge_as_network(text_buffer& reply, std::size_t count, const upload_spec& s
 }
 
 }  // namespace
-
-constinit int wget_status = NO_WGET_STATUS;
 
 std::size_t read_reply(text_buffer& reply, std::FILE* stream) {
   const std::size_t count = std::fread(reply.storage(), 1, reply.capacity(), stream);
@@ -71,11 +66,10 @@ text_buffer& strip_line_breaks(text_buffer& text) {
   return text;
 }
 
-int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
-  wget_status = NO_WGET_STATUS;
+int upload_via_wget(const text_buffer& command, const upload_spec& spec, std::string_view success_text) {
   if (command.was_cut()) {
     error_text.clear();
-    error_text_holds_command = true;
+    latest_exchange.is_command_quoted = true;
     error_text.append("command longer than %zu characters, not run: %s", command.capacity(), command.c_str());
     return -1;
   }
@@ -88,14 +82,16 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec) {
   reply_text reply;
   const std::size_t count = read_reply(reply, pipe);
   tell_reply(reply.view());
-  wget_status = status_of_wget(pclose(pipe), count, spec);
-  return judge_upload(reply, count, spec);
+  latest_exchange.wget_status = status_of_wget(pclose(pipe), count, spec);
+  return judge_upload(reply, count, spec, latest_exchange.wget_status, success_text);
 }
 
-int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec) {
-  // First, because the network's own test may truncate the reply.
-  const bool is_good_anyway =
-      (spec.status_0_is_success && wget_status == 0) || contains_success_text(reply.view(), spec.server);
+int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec, int wget_status,
+                 std::string_view success_text) {
+  // Tested before the network's own judgement, which may truncate the reply.
+  const bool has_success_text =
+      !success_text.empty() && reply.view().find(success_text) != std::string_view::npos;
+  const bool is_good_anyway = has_success_text || (spec.status_0_is_success && wget_status == 0);
   const int result = judge_as_network(reply, count, spec);
   if (result == 0 || !is_good_anyway) return result;
   error_text.clear();

@@ -1,4 +1,4 @@
-#include "base/endpoints.h"
+#include "endpoints/endpoints.h"
 
 #include <cstring>
 #include <iterator>
@@ -18,7 +18,7 @@ struct endpoint_row {
 
 constexpr endpoint_row ENDPOINTS[] = {
 #define ENDPOINT(name, kind, value) {#name, endpoint_kind::kind, value},
-#include "base/endpoints.def"
+#include "endpoints/endpoints.def"
 };
 
 const endpoint_row& row_of(endpoint row) { return ENDPOINTS[static_cast<std::size_t>(row)]; }
@@ -37,8 +37,7 @@ override_row& override_of(endpoint row) { return overrides[static_cast<std::size
 const char* refused_value(endpoint_kind kind) {
   switch (kind) {
     case endpoint_kind::url:
-      // https, so that a server found by a name server that resolves every name gets no password.
-      return "https://refused.invalid";
+      return "http://refused.invalid";
     case endpoint_kind::host_and_port:
     case endpoint_kind::host:
       return "refused.invalid";

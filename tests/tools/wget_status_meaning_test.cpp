@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "transport/upload.h"
-#include "transport/wget_status.h"
+#include "base/error_text.h"
+#include "common/wget_status.h"
 
 namespace skypost::testing {
 namespace {

@@ -1,4 +1,4 @@
-#include "base/endpoint_file.h"
+#include "endpoints/endpoint_file.h"
 
 #include <fcntl.h>
 
@@ -7,10 +7,10 @@
 #include <optional>
 #include <string_view>
 
-#include "base/endpoints.h"
 #include "base/paths.h"
 #include "base/regular_file.h"
 #include "base/text.h"
+#include "endpoints/endpoints.h"
 
 namespace skypost {
 namespace {

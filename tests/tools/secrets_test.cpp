@@ -1,12 +1,12 @@
 // A server may repeat what it was sent, and the owner may publish what the tools show.
 
-#include "settings/secrets.h"
+#include "common/secrets.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "settings/field_descriptions.h"
+#include "common/field_descriptions.h"
 
 namespace skypost::testing {
 namespace {

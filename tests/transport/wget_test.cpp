@@ -1,7 +1,7 @@
 // The transport's own part: what is run, how much of its output is read, and commands that cannot run. How replies are
 // judged is in the networks' tests.
 
-#include "transport/upload.h"
+#include "transport/wget.h"
 
 #include <gtest/gtest.h>
 
@@ -16,8 +16,7 @@
 namespace skypost::testing {
 namespace {
 
-constexpr upload_spec SPEC = {.server = endpoint::windit,
-                              .debug_header = "\nNETWORK\n%s\n",
+constexpr upload_spec SPEC = {.debug_header = "\nNETWORK\n%s\n",
                               .success = "OK",
                               .failure_format = "upload failed: %s",
                               .no_response_text = "no response"};

@@ -2,7 +2,7 @@
 // place in a command, a URL or a line, and none of a bad line goes to the built-in server. The defaults are in the
 // networks' golden texts.
 
-#include "base/endpoint_file.h"
+#include "endpoints/endpoint_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
-#include "base/endpoints.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "endpoints/endpoints.h"
 #include "support/appliance_folder.h"
 #include "support/golden.h"
 #include "support/pattern.h"
@@ -67,7 +67,7 @@ class EndpointFile : public ::testing::Test {
 };
 
 TEST_F(EndpointFile, OverridesOrRefusesRowByRow) {
-  std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/base/golden/endpoint_lines"));
+  std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/endpoints/golden/endpoint_lines"));
   std::string found;
   for (std::string line; std::getline(lines, line);) {
     if (line.starts_with("    ")) continue;
@@ -76,7 +76,7 @@ TEST_F(EndpointFile, OverridesOrRefusesRowByRow) {
     std::istringstream results(load_and_tell());
     for (std::string result; std::getline(results, result);) found += "    " + result + '\n';
   }
-  expect_golden("base/golden/endpoint_lines", found);
+  expect_golden("endpoints/golden/endpoint_lines", found);
 }
 
 TEST_F(EndpointFile, TakesNoOtherCharacterInAPath) {

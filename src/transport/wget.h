@@ -5,18 +5,14 @@
 #include <optional>
 #include <string_view>
 
-#include "base/endpoints.h"
 #include "base/text.h"
 
 namespace skypost {
 
-inline constexpr std::size_t COMMAND_CAPACITY = 9'999;
-using command_text = fixed_text<COMMAND_CAPACITY>;
-
 inline constexpr std::size_t REPLY_CAPACITY = 10'000;
 using reply_text = fixed_text<REPLY_CAPACITY>;
 
-// What becomes of the line feeds of a reply before it is searched.
+// How the line feeds of a reply are treated before it is searched.
 enum class reply_mode {
   breaks_to_blanks,  // each line feed becomes a blank
   first_line,        // the reply ends before the first line feed
@@ -44,7 +40,6 @@ int fail_without_response(const upload_spec& spec);
 
 // How a network's reply is judged, and the texts that go with it.
 struct upload_spec {
-  endpoint server;           // whose success text in the endpoint file counts as well
   const char* debug_header;  // %s is the command; WeatherFlow's has none
   judgement success;
   const char* failure_format;    // %s is the reply, or the judged part
@@ -52,38 +47,34 @@ struct upload_spec {
 
   // Judges an empty reply. Returns 0, or -1 with the reason in `error_text`.
   int (*judge_empty)(const upload_spec& spec) = fail_without_response;
-  bool pipe_reason_first = false;    // reason before command in the failed-pipe text
-  bool status_0_is_success = false;  // whatever the reply holds, and if it is empty
-  bool is_pipeline = false;          // so its exit status is not wget's
+  const char* pipe_failure_format =
+      "error open pipe %1$s: %2$s";  // the command, then the system's error text
+  bool status_0_is_success = false;  // regardless of the reply, even if it is empty
+  bool is_pipeline = false;  // the command pipes wget into another program, whose exit status it returns
 };
 
-inline constexpr int NO_WGET_STATUS = -1;
-
-// The exit status of the latest upload's wget, or of the shell that could not run it. NO_WGET_STATUS if there is none:
-// nothing was run, a signal ended it, another command followed it in a pipeline, or its output filled the reply, so
-// that it may have failed to write the rest.
-extern int wget_status;
-
-// Reads `stream` to its end, or to the reply's capacity, and returns the number of bytes read. The text is
-// truncated at its first NUL.
+// Reads `stream` to its end, or to the reply's capacity, and returns the number of bytes read. The text is truncated at
+// its first NUL.
 std::size_t read_reply(text_buffer& reply, std::FILE* stream);
 
 // Removes every CR and LF and returns `text`.
 text_buffer& strip_line_breaks(text_buffer& text);
 
-// Runs `command` and judges its output. Returns 0, or -1 with the reason in `error_text`. A truncated command
-// is not run.
-int upload_via_wget(const text_buffer& command, const upload_spec& spec);
+// Runs `command` and judges its output; a truncated command is not run. `success_text` is the owner's, empty for none.
+// Sets latest_exchange. Returns 0, or -1 with the reason in `error_text`.
+int upload_via_wget(const text_buffer& command, const upload_spec& spec, std::string_view success_text = {});
 
-// Judges the reply to a command that printed `count` bytes. Returns 0, or -1 with the reason in `error_text`. The
-// owner's success text, anywhere in the reply, is as good as the network's own, and so is a wget_status of 0 where
-// `spec` says so.
-int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec);
+// Judges the reply to a command that printed `count` bytes and in which wget had the exit status `wget_status`. Returns
+// 0, or -1 with the reason in `error_text`. The owner's success text, anywhere in the reply, is accepted like the
+// network's own; so is a wget_status of 0 if `spec` says so.
+int judge_upload(text_buffer& reply, std::size_t count, const upload_spec& spec, int wget_status,
+                 std::string_view success_text = {});
 
-// Building blocks for judgements. The first sets error_text to the failure text with `reply`, without line
-// breaks, and returns -1.
+// Sets error_text to the failure text, quoting `reply` without line breaks. Returns -1.
 int fail_with_reply(const upload_spec& spec, std::string_view reply);
-void print_reply(std::string_view reply);  // in debug mode, without line breaks
+
+// In debug mode, prints the reply without line breaks.
+void print_reply(std::string_view reply);
 
 // The text from "<body>" to "</body>" or the end; nothing without "<body>".
 std::optional<std::string_view> html_body(const text_buffer& reply);

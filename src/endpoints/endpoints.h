@@ -10,7 +10,7 @@ namespace skypost {
 // The rows of the endpoint file: servers, mail addresses, and what APRS servers are told.
 enum class endpoint {
 #define ENDPOINT(name, kind, value) name,
-#include "base/endpoints.def"
+#include "endpoints/endpoints.def"
   COUNT
 };
 

@@ -1,6 +1,6 @@
 // The board and its hardware address. The system text is read once per process, so each case has its own process.
 
-#include "run/host_identity.h"
+#include "base/board.h"
 
 #include <gtest/gtest.h>
 
