@@ -25,12 +25,12 @@ constexpr platform_mark PLATFORM_MARKS[] = {
     {"NSLU2", "NSLU2"}, {"88FR131", "PLUG"}, {"ARMv6", "PLUG"}, {"sun4i", "A10"}, {"", "X86"},
 };
 
-// /proc/cpuinfo, then the PCI devices. Filled by the first call.
+// /proc/cpuinfo, then the PCI devices. The first call fills it.
 char system_text[2 * PART_CAPACITY + 1];
 std::size_t system_text_length;
 bool is_first_read = true;
 
-// Reads the start of a file into `place`, NUL-terminated; false if it cannot be opened.
+// Reads the start of a file into `place` and adds a NUL. Returns false if the file cannot be opened.
 bool read_part(const char* file_path, char* place, std::size_t& length) {
   const path_text path(file_path);
   std::FILE* const file = std::fopen(path.c_str(), "re");

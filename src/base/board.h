@@ -22,22 +22,21 @@ struct board {
 // The board of this process, as its environment and `hardware_address` describe it.
 board this_board();
 
-// How the board is found out, at start-up.
+// Start-up finds out which board this is with the functions below.
 
 // Points `text` at the contents of /proc/cpuinfo and /proc/bus/pci/devices (at most 8,000 bytes each), and
 // returns its length in bytes: 0 if the first cannot be read. Both are read by the first call only.
 std::size_t read_system_text(const char*& text);
 
-// Sets NIMBULOGHW in this process's environment to the kind of board. Leaves it alone if the system text
-// cannot be read.
+// Sets NIMBULOGHW in this process's environment to the kind of board, which the system text names. Leaves it alone if
+// that cannot be read.
 void detect_platform();
 
-// Appends the hardware address in `line`, the first line that `ifconfig` prints, in upper case. Returns 0, or
-// -1 if there is none.
+// Appends the hardware address that follows "HWaddr " in `line`, in upper case. Returns 0, or -1 if there is none.
 int find_hardware_address(const char* line, text_buffer& address);
 
-// Reads the hardware address of eth0 into `address`, in upper case; leaves it empty if there is none. Returns
-// 0, or -1 after a message to `errors` if `ifconfig` printed a line without an address.
+// Reads the hardware address of eth0 into `address`, from the first line that ifconfig prints; empty if there is none.
+// Returns 0, or -1 after printing an error to `errors` if that line has no address.
 int read_hardware_address(text_buffer& address, std::FILE* errors = stderr);
 
 // `text` in upper case, in a static 32-byte buffer; truncated if longer.

@@ -4,8 +4,8 @@
 
 namespace skypost {
 
-// One instant, broken down once as local time and once as UTC, so that all dates in one upload agree. As
-// ever, tm_year counts from 1900 and tm_mon from 0.
+// One instant as local time and as UTC. An upload takes all its dates from one moment, so they agree. tm_year counts from
+// 1900 and tm_mon from 0.
 struct moment {
   std::time_t seconds;  // since the epoch
   std::tm local;

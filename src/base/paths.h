@@ -17,14 +17,14 @@ inline constexpr char WGET_SETTINGS_PATH[] = "/etc/skypost/wgetrc";
 inline constexpr char PROCESSOR_PATH[] = "/proc/cpuinfo";
 inline constexpr char PCI_DEVICES_PATH[] = "/proc/bus/pci/devices";
 
-// The directories that networks fetch files from, in the order of writing.
+// The directories that networks fetch files from, in the order in which they are written.
 inline constexpr const char* PULL_DIRECTORIES[] = {"/srv/www/", "/var/run/nimbulog/uploads/"};
 
-// One character more than Linux accepts, so that a truncated path is refused and never names another file.
+// One character more than Linux accepts: a truncated path is refused and cannot name another file.
 inline constexpr std::size_t PATH_CAPACITY = PATH_MAX;
 
-// An appliance path, prefixed with $SKYPOST_ROOT if set: demos and tests keep a whole appliance in one
-// directory.
+// An appliance path, prefixed with $SKYPOST_ROOT if that is set: the demonstration and the tests keep a whole appliance
+// in one directory.
 class path_text : public fixed_text<PATH_CAPACITY> {
  public:
   explicit path_text(const char* appliance_path);

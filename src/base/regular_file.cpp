@@ -14,8 +14,8 @@ int refuse(int file, int reason) {
   return -1;
 }
 
-// Reserves room for the text, so that a disk that fills up does not leave half of it over the old one. Some file systems
-// cannot do that; there the write has to find out.
+// Reserves room for the text, so a disk that fills up does not leave half of it over the old one. Where the file system
+// cannot reserve space, only write() will tell.
 bool has_room(int file, std::size_t size) {
   return fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) == 0 ||
          (errno != ENOSPC && errno != EDQUOT);
@@ -23,28 +23,30 @@ bool has_room(int file, std::size_t size) {
 
 }  // namespace
 
-int open_regular_file(const char* path, int flags, struct stat& status) {
+int open_regular_file(const char* path, int flags, struct stat& found) {
   const int file = open(path, flags | O_NONBLOCK | O_CLOEXEC, 0666);
   if (file < 0) {
-    // With O_NOFOLLOW, open() itself says so.
-    if (errno == ENOENT && (flags & O_NOFOLLOW) == 0 && lstat(path, &status) == 0) errno = ELOOP;
+    // With O_NOFOLLOW, open() itself reports ELOOP.
+    if (errno == ENOENT && (flags & O_NOFOLLOW) == 0 && lstat(path, &found) == 0) errno = ELOOP;
     return -1;
   }
-  if (fstat(file, &status) != 0) return refuse(file, errno);
-  return S_ISREG(status.st_mode) ? file : refuse(file, S_ISDIR(status.st_mode) ? EISDIR : ENXIO);
+  if (fstat(file, &found) != 0) return refuse(file, errno);
+  return S_ISREG(found.st_mode) ? file : refuse(file, S_ISDIR(found.st_mode) ? EISDIR : ENXIO);
 }
 
-int open_shared_file(const char* path) {
-  struct stat status {};
-  const int file = open_regular_file(path, O_WRONLY | O_CREAT | O_NOFOLLOW, status);
-  // The other name may be in a directory of root's.
-  return file >= 0 && status.st_nlink != 1 ? refuse(file, EMLINK) : file;
+int open_sole_file(const char* path, int flags) {
+  struct stat found {};
+  const int file = open_regular_file(path, flags | O_NOFOLLOW, found);
+  // The file's other name could be one of root's own files.
+  return file >= 0 && found.st_nlink != 1 ? refuse(file, EMLINK) : file;
 }
+
+int open_shared_file(const char* path) { return open_sole_file(path, O_WRONLY | O_CREAT); }
 
 void replace_content(int file, const char* path, std::string_view text) {
   const ssize_t written = has_room(file, text.size()) ? write(file, text.data(), text.size()) : -1;
   if (written > 0) {
-    // Not before the write: a reader could find the file empty.
+    // Only after the write: a reader must not find the file empty.
     [[maybe_unused]] const int ignored = ftruncate(file, written);
   } else if (lseek(file, 0, SEEK_END) == 0) {
     unlink(path);

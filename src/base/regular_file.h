@@ -8,17 +8,20 @@
 // of root's files.
 namespace skypost {
 
-// Opens `path` with open()'s `flags`, without waiting, and fills in `status`. Returns the descriptor, or -1 with the
-// reason in errno: EISDIR or ENXIO for anything but a regular file, ELOOP for a link that leads nowhere. So ENOENT
-// means that nothing is there.
-int open_regular_file(const char* path, int flags, struct stat& status);
+// Opens `path` with open()'s `flags`, without waiting, and sets `found` to what is there. Returns the descriptor, or -1
+// with the reason in errno: EISDIR or ENXIO for anything but a regular file, ELOOP for a link that leads nowhere. So
+// ENOENT means that nothing is there.
+int open_regular_file(const char* path, int flags, struct stat& found);
 
-// Opens or creates a file that others read, for replace_content; its text stays until then. Returns the descriptor, or
-// -1 with the reason in errno: ELOOP for a link, EMLINK for a file with a second name, EISDIR or ENXIO for anything else.
+// The same, but also refuses a file that is reached by a link (ELOOP) or has a second name (EMLINK).
+int open_sole_file(const char* path, int flags);
+
+// Opens or creates a sole file that other programs read. Its content is kept until replace_content().
 int open_shared_file(const char* path);
 
-// Replaces the text of an open file, and closes it. Owner and mode stay, and a reader never finds the file empty. On a
-// full disk the old text stays; a file that would be left empty is removed from `path`.
+// Replaces the text of an open file and closes it. Keeps owner and mode. A reader never sees an empty file, but may see
+// the tail of a longer old text for a moment. If space cannot be reserved, the old text is kept; a file that would be
+// left empty is unlinked.
 void replace_content(int file, const char* path, std::string_view text);
 
 }  // namespace skypost

@@ -4,8 +4,7 @@
 
 #include "base/text.h"
 
-// Other programs are started through the shell. These functions quote a text so that it arrives as one
-// unchanged argument.
+// Other programs are started through the shell. These functions quote a text so it arrives unchanged, as one argument.
 namespace skypost {
 
 inline constexpr std::size_t COMMAND_CAPACITY = 9'999;

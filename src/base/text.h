@@ -5,8 +5,8 @@
 
 namespace skypost {
 
-// The first `count` characters, and the rest. `count` may exceed the length. (string_view::substr can throw,
-// and pulls in the exception runtime.)
+// The first `count` characters of a text, and the text after them. `count` may exceed the length. (string_view::substr
+// can throw, and links the exception runtime.)
 constexpr std::string_view head_of(std::string_view text, std::size_t count) {
   return {text.data(), count < text.size() ? count : text.size()};
 }
@@ -26,8 +26,8 @@ constexpr bool is_alphanumeric(std::string_view text, std::string_view others = 
   return true;
 }
 
-// A text in a buffer of fixed capacity, NUL-terminated at all times. Text that does not fit is truncated, and
-// was_cut() stays true until clear().
+// A text in a buffer of fixed capacity, always NUL-terminated. If something does not fit, the text is truncated and
+// was_cut() is true until clear().
 class text_buffer {
  public:
   // Uses `bytes`, which must outlive this object; the last byte is reserved for the NUL.
@@ -41,7 +41,7 @@ class text_buffer {
   void append_text(std::string_view text);
   void append_character(char character) { append_text({&character, 1}); }
 
-  // `pattern` with its first "%s" replaced by `value`; nothing else is interpreted.
+  // Appends `pattern` with its first "%s" replaced by `value`; nothing else in it is interpreted.
   void append_pattern(const char* pattern, std::string_view value);
 
   void clear();

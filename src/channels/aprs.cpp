@@ -1,5 +1,5 @@
-// CWOP and APRS: one session with a server of the APRS-IS network. A login line, one weather packet with
-// position and UTC time, and a reply that contains the call sign if the login was accepted.
+// CWOP and APRS: one session with an APRS-IS server. The program sends a login line and a weather packet with position and
+// UTC time; the reply contains the call sign if the server accepted the login.
 
 #include <netdb.h>
 #include <sys/socket.h>
@@ -32,7 +32,7 @@ struct packet_piece {
   double (*convert)(std::int32_t value);
 };
 
-// The three-digit pieces, in packet order.
+// The values of three digits, in the order of the packet.
 constexpr packet_piece PIECES[] = {
     // clang-format off
     {'_', &LiveRecord::winddir,            to_itself},
@@ -85,7 +85,7 @@ void append_values(text_buffer& text, const station& source, bool cwop) {
   if (cwop) append_luminosity(text, live.solar10);
 }
 
-// Who logs in, and as which kind of station.
+// The station that logs in, and its kind.
 struct aprs_login {
   std::string_view call_sign;
   std::int32_t passcode;
@@ -121,7 +121,7 @@ void compose_aprs(text_buffer& text, const station& source) {
   append_packet(text, source, login_at_aprs(source.settings));
 }
 
-// What stays the same for every attempt.
+// What all attempts have in common.
 struct aprs_task {
   std::uint32_t port;
   const char* call_sign;
@@ -152,9 +152,9 @@ const char* connect_to(int connection, const char* host, std::uint32_t port) {
   return nullptr;
 }
 
-// Reads what the server has sent so far, in one read; false if nothing.
+// Reads what the server has sent so far, in one read. Returns false if that is nothing.
 bool receive_reply(int connection, text_buffer& reply) {
-  // A plain close sets no errno; do not report a stale one.
+  // If the server just closes the connection, errno is not set; it must not be an older error's.
   errno = 0;
   const ssize_t count = read(connection, reply.storage(), reply.capacity());
   if (count < 1) return false;

@@ -17,7 +17,7 @@ namespace {
 constexpr char LOGGER_PATH[] = "/usr/bin/logger";
 constexpr value_format HUNDREDTHS{from_tenths, 2};
 
-// In the order in which they are sent.
+// The lines of the body, in order.
 constexpr parameter BODY_LINES[] = {
     // clang-format off
     {"Humidity: ",  &LiveRecord::hum,              WHOLE,       "%\r\n"},
@@ -35,13 +35,13 @@ constexpr parameter BODY_LINES[] = {
 using mail_command = fixed_text<2 * 2 * PATH_CAPACITY + 500>;
 using date_text = char[200];
 
-// Only the first line is used, so that a setting cannot add headers.
+// Takes the first line only: a setting must not add headers.
 std::string_view chosen_sender(const settings_record& settings) {
   const std::string_view sender = settings.text(sender_address);
   return head_of(sender, sender.find_first_of("\r\n"));
 }
 
-// Falls back to the appliance's own sender.
+// The sender in the settings, or else the one in the endpoint file.
 std::string_view sender_of(const settings_record& settings) {
   const std::string_view chosen = chosen_sender(settings);
   return chosen.empty() ? endpoint_value(endpoint::mail_sender) : chosen;

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "live/station.h"
 
-// Local date and time as most networks take them.
+// The local date and time, as most networks take them.
 namespace skypost {
 
 // "06.05.2012"

@@ -1,4 +1,4 @@
-// Networks that take a hashed password want MD5, which libcrypto has deprecated.
+// Some networks take the MD5 digest of the password. libcrypto has deprecated MD5.
 #define OPENSSL_SUPPRESS_DEPRECATED
 
 #include "compose/md5.h"

@@ -6,10 +6,11 @@
 namespace skypost {
 namespace {
 
-// A time missing from the report is "---".
-bool is_time_missing(const field_content& content, const LiveRecord& live) {
-  const std::string_view time = live.*content.text;
-  return !known(content.number.of(live)) || time.empty() || time == "---";
+// A time that the report does not have is "---".
+bool is_text_missing(const field_content& content, const LiveRecord& live) {
+  const std::string_view text = live.*content.text;
+  if (text.empty()) return true;
+  return content.kind == content_kind::time && (!known(content.number.of(live)) || text == "---");
 }
 
 void append_digest(text_buffer& record, std::string_view password) {
@@ -29,13 +30,8 @@ void append_content(text_buffer& record, const field_content& content, const sta
       append_or(record, content.filler, content.number.of(source.live), *content.format);
       break;
     case content_kind::word:
-      if ((source.live.*content.text)[0] == '\0')
-        record.append_text(content.filler);
-      else
-        write_text(record, source.live.*content.text);
-      break;
     case content_kind::time:
-      if (is_time_missing(content, source.live))
+      if (is_text_missing(content, source.live))
         record.append_text(content.filler);
       else
         write_text(record, source.live.*content.text);
@@ -57,7 +53,7 @@ void append_unchanged(text_buffer& record, std::string_view text) { record.appen
 void append_fields(text_buffer& record, std::span<const numbered_field> table, const char* separator,
                    const station& source, text_writer write_text) {
   for (const numbered_field& row : table) {
-    for (int number = row.first; number <= row.last; ++number) {
+    for (int number = row.number; number <= row.last; ++number) {
       if (number > 1) record.append_text(separator);
       append_content(record, row.content, source, write_text);
     }

@@ -6,14 +6,14 @@
 
 namespace skypost {
 
-// One parameter of a request, or one line of a text: a key and a number of the live record. Omitted if the
-// number is missing.
+// One parameter of a request, or one line of a file: a key and a number of the live record. It is left out if the number
+// is missing.
 struct parameter {
   const char* key;
   live_number value;
   const value_format& format;
   const char* end = "";     // appended after the value
-  live_number only_with{};  // if set, decides instead whether the parameter is sent
+  live_number only_with{};  // if set, the parameter is left out if this number is missing instead
 };
 
 inline void append_known(text_buffer& text, const LiveRecord& live, const parameter& row) {

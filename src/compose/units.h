@@ -2,12 +2,12 @@
 
 #include <cstdint>
 
-// Conversions from a stored whole number, usually tenths, to the unit that a network takes. Each constant is
-// the network's own; if two networks use different ones for one unit, there are two names.
+// Conversions from a stored whole number, usually tenths, to the unit that a network takes. The constants are the
+// networks' own; where two networks use different ones for one unit, there are two functions.
 namespace skypost {
 
-// The nearest whole number, halves away from zero. Not llround: nothing else needs libm, which costs 300 KiB
-// of memory.
+// The nearest whole number, halves away from zero. Not llround(), because nothing else needs libm, which takes 300 KiB of
+// memory.
 constexpr long long to_nearest(double value) {
   const long long whole = static_cast<long long>(value);
   const double rest = value - static_cast<double>(whole);

@@ -8,8 +8,8 @@
 
 namespace skypost {
 
-// How a network writes a number: converted, then printed with a fixed number of decimals; without decimals,
-// rounded to the nearest whole number, halves away from zero.
+// How a network takes a number: converted to its unit, with a fixed number of decimals. Without decimals, it is rounded to
+// the nearest whole number, halves away from zero.
 struct value_format {
   double (*convert)(std::int32_t value);
   int decimals;
@@ -26,7 +26,7 @@ inline constexpr value_format FAHRENHEIT{to_fahrenheit, 1};
 inline constexpr value_format INCHES{to_inches, 2};
 inline constexpr value_format INHG{to_inhg, 2};
 
-// Appends a value that is known.
+// Appends a value that is not missing.
 void append_value(text_buffer& text, std::int32_t value, const value_format& format);
 
 // Appends the value, or `filler` if it is missing.

@@ -1,6 +1,7 @@
 #include "endpoints/endpoint_file.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -51,7 +52,7 @@ bool is_address(std::string_view text) {
 
 bool is_software_word(std::string_view text) { return !text.empty() && is_alphanumeric(text, "._-"); }
 
-// A name, with or without a version after one blank.
+// A name, optionally followed by one space and a version.
 bool is_software(std::string_view text) {
   const std::size_t blank = text.find(' ');
   const std::string_view version = tail_of(text, blank);
@@ -97,7 +98,7 @@ std::string_view without_blanks_around(std::string_view text) {
 
 std::string_view first_word(std::string_view text) { return head_of(text, text.find_first_of(BLANKS)); }
 
-// What follows the "=": a URL may have a path, and after a blank a success text.
+// The text after the "=". A URL may have a path, and a success text after a space.
 struct value_parts {
   std::string_view value;
   std::string_view path;  // the end of `value`, from its slash on
@@ -114,7 +115,7 @@ const char* fault_of_value(endpoint_kind kind, const value_parts& parts) {
   const auto& [value, path, success_text] = parts;
   const bool is_url = kind == endpoint_kind::url;
   if (!fits(kind, head_of(value, value.size() - path.size()))) return "invalid value for this name";
-  // A URL copied from a browser often ends in one.
+  // URLs copied from a browser often end in a slash.
   if (!path.empty() && path.find_first_not_of('/') == path.npos) return "remove the trailing slash";
   if (!is_url && !path.empty()) return "this name takes no path";
   if (kind == endpoint_kind::software && !success_text.empty())
@@ -127,8 +128,8 @@ const char* fault_of_value(endpoint_kind kind, const value_parts& parts) {
   return nullptr;
 }
 
-// Reads the next line without its comment and newline; false at end of file, and if the line cannot be read to its
-// end. NUL is an ordinary character, so it cannot hide the rest of the line.
+// Reads the next line, dropping its comment and newline. Returns false at end of file or on a read error. NUL is an
+// ordinary character, so it cannot hide the rest of the line.
 bool next_line(std::FILE* file, text_buffer& line) {
   line.clear();
   int character = std::getc(file);
@@ -141,31 +142,31 @@ bool next_line(std::FILE* file, text_buffer& line) {
   return std::ferror(file) == 0;
 }
 
-// Overrides `row`, the one that the line names. Returns nullptr, or what is wrong with the line.
-const char* apply(const text_buffer& line, std::optional<endpoint> row, std::string_view rest) {
+// Overrides the endpoint that the line names, with `rest`, the line after its name. Returns nullptr, or what is wrong.
+const char* apply(const text_buffer& line, std::optional<endpoint> named, std::string_view rest) {
   if (line.was_cut()) return "too long";
   if (!rest.starts_with('=')) return "expected \"name = value\"";
-  if (!row) return "unknown name";
-  const endpoint_kind kind = endpoint_kind_of(*row);
+  if (!named) return "unknown name";
+  const endpoint_kind kind = endpoint_kind_of(*named);
   const value_parts parts = parts_of(kind, without_blanks_around(tail_of(rest, 1)));
   const char* const fault = fault_of_value(kind, parts);
-  if (fault == nullptr) override_endpoint(*row, parts.value, parts.success_text);
+  if (fault == nullptr) override_endpoint(*named, parts.value, parts.success_text);
   return fault;
 }
 
-// An invalid line that begins with a known name refuses the row: the owner wants another server than the built-in one,
-// which must get no password.
+// An invalid line that starts with a known name refuses that endpoint: the owner meant some other server, so the
+// built-in one must not get the password.
 void read_line(const text_buffer& line, const char* path, int number, std::FILE* errors) {
   const std::string_view text = without_blanks_around(line.view());
   if (text.empty() && !line.was_cut()) return;
   const std::string_view name = head_of(text, text.find_first_of(" \t\r\n=:"));
-  const std::optional<endpoint> row = endpoint_called(name);
-  const char* const fault = apply(line, row, without_blanks_around(tail_of(text, name.size())));
+  const std::optional<endpoint> named = endpoint_called(name);
+  const char* const fault = apply(line, named, without_blanks_around(tail_of(text, name.size())));
   if (fault == nullptr) return;
-  if (row) {
-    refuse_endpoint(*row);
+  if (named) {
+    refuse_endpoint(*named);
     std::fprintf(errors, "Error: %s line %d: %s; uploads that use %s fail unless a later line sets it\n",
-                 path, number, fault, endpoint_name(*row));
+                 path, number, fault, endpoint_name(*named));
   } else {
     std::fprintf(errors, "Error: %s line %d: %s; the line is skipped\n", path, number, fault);
   }
@@ -173,7 +174,7 @@ void read_line(const text_buffer& line, const char* path, int number, std::FILE*
 
 void refuse_all(const char* path, std::FILE* errors) {
   std::fprintf(errors, "Error: %s: %s; all uploads fail\n", path, std::strerror(errno));
-  for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row) refuse_endpoint(endpoint{row});
+  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) refuse_endpoint(endpoint{i});
 }
 
 }  // namespace
@@ -187,15 +188,17 @@ void read_endpoints(std::FILE* file, const char* path, std::FILE* errors) {
 void load_endpoints(std::FILE* errors) {
   reset_endpoints();
   const path_text path(ENDPOINTS_PATH);
-  struct stat status {};
-  const int descriptor = open_regular_file(path.c_str(), O_RDONLY, status);
+  struct stat found {};
+  const int descriptor = open_regular_file(path.c_str(), O_RDONLY, found);
+  if (descriptor < 0 && errno == ENOENT) return;
   std::FILE* const file = descriptor < 0 ? nullptr : fdopen(descriptor, "r");
-  if (file != nullptr) {
-    read_endpoints(file, path.c_str(), errors);
-    std::fclose(file);
-  } else if (errno != ENOENT) {
+  if (file == nullptr) {
     refuse_all(path.c_str(), errors);
+    if (descriptor >= 0) close(descriptor);
+    return;
   }
+  read_endpoints(file, path.c_str(), errors);
+  std::fclose(file);
 }
 
 }  // namespace skypost

@@ -9,31 +9,31 @@
 namespace skypost {
 namespace {
 
-// Same order as enum endpoint; both come from endpoints.def.
-struct endpoint_row {
+// In the order of enum endpoint, which comes from endpoints.def too.
+struct built_in {
   const char* name;
   endpoint_kind kind;
   const char* value;
 };
 
-constexpr endpoint_row ENDPOINTS[] = {
+constexpr built_in ENDPOINTS[] = {
 #define ENDPOINT(name, kind, value) {#name, endpoint_kind::kind, value},
 #include "endpoints/endpoints.def"
 };
 
-const endpoint_row& row_of(endpoint row) { return ENDPOINTS[static_cast<std::size_t>(row)]; }
+const built_in& built_in_of(endpoint which) { return ENDPOINTS[static_cast<std::size_t>(which)]; }
 
-// What the owner says of a row.
-struct override_row {
-  char value[ENDPOINT_CAPACITY + 1];  // empty: the default
+// The owner's override of one endpoint.
+struct owners_value {
+  char value[ENDPOINT_CAPACITY + 1];  // empty: the built-in value
   char success_text[SUCCESS_TEXT_CAPACITY + 1];
   bool is_refused;
 };
-override_row overrides[std::size(ENDPOINTS)];
+owners_value overrides[std::size(ENDPOINTS)];
 
-override_row& override_of(endpoint row) { return overrides[static_cast<std::size_t>(row)]; }
+owners_value& override_of(endpoint which) { return overrides[static_cast<std::size_t>(which)]; }
 
-// What a row is while the owner's value is refused.
+// Stands for a refused value where a text is composed all the same, as in the preview.
 const char* refused_value(endpoint_kind kind) {
   switch (kind) {
     case endpoint_kind::url:
@@ -59,23 +59,23 @@ void copy(char (&target)[size], std::string_view text) {
 
 }  // namespace
 
-const char* endpoint_name(endpoint row) { return row_of(row).name; }
+const char* endpoint_name(endpoint which) { return built_in_of(which).name; }
 
-endpoint_kind endpoint_kind_of(endpoint row) { return row_of(row).kind; }
+endpoint_kind endpoint_kind_of(endpoint which) { return built_in_of(which).kind; }
 
 std::optional<endpoint> endpoint_called(std::string_view name) {
-  for (int row = 0; row < static_cast<int>(endpoint::COUNT); ++row)
-    if (name == endpoint_name(endpoint{row})) return endpoint{row};
+  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i)
+    if (name == endpoint_name(endpoint{i})) return endpoint{i};
   return std::nullopt;
 }
 
-const char* endpoint_value(endpoint row) {
-  if (is_refused(row)) return refused_value(row_of(row).kind);
-  return override_of(row).value[0] != '\0' ? override_of(row).value : row_of(row).value;
+const char* endpoint_value(endpoint which) {
+  if (is_refused(which)) return refused_value(built_in_of(which).kind);
+  return override_of(which).value[0] != '\0' ? override_of(which).value : built_in_of(which).value;
 }
 
-std::string_view endpoint_success_text(endpoint row) {
-  return is_refused(row) ? "" : override_of(row).success_text;
+std::string_view endpoint_success_text(endpoint which) {
+  return is_refused(which) ? "" : override_of(which).success_text;
 }
 
 std::string_view path_in(std::string_view url) {
@@ -84,13 +84,13 @@ std::string_view path_in(std::string_view url) {
   return tail_of(url, url.find('/', scheme_end == url.npos ? 0 : scheme_end + SCHEME_END.size()));
 }
 
-bool is_refused(endpoint row) { return override_of(row).is_refused; }
+bool is_refused(endpoint which) { return override_of(which).is_refused; }
 
-int require_endpoints(std::span<const endpoint> rows) {
-  for (const endpoint row : rows) {
-    if (!is_refused(row)) continue;
+int require_endpoints(std::span<const endpoint> needed) {
+  for (const endpoint which : needed) {
+    if (!is_refused(which)) continue;
     error_text.clear();
-    error_text.append("error endpoint file: no valid value for %s, nothing was sent", endpoint_name(row));
+    error_text.append("error endpoint file: no valid value for %s, nothing was sent", endpoint_name(which));
     return -1;
   }
   return 0;
@@ -98,12 +98,12 @@ int require_endpoints(std::span<const endpoint> rows) {
 
 void reset_endpoints() { std::memset(overrides, 0, sizeof overrides); }
 
-void override_endpoint(endpoint row, std::string_view value, std::string_view success_text) {
-  copy(override_of(row).value, value);
-  copy(override_of(row).success_text, success_text);
-  override_of(row).is_refused = false;
+void override_endpoint(endpoint which, std::string_view value, std::string_view success_text) {
+  copy(override_of(which).value, value);
+  copy(override_of(which).success_text, success_text);
+  override_of(which).is_refused = false;
 }
 
-void refuse_endpoint(endpoint row) { override_of(row).is_refused = true; }
+void refuse_endpoint(endpoint which) { override_of(which).is_refused = true; }
 
 }  // namespace skypost

@@ -7,7 +7,7 @@
 
 namespace skypost {
 
-// The rows of the endpoint file: servers, mail addresses, and what APRS servers are told.
+// Everything that the endpoint file can override: servers, mail addresses, and how stations log in to APRS servers.
 enum class endpoint {
 #define ENDPOINT(name, kind, value) name,
 #include "endpoints/endpoints.def"
@@ -20,40 +20,40 @@ enum class endpoint_kind { url, host_and_port, host, address, software, packet_p
 inline constexpr std::size_t ENDPOINT_CAPACITY = 127;
 inline constexpr std::size_t SUCCESS_TEXT_CAPACITY = 60;
 
-// The row's name in the endpoint file.
-const char* endpoint_name(endpoint row);
+// The endpoint's name in the file.
+const char* endpoint_name(endpoint which);
 
-// What a value of the row must be.
-endpoint_kind endpoint_kind_of(endpoint row);
+// The kind of value this endpoint takes.
+endpoint_kind endpoint_kind_of(endpoint which);
 
-// The row of that name; nothing if there is none.
+// The endpoint of that name; nothing if there is none.
 std::optional<endpoint> endpoint_called(std::string_view name);
 
-// The value in effect, of the row's kind. It contains no character that is special to the shell, and none that ends a
-// URL or a line. If the row is refused, it is a name that never resolves.
-const char* endpoint_value(endpoint row);
+// The effective value. It contains no shell metacharacters and nothing that would end a URL or a line. For a refused
+// server it is a name under .invalid, which should never resolve.
+const char* endpoint_value(endpoint which);
 
-// The text that marks a good reply of this server, in addition to the network's own test; empty if there is none.
-std::string_view endpoint_success_text(endpoint row);
+// The owner's text that marks a good reply of this server, in addition to the network's own test; empty if there is none.
+std::string_view endpoint_success_text(endpoint which);
 
 // The part of `url` from the first slash after the host; empty without one. The scheme may be missing.
 std::string_view path_in(std::string_view url);
 
-// True if the endpoint file has an invalid value for the row, or cannot be read. The default must not be used then:
-// the owner may want another server, or an encrypted one.
-bool is_refused(endpoint row);
+// True if the endpoint file has an invalid value for the endpoint, or cannot be read. The built-in value must not be
+// used then: the owner may want another server, or an encrypted one.
+bool is_refused(endpoint which);
 
-// Returns 0, or -1 with the reason in `error_text` if one of the rows is refused.
-int require_endpoints(std::span<const endpoint> rows);
+// Returns 0, or -1 with the reason in `error_text` if one of the endpoints is refused.
+int require_endpoints(std::span<const endpoint> needed);
 
-// Resets every row to its default.
+// Resets every endpoint to its built-in value.
 void reset_endpoints();
 
-// Gives the row a value of its kind, at most ENDPOINT_CAPACITY characters, and a success text, at most
+// Gives the endpoint a value of its kind, at most ENDPOINT_CAPACITY characters, and a success text, at most
 // SUCCESS_TEXT_CAPACITY; empty for none. It is no longer refused.
-void override_endpoint(endpoint row, std::string_view value, std::string_view success_text);
+void override_endpoint(endpoint which, std::string_view value, std::string_view success_text);
 
-// From now on the row has no valid value, until it is overridden or reset.
-void refuse_endpoint(endpoint row);
+// Refuses the endpoint until it is overridden or reset.
+void refuse_endpoint(endpoint which);
 
 }  // namespace skypost

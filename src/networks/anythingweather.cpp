@@ -40,10 +40,10 @@ void append_form(text_buffer& form, const station& source) {
   form.append_text("%2C%0D");
 }
 
-// wget's own status line decides.
+// The status line that wget prints decides.
 constexpr std::string_view SUCCESS = "200 OK";
 
-// Ends the debug output whenever the first line does not confirm the upload.
+// Printed in debug mode if the first line of the reply does not confirm the upload.
 constexpr char CLOSING_LINE[] = "Reply: OK\n";
 
 int fail_with_closing_line(const upload_spec& spec) {
@@ -51,8 +51,7 @@ int fail_with_closing_line(const upload_spec& spec) {
   return fail_without_response(spec);
 }
 
-// A failure text quotes the first line. The status may come after lines about the connection, so it counts in
-// any line.
+// The status may follow lines about the connection, so it counts in any line. A failure text quotes the first line.
 int judge_anythingweather(text_buffer& reply, const upload_spec& spec) {
   print_reply(reply.view());
   const std::string_view first_line = head_of(reply.view(), reply.view().find('\n'));

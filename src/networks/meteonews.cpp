@@ -49,7 +49,7 @@ void append_user(text_buffer& user, std::string_view address) {
   }
 }
 
-// Percent-encodes what would end the user or password in a URL (older wgets: ';' too); wget decodes it.
+// Percent-encodes what would end the user or password in a URL, for older versions of wget also ';'. wget decodes it.
 void append_url_word(text_buffer& command, std::string_view text) {
   constexpr std::string_view RESERVED = "@/:;?#&%[]";
   for (const char& character : text) {

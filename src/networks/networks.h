@@ -29,7 +29,7 @@ class server_endpoint {
   endpoint (*chosen_)(const settings_record& settings) = nullptr;
 };
 
-// A network: its request, and how its reply is judged.
+// What a network takes, where and how, and how its reply is judged.
 struct http_network : upload {
   server_endpoint server;
   const char* path;            // on the server, unless the endpoint file names another
@@ -47,8 +47,8 @@ int upload_to() {
   return send_request(network);
 }
 
-// How a network is reached; each is the first column of its record. A GET request whose reply includes what wget writes
-// to standard error:
+// The next three say how a network is reached: the first column of its record. By a GET request whose reply includes
+// wget's standard error:
 template <const http_network& network>
 consteval upload sent_by_get(const char* id) {
   constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
@@ -57,7 +57,7 @@ consteval upload sent_by_get(const char* id) {
   return {id, carrier::http, COMPOSE, upload_to<network>};
 }
 
-// A GET request whose reply is only what the server sends.
+// By a GET request whose reply is only what the server sends:
 template <const http_network& network>
 consteval upload sent_by_quiet_get(const char* id, const upload* rapid_variant = nullptr) {
   constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
@@ -66,7 +66,7 @@ consteval upload sent_by_quiet_get(const char* id, const upload* rapid_variant =
   return {id, carrier::http, COMPOSE, upload_to<network>, rapid_variant};
 }
 
-// A POST request. Without -q, wget's messages are part of the reply.
+// By a POST request. Without -q, wget's messages are part of the reply.
 template <const http_network& network>
 consteval upload sent_by_post(const char* id) {
   constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
@@ -96,7 +96,7 @@ extern const http_network WINDIT;
 extern const http_network WUNDERGROUND;
 extern const http_network WUNDERGROUND_RAPID;
 
-// The network functions, each of the network in its name.
+// The network functions.
 inline constexpr auto* push_awekas = upload_to<AWEKAS_PUSH>;
 inline constexpr auto* push_wedaal = upload_to<WEDAAL_PUSH>;
 inline constexpr auto* upload_anythingweather = upload_to<ANYTHINGWEATHER>;

@@ -65,7 +65,7 @@ void append_utc(text_buffer& query, const station& source) {
                utc.tm_hour, utc.tm_min, utc.tm_sec);
 }
 
-// The start shared by three networks.
+// Login and time as three of the networks take them.
 void begin_update(text_buffer& query, const text_field& id, const text_field& password,
                   const station& source) {
   append_parameter(query, "action=updateraw&ID=", source.settings.text(id));
@@ -148,7 +148,7 @@ constexpr char WEATHERFLOW_PATH[] = "/wxengine/rest/collection/weatherstation";
 
 }  // namespace
 
-// For this family, wget's messages are not part of the reply.
+// The replies of this family do not include wget's messages.
 
 constinit const http_network WUNDERGROUND = {
     sent_by_quiet_get<WUNDERGROUND>("wunderground", &WUNDERGROUND_RAPID), endpoint::wunderground,

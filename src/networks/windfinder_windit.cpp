@@ -60,8 +60,7 @@ void append_windit(text_buffer& query, const station& source) {
   query.append_text("&clid=nb");
 }
 
-// Windfinder replies with a page, whose body is judged, or with plain text, where at most one character means
-// success.
+// Windfinder replies with a page, whose body is judged, or with plain text, of which at most one character means success.
 int judge_windfinder(text_buffer& reply, const upload_spec& spec) {
   debug_print("\n<%s>\n", reply.c_str());
   if (const std::optional<std::string_view> body = html_body(reply)) {

@@ -12,7 +12,7 @@ namespace {
 
 enum file_set : std::uint8_t { AWEKAS = 1, WEDAAL = 2, PAGE24 = 4, ALL = AWEKAS | WEDAAL | PAGE24 };
 
-// Two-digit year; three digits from 2100.
+// The year has two digits, from 2100 three.
 void append_short_date(text_buffer& text, const station& source) {
   const std::tm& local = source.now.local;
   text.append("%02d.%02d.%02d", local.tm_mday, local.tm_mon + 1, local.tm_year - 100);
@@ -56,20 +56,18 @@ constexpr file_line LINES[] = {
     // clang-format on
 };
 
-consteval bool has_each_line_once(file_set file, int count) {
-  int last = 0;
-  for (const file_line& line : LINES)
-    if ((line.files & file) != 0 && line.number != ++last) return false;
-  return last == count;
+template <file_set file>
+constexpr bool is_in(const file_line& line) {
+  return (line.files & file) != 0;
 }
-static_assert(has_each_line_once(AWEKAS, 10));
-static_assert(has_each_line_once(WEDAAL, 24));
-static_assert(has_each_line_once(PAGE24, 10));
+static_assert(numbers_each_once(LINES, 10, is_in<AWEKAS>));
+static_assert(numbers_each_once(LINES, 24, is_in<WEDAAL>));
+static_assert(numbers_each_once(LINES, 10, is_in<PAGE24>));
 
 template <file_set file>
 void compose_lines(text_buffer& text, const station& source) {
   for (const file_line& line : LINES) {
-    if ((line.files & file) == 0) continue;
+    if (!is_in<file>(line)) continue;
     append_content(text, line.content, source, append_unchanged);
     text.append_character('\n');
   }

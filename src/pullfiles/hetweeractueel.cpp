@@ -11,7 +11,7 @@ namespace {
 constexpr int LINE_COUNT = 94;
 constexpr char MISSING[] = "---";
 
-// DD-MM-YY: years since 2000, three digits from 2100.
+// DD-MM-YY. The year counts from 2000; from 2100 it has three digits.
 void append_date(text_buffer& text, const std::tm& date) {
   text.append("%02d-%02d-%02d", date.tm_mday, date.tm_mon + 1, date.tm_year - 100);
 }
@@ -43,7 +43,7 @@ void append_tendency(text_buffer& text, const station& source) {
 }
 
 struct assignment {
-  int line;
+  int number;
   const char* variable;  // nullptr: no assignment
   field_content content;
 };
@@ -148,13 +148,7 @@ constexpr assignment LINES[] = {
     // clang-format on
 };
 
-consteval bool has_each_line_once() {
-  int last = 0;
-  for (const assignment& row : LINES)
-    if (row.line != ++last) return false;
-  return last == LINE_COUNT;
-}
-static_assert(has_each_line_once());
+static_assert(numbers_each_once(LINES, LINE_COUNT));
 
 void compose_hetweeractueel(text_buffer& text, const station& source) {
   for (const assignment& row : LINES) {

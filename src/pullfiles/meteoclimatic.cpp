@@ -18,7 +18,7 @@ constexpr parameter CURRENT[] = {
     // clang-format on
 };
 
-// Of the day, the month and the year.
+// The extremes and totals of the day, the month and the year.
 constexpr parameter EXTREMES[] = {
     // clang-format off
     {"*DHTM=", &LiveRecord::todaymaxtemp10,     TENTHS, "\n"},

@@ -4,9 +4,9 @@
 
 // The text files that networks fetch from the appliance's web server.
 //
-// A writer composes its file once and writes it under the name `name` into each pull directory in turn. It returns 0, or
-// -1 at the first directory in which the file cannot be opened, with the reason in `error_text`; an earlier copy is
-// kept. While the live data are stale it writes nothing and returns 0.
+// A writer composes its file once and writes it, as `name`, into each pull directory in turn. It returns 0, or -1 with the
+// reason in `error_text` at the first directory in which the file cannot be opened; a copy written before is kept. While
+// the live data are stale it writes nothing and returns 0.
 namespace skypost {
 
 struct pull_file : upload {

@@ -7,7 +7,7 @@
 namespace skypost {
 namespace {
 
-// Each with the fixed lines that follow it.
+// Each value with the fixed lines that follow it.
 constexpr parameter WIND_TO_HUMIDITY[] = {
     // clang-format off
     {"dd: ",  &LiveRecord::winddir,    WHOLE,       "\n"},

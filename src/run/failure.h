@@ -6,7 +6,7 @@ namespace skypost {
 
 inline constexpr std::size_t FAILURE_NAME_CAPACITY = 199;
 
-// A failure's name: a literal short enough for the alarm script's command.
+// The name under which a failure is reported: a literal that fits into the alarm script's command.
 struct failure_name {
   template <std::size_t size>
   consteval failure_name(const char (&name)[size]) : text(name) {
@@ -16,8 +16,8 @@ struct failure_name {
   const char* text;
 };
 
-// Runs the alarm script with three arguments, "skypost", `name` and `error_text`, and waits for it. The
-// script's result is ignored.
+// Runs the alarm script with three arguments, "skypost", `name` and `error_text`, and waits for it. Ignores the script's
+// exit status.
 void report_failure(failure_name name);
 
 }  // namespace skypost

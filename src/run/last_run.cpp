@@ -19,8 +19,8 @@ constexpr long long AGE_AFTER_CLOCK_CHANGE = 1'000;
 
 long long last_run_age(long long now) {
   const path_text path(LAST_RUN_PATH);
-  struct stat status {};
-  const int file = open_regular_file(path.c_str(), O_RDONLY | O_NOFOLLOW, status);
+  struct stat found {};
+  const int file = open_regular_file(path.c_str(), O_RDONLY | O_NOFOLLOW, found);
   if (file < 0) return AGE_UNKNOWN;
   char text[101];
   const ssize_t count = read(file, text, sizeof text - 1);

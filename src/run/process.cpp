@@ -31,7 +31,7 @@ void prepare_process() {
   } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
   if (descriptor > STDERR_FILENO) close(descriptor);
 
-  // A pending alarm survives exec, as does a blocked, pending SIGALRM; SIG_IGN discards it.
+  // A running alarm survives exec, and so does a SIGALRM that is blocked and pending; SIG_IGN discards the latter.
   alarm(0);
   set_action(SIGALRM, SIG_IGN);
   set_action(SIGALRM, SIG_DFL);
@@ -48,8 +48,8 @@ void prepare_process() {
 }
 
 void limit_wget() {
-  const char* const callers = std::getenv("WGETRC");
-  if (callers != nullptr && *callers != '\0') return;  // wget ignores an empty value
+  const char* const inherited = std::getenv("WGETRC");
+  if (inherited != nullptr && *inherited != '\0') return;  // wget ignores an empty value
   const path_text path(WGET_SETTINGS_PATH);
   if (access(path.c_str(), R_OK) == 0) setenv("WGETRC", path.c_str(), 1);
 }

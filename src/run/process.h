@@ -2,12 +2,12 @@
 
 namespace skypost {
 
-// Clears what the parent left: opens descriptors 0 to 2, resets SIGALRM and SIGCHLD, unblocks signals, sets
-// the umask so that the web server can read what is written. SIGPIPE does not end this process but still ends
-// its children, whose language is English.
+// Undoes what the parent process may have left behind: opens descriptors 0 to 2, resets SIGALRM and SIGCHLD, unblocks
+// signals, and sets the umask so the web server can read what is written. SIGPIPE no longer kills this process but still
+// kills its children. LC_ALL is set to C.
 void prepare_process();
 
-// Points WGETRC at the appliance's wgetrc, if that exists and WGETRC is not set.
+// Points WGETRC at the appliance's wgetrc if that can be read and WGETRC is not set.
 void limit_wget();
 
 }  // namespace skypost

@@ -8,17 +8,17 @@
 
 namespace skypost {
 
-// When the limit starts that a step runs under.
+// When a step's time limit starts.
 enum class step_limit : std::uint8_t {
   fresh,   // with the step
   shared,  // with the step before
   gated,   // as `fresh`, but the step runs only if the last run is old enough
 };
 
-// The limit of a step, in seconds; then SIGALRM ends the process.
+// A step's time limit in seconds; SIGALRM ends the process when it expires.
 inline constexpr unsigned STEP_SECONDS = 15;
 
-// A gated step runs only if the last run is longer ago than this, in seconds.
+// A gated step runs only if the last run was more than this many seconds ago.
 inline constexpr long long GATE_INTERVAL = 960;
 
 // One step of the one-shot run.
@@ -30,8 +30,7 @@ struct run_step : upload_switch {
 // All steps, in the order of a run.
 std::span<const run_step> run_list();
 
-// Calls `visit` for everything that a run can send, in the order of the list, a rapid-fire variant after the
-// normal upload.
+// Calls `visit` for every upload, in the order of the list, each rapid-fire variant after the regular one.
 template <typename visitor>
 void for_each_upload(visitor visit) {
   for (const run_step& step : run_list()) {
@@ -43,8 +42,8 @@ void for_each_upload(visitor visit) {
 // True if at least one network is on.
 bool is_any_network_enabled(const settings_record& settings);
 
-// Runs the enabled steps in order, each within its limit, and reports failures. For the gated step, `age` is
-// the last run's age in seconds, and `now` the time of this run in seconds since the epoch.
+// Runs the enabled steps in order, each within its time limit, and reports failures. `age` is the last run's age in
+// seconds, and `now` the time of this run in seconds since the epoch; the gated step needs them.
 void walk_run_list(const settings_record& settings, long long age, long long now);
 
 }  // namespace skypost

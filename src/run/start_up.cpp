@@ -28,10 +28,10 @@ constexpr char STALE_DATA_NAME[] =
     "No data upload to weather networks as sensor selected on weather network page for outdoor temp, "
     "outdoor humidity or outdoor dewpoint is not providing recent data.";
 
-// The data server's report, filled by each fetch.
+// The data server's report. Each fetch fills it.
 report_buffer report;
 
-// Sets the flag for the argument; false if unknown.
+// Sets the flag for the argument. Returns false if it is unknown.
 bool read_argument(const char* argument) {
   if (std::strcmp(argument, "-r") == 0)
     rapid_fire_flag = 1;

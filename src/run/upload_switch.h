@@ -3,7 +3,8 @@
 #include "run/failure.h"
 #include "settings/record.h"
 
-// The names and switches of run_list.def, without what sends: a program that only shows them links no network.
+// The names and switches of run_list.def without the uploads, so that a program that only displays them does not link the
+// networks.
 namespace skypost {
 
 struct upload_switch {
@@ -25,7 +26,7 @@ inline constexpr upload_switch RAPID_FIRE_SWITCHES[] = {
 #include "run/run_list.def"
 };
 
-// True if the network is on, and what else the row asks for is set.
+// True if the network is switched on and every other setting the row requires is present.
 bool is_enabled(const upload_switch& row, const settings_record& settings);
 
 }  // namespace skypost

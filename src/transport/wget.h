@@ -24,7 +24,7 @@ struct upload_spec;
 // Judges wget's output. Returns 0, or -1 with the reason in `error_text`.
 using reply_judge = int (*)(text_buffer& reply, const upload_spec& spec);
 
-// How success is recognised: a word, or the network's own function.
+// How a good reply is recognised: by a word, or by the network's own function.
 struct judgement {
   consteval judgement(const char* word, reply_mode searched = reply_mode::raw)
       : success_word(word), mode(searched) {}
@@ -42,7 +42,7 @@ int fail_without_response(const upload_spec& spec);
 struct upload_spec {
   const char* debug_header;  // %s is the command; WeatherFlow's has none
   judgement success;
-  const char* failure_format;    // %s is the reply, or the judged part
+  const char* failure_format;    // %s is the reply, or the part of it that was judged
   const char* no_response_text;  // for an empty reply
 
   // Judges an empty reply. Returns 0, or -1 with the reason in `error_text`.
