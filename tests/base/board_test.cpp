@@ -1,4 +1,4 @@
-// The board and its hardware address. The system text is read once per process, so each case has its own process.
+// A process reads the system files only once, so each case has a process of its own.
 
 #include "base/board.h"
 
@@ -28,7 +28,7 @@ void write(const appliance_folder& appliance, const system_files& files) {
 [[noreturn]] void print_platform(const appliance_folder& appliance) {
   setenv("NIMBULOGHW", "as before", 1);
   detect_platform();
-  write(appliance, {"88FR131", "88FR131"});  // too late
+  write(appliance, {"88FR131", "88FR131"});  // must be ignored
   detect_platform();
   std::fprintf(stderr, "<%s>", std::getenv("NIMBULOGHW"));
   std::_Exit(0);
@@ -50,7 +50,7 @@ TEST(HostIdentity, TellsTheBoardByTheFirstMark) {
       {{"Intel", "0100 sun4i"}, "A10"},
       {{"Intel armv6 nslu2", "8086"}, "X86"},
       {{"Intel", std::nullopt}, "X86"},
-      {{"NSL", "U2"}, "NSLU2"},  // one directly follows the other
+      {{"NSL", "U2"}, "NSLU2"},  // the mark spans both files
       {{std::nullopt, "sun4i"}, "as before"},
       {{"", ""}, "as before"},
       {{"", "sun4i"}, "A10"},

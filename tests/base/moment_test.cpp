@@ -7,7 +7,7 @@
 namespace skypost::testing {
 namespace {
 
-// The rapid-fire loop outlives the owner's change of the time zone.
+// The owner may change the time zone while the rapid-fire loop runs.
 TEST(Moment, FollowsTheZoneOfTheCall) {
   constexpr std::time_t MIDSUMMER = 1'719'792'000;  // 2024-07-01 00:00 UTC
   setenv("TZ", "UTC0", 1);

@@ -1,5 +1,3 @@
-// Where the appliance's files are looked for.
-
 #include "base/paths.h"
 
 #include <fcntl.h>
@@ -14,7 +12,7 @@ namespace {
 
 TEST(Paths, NameNothingElseWhenTheyAreTruncated) {
   std::string root;
-  while (root.size() < PATH_CAPACITY) root += "/.";  // each beginning of it is a directory
+  while (root.size() < PATH_CAPACITY) root += "/.";  // every prefix names a directory
   setenv("SKYPOST_ROOT", root.c_str(), 1);
   const path_text path(SETTINGS_PATH);
   unsetenv("SKYPOST_ROOT");

@@ -1,5 +1,3 @@
-// How a file that others read is replaced: never seen empty, not lost on a full disk, and still the same file.
-
 #include "base/regular_file.h"
 
 #include <fcntl.h>
@@ -60,7 +58,8 @@ TEST_F(SharedFile, IsNeverSeenEmptyByAReader) {
   EXPECT_EQ(empty, 0);
 }
 
-// Otherwise an endpoint file on a disk that is not mounted counts as missing, and passwords go to the built-in servers.
+// If a dangling link counted as missing, passwords would go to the built-in servers while the endpoint file's disk is
+// not mounted.
 TEST_F(SharedFile, CountsAsMissingOnlyIfNothingIsThere) {
   struct stat status {};
   std::filesystem::create_directories(std::filesystem::path(path).parent_path());
@@ -71,7 +70,7 @@ TEST_F(SharedFile, CountsAsMissingOnlyIfNothingIsThere) {
   EXPECT_EQ(errno, ELOOP);
 }
 
-// The disk has blocks of 4,096 bytes, and none of them is free.
+// The disk has blocks of 4,096 bytes, none of them free.
 TEST_F(SharedFile, KeepsTheOldTextOnAFullDisk) {
   const struct {
     std::optional<std::string> before;

@@ -1,4 +1,4 @@
-// Texts of fixed capacity: nothing is written past the end, nothing is lost silently.
+// A fixed-capacity text must not write past its end, and must not lose characters silently.
 
 #include "base/text.h"
 
@@ -13,12 +13,12 @@ using std::string_view_literals::operator""sv;
 
 struct text_case {
   const char* name;
-  void (*change)(text_buffer& t);  // of an empty text with room for 8 characters
+  void (*change)(text_buffer& t);  // `t` is empty and has room for 8 characters
   std::string_view expected;
   bool was_cut;
 };
 
-// Only the first byte is cleared. The compiler refuses to read any other before it is written.
+// In a new text only the first byte is set; the compiler would reject a read of any other.
 static_assert(*fixed_text<8>().c_str() == '\0');
 
 TEST(Text, StaysInItsRoom) {

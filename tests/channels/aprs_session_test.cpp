@@ -1,5 +1,3 @@
-// Sessions with a server in this process: when one succeeds, what is tried again and where, and what the owner is told.
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,7 +18,7 @@
 namespace skypost::testing {
 namespace {
 
-// Reads two lines from each client and sends it the next reply; the last one is repeated. An empty reply closes the
+// Reads two lines from each client and sends it the next reply; the last reply is repeated. An empty reply closes the
 // connection.
 class replying_server {
  public:
@@ -33,7 +31,7 @@ class replying_server {
 
   std::uint16_t port() const { return server_->port(); }
 
-  // What each client sent. Stops the server.
+  // Stops the server and returns what each client sent.
   const std::vector<std::string>& received() {
     server_.reset();
     return received_;
@@ -54,7 +52,7 @@ class replying_server {
   std::optional<sim::tcp_server> server_;
 };
 
-// One message per attempt at 127.0.0.1.
+// The error text after five attempts at 127.0.0.1.
 std::string five_times(const std::string& what, const std::string& reason) {
   std::string text;
   for (const char* attempt : {"1", "2", "3", "4", "5"})
@@ -80,7 +78,7 @@ class AprsSession : public ::testing::Test {
 
   static int session(std::uint16_t port, const char* call_sign = "N0CALL") {
     const char* const servers[] = {"127.0.0.1", nullptr};
-    errno = EDOM;  // left by another network as well
+    errno = EDOM;  // as left by another network
     return aprs_session(servers, port, call_sign, -1, true);
   }
 };
@@ -108,7 +106,7 @@ TEST_F(AprsSession, IsTriedAgainUntilTheServerNamesTheStation) {
   }
 }
 
-// Ten attempts with long replies need more than the text holds.
+// The messages of ten attempts with long replies do not fit into error_text.
 TEST_F(AprsSession, TruncatesTheMessagesAtTheEndOfTheText) {
   replying_server server({std::string(1'000, '#')});
   const char* const servers[] = {"127.0.0.1", "127.0.0.1", nullptr};
@@ -137,7 +135,7 @@ TEST_F(AprsSession, TellsWhatItDoes) {
 }
 
 TEST_F(AprsSession, OfAprsTakesAllFromTheSettings) {
-  // A call sign that fills its slot has no NUL; the host name follows directly.
+  // A call sign that fills its slot has no NUL; reading on would append the host name.
   std::memset(station_settings.bytes + aprs_call_sign.offset, 'A', aprs_call_sign.size);
   const std::string call_sign(aprs_call_sign.size, 'A');
   replying_server server({call_sign});
@@ -162,7 +160,7 @@ TEST_F(AprsSession, OfCwopGoesFromTheFirstServerToTheSecond) {
   EXPECT_NE(sent.find("L456eNB49"), std::string::npos) << sent;
 }
 
-// Nothing would be sent anyway.
+// Stale data are not sent, so a refused endpoint is no failure.
 TEST_F(AprsSession, NeedsNoEndpointsForStaleData) {
   read_endpoint_lines("aprs_software = x/y\n");
   live_data_stale = 1;

@@ -1,5 +1,3 @@
-// The command that takes the mail. The end-to-end tests send it.
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -22,7 +20,7 @@ std::string command_under(const std::string& root) {
   return command.c_str();
 }
 
-// Only roots of plain characters go without quotes.
+// A root with any special character needs quotes.
 TEST(MailReport, CommandReachesTheMailProgramUnderAnyRoot) {
   const std::string rest = " borgervejr@dmi.dk 2>&1 | /usr/bin/logger";
   EXPECT_EQ(command_under(""), "/opt/sbin/sendmail -C /home/nimbulog/esmtprc" + rest);
@@ -34,7 +32,7 @@ TEST(MailReport, CommandReachesTheMailProgramUnderAnyRoot) {
   }
 }
 
-// A sender of the settings that is nothing but a line break names none either.
+// The second sender is cut at its line break, so it is empty too.
 TEST(MailReport, IsNotSentIfTheOnlySenderIsRefused) {
   read_endpoint_lines("mail_sender = me");
   live_data_stale = 0;

@@ -1,5 +1,4 @@
-// What a run does with an endpoint file that it cannot take: no line and no fault of the file sends a password to the
-// built-in server instead.
+// Whatever is wrong with the endpoint file, no password may go to a built-in server instead.
 
 #include <algorithm>
 #include <filesystem>
@@ -45,12 +44,12 @@ TEST_F(endpoint_file, with_a_bad_line_for_every_name_has_nothing_sent) {
   const std::string commands = all.board.read("/trace");
   EXPECT_EQ(commands.find("wget"), std::string::npos) << commands;
   EXPECT_EQ(commands.find("sendmail"), std::string::npos) << commands;
-  // Files are no affair of a server's.
+  // A pull file needs no server.
   EXPECT_TRUE(std::filesystem::exists(all.board.path("/srv/www/wetterspiegel.txt")));
 }
 
-// Every other upload is sent. Each line of the golden text is added to a good file; after it come what is sent and what
-// the owner is told. The settings name a sender for the mail.
+// All other uploads must be sent. Each line of the golden text is added to a good endpoint file, and is followed by the
+// uploads sent and the alarms. The settings name a sender, so the mail does not need mail_sender.
 TEST_F(endpoint_file, with_one_bad_line_keeps_back_what_needs_it) {
   enable_only({&awekas_enabled, &sauerlandwetter_enabled, &cwop_enabled, &aprs_enabled, &borgervejr_enabled,
                &idokep_enabled});

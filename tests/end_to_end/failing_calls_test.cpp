@@ -10,12 +10,12 @@
 namespace skypost::testing {
 namespace {
 
-// The library also kills the program if a descriptor or a child is left over.
+// interposed_calls.cpp also aborts the program if it leaves a descriptor or a child.
 class failing_calls : public program {
  protected:
   static constexpr int CALL_NEVER_CAME = 99;
 
-  // `calls` as the library takes them: NAME:N or NAME:N-M.
+  // `calls` is NAME:N or NAME:N-M, as in interposed_calls.cpp.
   sim::run_result run_failing(const std::string& calls) {
     all.board.forget_alarms();
     all.board.write(LAST_RUN_PATH, "1");
@@ -28,10 +28,9 @@ class failing_calls : public program {
   }
 };
 
-// What the owner sees of failing calls, and that the run goes on. Each line of the golden text has the calls and the
-// switches that are on beside that of Idokep, the last step. The first `popen` asks for the hardware address, the first
-// `read` and the third `open64` are for the settings, the fourth is for the status file, the first `socket` and `connect`
-// are for the data server.
+// Each line of the golden text has the calls that fail and the switches that are on. Idokep, the last step, is always
+// on and shows that the run went on. The first `popen` is for the hardware address, the first `read` and the third
+// `open64` for the settings, the fourth for the status file, the first `socket` and `connect` for the data server.
 TEST_F(failing_calls, are_reported_by_name_and_the_run_goes_on) {
   constexpr char GOLDEN[] = "end_to_end/golden/failing_calls";
   std::istringstream lines(read_whole_file(std::string(TESTS_DIRECTORY "/") + GOLDEN));
@@ -75,22 +74,22 @@ const call_row CALLS[] = {
 
 class each_call : public failing_calls, public ::testing::WithParamInterface<call_row> {};
 
-// Whichever call fails, the run goes on to its last step, loses only the current step, and leaves nothing open.
+// Whichever call fails, the run must reach its last step, lose no step but the current one, and leave nothing open.
 TEST_P(each_call, may_fail_at_any_time) {
   const auto [name, least_calls] = GetParam();
-  // These make the endpoint file unreadable, so every upload is refused.
+  // If one of these fails, the endpoint file cannot be read and no upload is sent.
   const bool reads_endpoints = name == "open64" || name == "fstat64" || name == "getc";
   enable_only({&awekas_enabled, &meteonews_enabled, &windfinder_enabled, &hetweeractueel_enabled,
                &wetterarchiv_enabled, &wunderground_enabled, &aprs_enabled, &borgervejr_enabled,
                &idokep_enabled});
   all.peers.set_reply("windfinder", sim::reply_kind::bad);
-  // A status is kept too; the run finds that of one before.
+  // With a status file, each run also records its status.
   all.board.write(STATUS_PATH, "");
   interpose("HASTE", "100");
   run_well();
 
   int number = 1;
-  // Thousands of single characters are read.
+  // getc is called thousands of times, so the steps grow.
   for (;; number += number < 40 ? 1 : number) {
     SCOPED_TRACE(number);
     const sim::run_result run = run_failing(name + ':' + std::to_string(number));
@@ -105,7 +104,7 @@ TEST_P(each_call, may_fail_at_any_time) {
         commands.find("/sendws.php") != std::string::npos || commands.find("\"idokep\"") != std::string::npos;
     EXPECT_EQ(reached_last_step, has_report) << run.errors;
     EXPECT_TRUE(has_report || all.peers.requests().empty());
-    // The network that refuses and the failing one; more refuse half a report.
+    // Windfinder fails in any case, and the failing call costs one step; more networks reject half a report.
     EXPECT_LE(all.board.alarms().size(), name == "recv" ? 6U : reads_endpoints ? 8U : 2U);
   }
   EXPECT_GT(number, least_calls);

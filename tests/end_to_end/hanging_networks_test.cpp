@@ -1,5 +1,4 @@
-// Networks that hang, with the real wget and the installed settings for it: what a hang costs, and that it costs the
-// other networks nothing.
+// What a hanging network costs, with the real wget and its installed settings.
 
 #include <csignal>
 #include <filesystem>
@@ -21,13 +20,13 @@ class hanging_networks : public program {
     all.board.write(WGET_SETTINGS_PATH, "connect_timeout = 1\nread_timeout = 1\nwaitretry = 0\n");
   }
 
-  // From now on the network's server accepts nobody.
+  // Points the endpoint at a server that accepts no connection.
   void put_full_server_at(const std::string& endpoint) {
     const std::string line = endpoint + " = http://127.0.0.1:" + std::to_string(full_.port()) + '\n';
     all.board.write(ENDPOINTS_PATH, all.board.read(ENDPOINTS_PATH) + line);
   }
 
-  // The appliance's living processes, the program included.
+  // Counts the appliance's living processes, including the program.
   int living_processes() const {
     const std::string mark = "SKYPOST_ROOT=" + all.board.root().string() + '\0';
     int count = 0;
@@ -39,7 +38,7 @@ class hanging_networks : public program {
     return count;
   }
 
-  // Weather Underground hangs; the loop still serves WeatherFlow and reports the one that hangs.
+  // While Weather Underground hangs, the loop must report that and go on uploading to WeatherFlow.
   void expect_rapid_fire_goes_on() {
     set_short_wget_limits();
     enable_only_rapid_fire(1, 1);
@@ -69,10 +68,9 @@ TEST_F(hanging_networks, are_reported_when_they_do_not_accept_and_the_next_is_se
   EXPECT_EQ(requests("windit"), 1);
 }
 
-// SIGALRM ends each run, whatever the parent did with that signal. A wget is left behind for the last of its four
-// seconds.
+// SIGALRM must end each run even if the parent blocked and ignored it. The wget left behind ends a second later.
 TEST_F(hanging_networks, leave_few_processes_behind_when_they_never_reply) {
-  interpose("CLOCK", "5");  // so the time limit of a step is three seconds
+  interpose("CLOCK", "5");  // shortens a step's time limit to three seconds
   set_short_wget_limits();
   enable_only({&windfinder_enabled, &windit_enabled});
   all.peers.set_reply("windfinder", sim::reply_kind::hang);
@@ -90,7 +88,7 @@ TEST_F(hanging_networks, leave_few_processes_behind_when_they_never_reply) {
   EXPECT_TRUE(all.board.alarms().empty());
   EXPECT_EQ(requests("windit"), 0);
 
-  // They do not disturb the next run.
+  // The processes left behind must not disturb the next run.
   enable_only({&windit_enabled});
   run_well();
   EXPECT_EQ(requests("windit"), 1);
@@ -107,7 +105,7 @@ TEST_F(hanging_networks, do_not_stop_rapid_fire_when_they_never_reply) {
   expect_rapid_fire_goes_on();
 }
 
-// The caller's wget settings take precedence. Without the installed file, wget uses its defaults.
+// The caller's wget settings take precedence. Without the installed ones, wget never gives up connecting.
 TEST_F(hanging_networks, meet_the_settings_of_the_caller_first) {
   enable_only({&windfinder_enabled});
   put_full_server_at("windfinder");
@@ -115,7 +113,6 @@ TEST_F(hanging_networks, meet_the_settings_of_the_caller_first) {
   fs::remove(all.board.path(WGET_SETTINGS_PATH));
   EXPECT_EQ(all.board.run().signal, SIGALRM);
 
-  // By default wget never gives up connecting; the caller's limit is shorter than the installed one.
   all.board.write(WGET_SETTINGS_PATH, "connect_timeout = 300\n");
   all.board.write(sim::CALLERS_WGETRC_PATH, "connect_timeout = 0.2\nwaitretry = 0\n");
   run_well();

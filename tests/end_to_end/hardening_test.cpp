@@ -1,4 +1,4 @@
-// The hardening of the release build, read back from the program.
+// No other test notices a lost hardening flag, so this one inspects the program itself.
 
 #include "end_to_end/program.h"
 #include "support/pattern.h"
@@ -12,7 +12,7 @@ constexpr bool ON_X86_64 = true;
 constexpr bool ON_X86_64 = false;
 #endif
 
-// The clearing of variables leaves no trace, and the probing of the stack none that is sure.
+// Cleared variables leave no trace and stack probes no reliable one, so neither is listed.
 constexpr struct {
   const char* what;
   const char* pattern;
@@ -43,7 +43,7 @@ TEST_F(program, is_hardened_when_released) {
     EXPECT_EQ(run.status, 0);
     return run.output;
   };
-  // Only the symbols of our own object files count, since libcrypto has some of these too.
+  // Symbols are read from our own object files, because libcrypto contains some of these too.
   const std::string found = readelf({"-W", "--file-header", "--segments", "--dynamic", SKYPOST_PROGRAM}) +
                             readelf({"-W", "--syms", "--notes", SKYPOST_CORE});
   for (const auto& one : PROMISES)

@@ -1,16 +1,16 @@
-// Preloaded into the real program and the owner's tools by tests. It makes calls of the C library fail, shortens
-// pauses, changes the clock, and writes down what is done.
+// Tests preload this library into the real program and the owner's tools. It makes calls of the C library fail,
+// shortens pauses, changes the clock, and traces calls.
 //
 //   SKYPOST_TEST_FAIL=NAME:N     the N-th call of NAME, counted from 1, fails with EIO
-//   SKYPOST_TEST_FAIL=NAME:N-M   so do those after it up to the M-th
+//   SKYPOST_TEST_FAIL=NAME:N-M   the N-th to M-th calls fail
 //   SKYPOST_TEST_HASTE=N         a pause takes an N-th of its time
-//   SKYPOST_TEST_CLOCK=N         the clock runs N times as fast, alarm() included
+//   SKYPOST_TEST_CLOCK=N         the clock, including alarm(), runs N times as fast
 //   SKYPOST_TEST_TIME=N          the clock stands still at N seconds since the epoch
-//   SKYPOST_TEST_TRACE=FILE      gets one line per call: "alarm 15", "popen COMMAND", "system COMMAND",
-//                                "write PATH", "send TEXT"
+//   SKYPOST_TEST_TRACE=FILE      one line per call is appended to FILE: "alarm 15", "popen COMMAND",
+//                                "system COMMAND", "write PATH", "send TEXT"
 //
-// At exit the program dies by SIGABRT if a descriptor or a child is left that was not there at its start. Exit status
-// 99 means that the N-th call was never made.
+// The program is aborted at exit if it leaves a child, or a descriptor that was not open at its start. Its exit status
+// is 99 if the N-th call was never made.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -37,11 +37,11 @@ namespace {
 
 constexpr int NOTHING_FAILED = 99;
 
-constexpr int STREAM_ERROR = 0x20;  // what glibc's ferror() looks at
+constexpr int STREAM_ERROR = 0x20;  // the flag that glibc's ferror() tests
 
 bool has_failed = false;
 
-// The shell and what it starts are left alone.
+// Programs that inherit LD_PRELOAD, such as the shell, are left alone.
 bool is_the_program() { return std::string_view(program_invocation_short_name).starts_with("skypost"); }
 
 const char* wanted(const char* variable) { return is_the_program() ? std::getenv(variable) : nullptr; }
@@ -51,7 +51,7 @@ long factor_of(const char* variable) {
   return factor == nullptr ? 1 : std::atol(factor);
 }
 
-// True if this call of `name` is to fail.
+// Counts this call of `name`; returns true if it must fail.
 bool is_to_fail(std::string_view name) {
   static int calls_seen = 0;
   const char* const failing = wanted("SKYPOST_TEST_FAIL");
@@ -96,7 +96,7 @@ struct watch {
 
 }  // namespace
 
-// Parameters are given in parentheses, as declared and as passed on. Anything after them is done before the call.
+// `parameters` and `arguments` are in parentheses. What follows them is executed before the call.
 #define INTERPOSE(result, name, failed, parameters, arguments, ...) \
   extern "C" result name parameters {                               \
     __VA_ARGS__;                                                    \
@@ -104,7 +104,7 @@ struct watch {
     return real<result parameters>(#name) arguments;                \
   }
 
-// Releasing calls release even when they fail: the kernel's close is like that.
+// A releasing call releases even if it fails, as the kernel's close does.
 #define INTERPOSE_RELEASE(name, type)                  \
   extern "C" int name(type handle) {                   \
     const int result = real<int(type)>(#name)(handle); \
@@ -138,7 +138,7 @@ INTERPOSE_RELEASE(close, int)
 INTERPOSE_RELEASE(fclose, std::FILE*)
 INTERPOSE_RELEASE(pclose, std::FILE*)
 INTERPOSE(int,         getaddrinfo,   EAI_AGAIN, (const char* name, const char* service, const addrinfo* hints, addrinfo** found), (name, service, hints, found))
-// Then the reason is in errno.
+// NETDB_INTERNAL means that the reason is in errno.
 INTERPOSE(hostent*,    gethostbyname, (h_errno = NETDB_INTERNAL, nullptr), (const char* name), (name))
 // clang-format on
 

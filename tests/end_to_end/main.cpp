@@ -1,5 +1,5 @@
-// The simulated servers have fixed ports. If allowed, each test therefore gets a network namespace with its own loopback
-// interface, so that tests can run in parallel. Otherwise they take turns.
+// The simulated servers have fixed ports. Each test therefore enters a network namespace with its own loopback
+// interface, so tests can run in parallel. If that is not permitted, they take turns.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ bool enter_own_network() {
   return is_up;
 }
 
-// Until this process ends.
+// Takes a lock that this process holds until it ends.
 void wait_for_turn() {
   const std::string path = std::filesystem::temp_directory_path() / "skypost-tests.lock";
   const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);

@@ -1,5 +1,5 @@
-// What another user may have put in a file's place: the program neither follows it nor waits for it, reports it where it
-// reports a file that cannot be opened, and goes on.
+// Another user may put a link, a FIFO or a directory in a file's place. The program must not follow it or wait for it,
+// but treat it like a file that cannot be opened, and go on.
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -17,9 +17,9 @@ namespace {
 namespace fs = std::filesystem;
 
 struct obstacle {
-  const char* command;           // puts it at $place; $target is a file
-  const char* reason;            // of a pull file that cannot be opened
-  bool may_be_settings = false;  // a file is found there
+  const char* command;           // creates it at $place; $target is a file
+  const char* reason;            // reported for a pull file
+  bool may_be_settings = false;  // settings are read through it
   bool is_read = false;
 };
 
@@ -40,7 +40,7 @@ class obstacles : public program {
   obstacles() { interpose("HASTE", "100"); }
   ~obstacles() override { close(reader_); }
 
-  // Replaces the file at `place` by the obstacle. A link leads to a file that holds `content`.
+  // Replaces the file at `place` by the obstacle. A link points to a file that holds `content`.
   void put(const obstacle& what, const std::string& place, const std::string& content) {
     const fs::path path = all.board.path(place);
     fs::remove_all(path);
@@ -58,7 +58,7 @@ class obstacles : public program {
   }
 
  private:
-  int reader_ = -1;  // of a FIFO
+  int reader_ = -1;  // the reading end of a FIFO
 };
 
 TEST_F(obstacles, to_a_pull_file_are_reported_and_cost_the_other_steps_nothing) {
@@ -84,11 +84,11 @@ TEST_F(obstacles, to_a_pull_file_are_reported_and_cost_the_other_steps_nothing) 
   }
 }
 
-// The gate is open, as if there were no such file.
+// The gated step runs, as if there were no such file.
 TEST_F(obstacles, to_the_last_run_file_count_as_a_missing_one) {
   enable_only({&wetterarchiv_enabled, &idokep_enabled});
   for (const obstacle& one : OBSTACLES) {
-    if (one.command == HARD_LINK.command) continue;  // can be read all the same
+    if (one.command == HARD_LINK.command) continue;  // readable like any file
     SCOPED_TRACE(one.command);
     const std::string just_now = std::to_string(std::time(nullptr));
     put(one, LAST_RUN_PATH, just_now);

@@ -27,11 +27,10 @@ std::vector<const sim::network_row*> asked_networks() {
   return networks;
 }
 
-// Every network accepts, and no alarm is raised: texts with all that a shell or a URL would interpret arrive as they are
-// in the settings (the peers compare), by TCP and mail too. An NSLU2 sends to MeteoNews over plain HTTP; Idokep's mode 2
-// is its pro service.
+// The settings' texts are full of shell and URL syntax; the peers check that they arrive unchanged, also by TCP and
+// mail. An NSLU2 uploads to MeteoNews over plain HTTP; Idokep's mode 2 is its pro service.
 TEST_F(program, reaches_every_network_and_raises_no_alarm) {
-  interpose("HASTE", "20");  // a busy machine answers APRS later
+  interpose("HASTE", "20");  // more would be too fast for APRS on a busy machine
   for (const bool has_second_servers : {true, false}) {
     SCOPED_TRACE(has_second_servers);
     all.board.write(PROCESSOR_PATH, has_second_servers ? "Hardware : Linksys NSLU2\n" : "x86\n");
@@ -56,9 +55,8 @@ TEST_F(program, reaches_every_network_and_raises_no_alarm) {
   }
 }
 
-// Without debug output and with it.
 TEST_F(program, reports_each_bad_or_empty_answer_with_the_networks_own_text) {
-  interpose("HASTE", "20");  // a busy machine answers APRS later
+  interpose("HASTE", "20");  // more would be too fast for APRS on a busy machine
   const std::pair<reply_kind, std::vector<std::string>> cases[] = {
       {reply_kind::bad, {}}, {reply_kind::bad, {"-d"}}, {reply_kind::empty, {}}, {reply_kind::empty, {"-d"}}};
   for (const auto& [how, arguments] : cases) {
@@ -109,7 +107,7 @@ TEST_F(program, warns_once_of_stale_data_and_sends_nothing) {
   EXPECT_EQ(all.board.alarms(), expected);
 }
 
-// Both pauses of a session are real here, so a slow server is still heard.
+// The session's two pauses are not shortened here: the program must wait long enough for a slow server.
 TEST_F(program, hears_an_aprs_server_that_answers_after_three_seconds) {
   enable_only({&aprs_enabled});
   all.aprs->reply_after(std::chrono::seconds(3));

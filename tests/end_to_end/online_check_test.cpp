@@ -1,5 +1,5 @@
-// `skypost-settings check --online`: connects to every server as a run would, and sends none of them a value. What it
-// finds is in golden/online_check.
+// `skypost-settings check --online` connects to every server as a run would, but must not send values. Its findings are
+// in golden/online_check.
 
 #include <httplib.h>
 #include <netinet/in.h>
@@ -23,7 +23,7 @@ namespace {
 
 class online_check : public program {
  protected:
-  // The findings about servers. Others are about the machine that the test runs on.
+  // The findings about servers. Other findings depend on the machine that runs the test.
   std::vector<std::string> findings() {
     run_ = all.board.run_tool(SETTINGS_PROGRAM, {"check", "--online"});
     EXPECT_EQ(run_.errors, "");
@@ -52,7 +52,7 @@ TEST_F(online_check, sends_nothing_but_a_login_line) {
     EXPECT_TRUE(seen.request == "HEAD /" || seen.request == "GET /") << seen.request;
     count += seen.request == "HEAD /" ? 1 : 0;
   }
-  EXPECT_EQ(count, 17U);  // Idokep's second service and rapid fire are off, MeteoNews asks for a login first
+  EXPECT_EQ(count, 17U);  // Idokep's pro service and rapid fire are off, MeteoNews demands a login
   EXPECT_TRUE(comes_true([&] { return all.cwop->sessions().size() + all.aprs->sessions().size() == 2; }, 5));
   EXPECT_EQ(all.cwop->sessions().at(0).login, "User CW4242 pass -1 vers nimbulog 1.0");
   EXPECT_EQ(all.aprs->sessions().at(0).login, "User N0CALL-13 pass 12345 vers nimbulog 1.0");
@@ -60,7 +60,7 @@ TEST_F(online_check, sends_nothing_but_a_login_line) {
   EXPECT_TRUE(all.mail.mails().empty());
 }
 
-// A redirection leads to no other server, and a path of the owner's is not asked for.
+// The check must not follow a redirection, and must not request the path in the endpoint file.
 TEST_F(online_check, asks_each_server_once_for_its_front_page) {
   std::mutex mutex;
   std::vector<std::string> heads;
@@ -83,7 +83,7 @@ TEST_F(online_check, asks_each_server_once_for_its_front_page) {
   EXPECT_EQ(heads[0].find("Authorization"), std::string::npos) << heads[0];
 }
 
-// It does not refuse, it says nothing: the C library would wait for 20 seconds, and for each name again.
+// The C library would wait 20 seconds for a silent name server, for each name.
 TEST_F(online_check, is_not_held_up_by_a_name_server_that_hangs) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can have a name server of its own";
   const int silent = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
@@ -121,7 +121,7 @@ TEST_F(online_check, shows_its_progress_on_a_terminal) {
   EXPECT_EQ(output_of("--online --quiet").find("Connecting"), std::string::npos);
 }
 
-// A secured server, with a certificate made by these commands of openssl.
+// An https server whose certificate is made by openssl `commands`.
 class tls_server {
  public:
   tls_server(const sim::folder& folder, const std::string& name, const std::string& commands) {

@@ -1,5 +1,5 @@
-// The owner's tools beside the appliance's servers: what they say of each kind of server, and that none gets more
-// requests than it must.
+// Golden sessions of the owner's tools with each kind of server. They show the number of requests, because no server
+// may get more than it must.
 
 #include <map>
 #include <optional>
@@ -16,13 +16,13 @@ namespace {
 
 std::vector<std::string> words_of(const std::string& line) { return all_matches(line, "[^ ]+"); }
 
-// An appliance that a session changes and runs the tools on.
+// The appliance of a golden session.
 class owners_session : public program {
  public:
-  // One of these. ROOT is the appliance's folder; SECURED, FULL, SILENT and ECHO are ports of servers.
-  //   only SWITCH...           the networks that are on    set NAME=VALUE            one setting
-  //   endpoint LINE            of the endpoint file        wgetrc LINE               the only one of wget's
-  //   interpose WHAT VALUE     see program.h               reply NETWORK KIND        of its server
+  // Executes one of these lines. ROOT is the appliance's folder; SECURED, FULL, SILENT and ECHO are ports of servers.
+  //   only SWITCH...           switches all others off     set NAME=VALUE            sets one setting
+  //   endpoint LINE            appended to the file        wgetrc LINE               replaces wget's settings
+  //   interpose WHAT VALUE     see program.h               reply NETWORK KIND        sets its server's reply
   //   data KIND                what the data server sends
   void change(std::string line) {
     line = replaced(line, "ROOT", all.board.root());
@@ -57,7 +57,7 @@ class owners_session : public program {
     all.board.save_settings();
   }
 
-  // Runs a program of the owner's; returns what it prints and how it ends.
+  // Runs one of the owner's tools; returns its output, its exit status and the number of requests.
   std::string run(const std::string& line) {
     std::vector<std::string> words = words_of(line);
     const std::string name = words.at(0);
@@ -79,7 +79,7 @@ class owners_session : public program {
  private:
   void TestBody() override {}
 
-  // The lines that depend on the machine that the test runs on, on the time, or on wget's version.
+  // Matches lines that depend on the machine that runs the test, on the time, or on wget's version.
   static const char* of_this_machine(const std::string& line) {
     return line.find(" check") != std::string::npos
                ? "^(?!.*_enabled: the |name server: |the data server |sensor_uv: )"
@@ -89,7 +89,7 @@ class owners_session : public program {
   const sim::full_server full_;
   const sim::tcp_server silent_{0, "silent server",
                                 [](sim::connection& client) { client.wait_until_closed(); }};
-  // An APRS server that says a wrong login back, with the passcode.
+  // An APRS server that refuses each login and quotes its passcode.
   const sim::tcp_server echo_{0, "APRS server", [](sim::connection& client) {
                                 client.write("# hello\r\n");
                                 const std::string login = client.read_line().value_or("");

@@ -1,5 +1,4 @@
-// The preview against the real thing: put together again, the parts that it shows are what the real program
-// sends at the same moment, and the real tool prints them.
+// The parts shown by the preview, put together again, must be what the real program sends at the same moment.
 
 #include "preview/preview.h"
 
@@ -29,7 +28,7 @@ namespace {
 namespace fs = std::filesystem;
 using pairs = std::vector<std::pair<std::string, std::string>>;
 
-constexpr char HARDWARE_ADDRESS[] = "00:1A:2B:3C:4D:5E";  // of the simulated board
+constexpr char HARDWARE_ADDRESS[] = "00:1A:2B:3C:4D:5E";  // the simulated board's
 
 class preview_of_a_run : public program {
  protected:
@@ -67,7 +66,7 @@ class preview_of_a_run : public program {
   std::string report = sim::lifelike_report(now);
 };
 
-// The parameters of a request as another reader of URLs takes them.
+// The parameters of a request, as decoded by another library.
 pairs received(const std::string& request) {
   const std::size_t body = request.find('\n');
   const std::size_t query = request.find('?');
@@ -91,7 +90,7 @@ void expect_request(const step_preview& step, const sim::request_seen& seen, con
   const std::string target = seen.request.substr(0, seen.request.find_first_of("?\n"));
   EXPECT_EQ(step.how + ' ' + (step.request.path.empty() ? "/" : step.request.path), target);
   EXPECT_EQ(shown(step), received(seen.request));
-  // What it says of the server is what the endpoint file says of the one that got the request.
+  // The server shown must be the endpoint file's entry for the server that got the request.
   const std::string server = step.request.server;
   const std::string line = std::string(seen.network->endpoint) + " = " + server;
   EXPECT_TRUE(servers.find(line + '\n') != std::string::npos ||
@@ -100,7 +99,7 @@ void expect_request(const step_preview& step, const sim::request_seen& seen, con
       << server;
 }
 
-// The mail program adds lines of its own to the header; the mail comes with other line ends.
+// The mail program adds header lines and changes the line ends.
 void expect_mail(const step_preview& step, const sim::mail_seen& seen) {
   std::string text = step.text;
   std::erase(text, '\r');
@@ -113,7 +112,6 @@ void expect_mail(const step_preview& step, const sim::mail_seen& seen) {
   EXPECT_TRUE(step.where.at(0).starts_with(seen.recipient + ", through "));
 }
 
-// Without debug output and with it.
 TEST_F(preview_of_a_run, put_together_again_is_what_is_sent) {
   const std::pair<const char*, std::vector<std::string>> cases[] = {
       {"X86", {"-d"}}, {"X86", {}}, {"NSLU2", {"-d"}}, {"NSLU2", {}}};
@@ -160,7 +158,7 @@ TEST_F(preview_of_a_run, is_printed_by_the_tool_which_sends_and_writes_nothing) 
     return std::set<fs::directory_entry>(fs::recursive_directory_iterator(all.board.root()), {});
   };
   all.board.write("/trace", "");
-  all.board.run_tool(PREVIEW_PROGRAM, {"--help"});  // leaves the files of what it prints
+  all.board.run_tool(PREVIEW_PROGRAM, {"--help"});  // creates the files for a tool's output
   const auto before = files();
   interpose("TRACE", all.board.path("/trace"));
   const struct {
@@ -204,7 +202,7 @@ TEST_F(preview_of_a_run, warns_of_a_missing_hardware_address_and_leaves_an_odd_s
   EXPECT_NE(run.output.find("its size of 38692 bytes matches no known layout"), std::string::npos);
   EXPECT_FALSE(fs::exists(all.board.path(SETTINGS_PATH + std::string(".old"))));
 
-  // Of the board that wrote such files.
+  // On a PLUG, a file of this size is a known layout.
   run = all.board.run_tool("/usr/bin/env", {"NIMBULOGHW=PLUG", PREVIEW_PROGRAM, "meteonews"});
   EXPECT_EQ(run.output.find("matches no known layout"), std::string::npos);
 }

@@ -17,21 +17,21 @@ class program : public ::testing::Test {
 
   sim::world all;
 
-  // Switches every network off but these.
+  // Switches off every network except these.
   void enable_only(std::initializer_list<const integer_field*> enabled);
-  // Switches every network off but these two in rapid fire, each at its interval in seconds; 0 switches it off.
+  // Switches everything off except rapid fire of these two networks at these intervals in seconds, 0 for off.
   void enable_only_rapid_fire(std::int32_t wunderground, std::int32_t weatherflow);
 
-  // Runs to the end and expects status 0.
+  // Runs the program and expects exit status 0.
   sim::run_result run_well(const std::vector<std::string>& arguments = {});
 
-  // From now on interposed_calls.cpp is preloaded into what is run, with SKYPOST_TEST_`what` set.
+  // Preloads interposed_calls.cpp into all later programs, with SKYPOST_TEST_`what` set.
   static void interpose(const std::string& what, const std::string& value);
 
-  // Waits until it holds, up to `seconds`.
+  // Waits up to `seconds` until `holds` returns true.
   static bool comes_true(const std::function<bool()>& holds, int seconds);
 
-  // The number of requests that came for one network, or for all; a malformed one fails the test.
+  // The number of requests to one network, or to all. A malformed request fails the test.
   int requests(const std::string& name = "") const;
 };
 

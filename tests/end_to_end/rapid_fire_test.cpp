@@ -48,7 +48,7 @@ TEST_F(rapid_fire, follows_the_settings_file_and_outlives_its_absence) {
   ASSERT_TRUE(more_of("weatherflow"));
   EXPECT_EQ(requests("weather underground"), of_the_other);
 
-  // Between uploads it has as many as before.
+  // Between uploads, the loop has no more descriptors open than before.
   EXPECT_TRUE(comes_true([&] { return open_descriptors(running) <= descriptors; }, SOME_PASSES));
   running.send_signal(SIGTERM);
   const sim::run_result run = running.wait();
@@ -61,7 +61,7 @@ TEST_F(rapid_fire, skips_passes_without_data_and_reports_each_failed_upload) {
   all.data->set_behaviour(sim::data_server::behaviour::silence);
   const sim::running_program running(all.board.root(), {"-r"});
 
-  // The first report is given up after five seconds; then the second is requested.
+  // The loop gives up on the first report after five seconds, then requests the second.
   ASSERT_TRUE(comes_true([&] { return all.data->clients() == 2; }, SOME_PASSES));
   EXPECT_EQ(requests(), 0);
   EXPECT_TRUE(all.board.alarms().empty());
@@ -73,7 +73,7 @@ TEST_F(rapid_fire, skips_passes_without_data_and_reports_each_failed_upload) {
       2, {"skypost", "weather underground rapid fire", "no response from weather underground"});
   EXPECT_EQ(all.board.alarms(), expected);
 
-  // An earlier pass's error text is gone.
+  // The alarm must not have the error text of an earlier pass.
   all.peers.set_reply(sim::reply_kind::good);
   ASSERT_TRUE(more_of("weather underground"));
   fs::remove(all.board.path(SETTINGS_PATH));
@@ -82,7 +82,7 @@ TEST_F(rapid_fire, skips_passes_without_data_and_reports_each_failed_upload) {
   EXPECT_EQ(all.board.alarms().back()[2], "");
 }
 
-// Ten times as fast, so that WindIt's fixed interval takes a second.
+// The clock runs ten times as fast, so WindIt's fixed interval takes a second.
 TEST_F(rapid_fire, sends_each_network_its_variant_of_what_the_pass_has_fetched) {
   enable_only_rapid_fire(5, 5);
   all.board.settings.set_integer(windit_enabled, 1);
@@ -105,12 +105,12 @@ TEST_F(rapid_fire, sends_each_network_its_variant_of_what_the_pass_has_fetched) 
   EXPECT_EQ(endpoints, (std::set<std::string>{"wunderground_rapid", "weatherflow", "windit"}));
   EXPECT_EQ(names, (std::set<std::string>{"weather underground rapid fire", "weather flow rapid fire",
                                           "windit rapid fire"}));
-  // Nothing is due in the first pass; the second sends 2 °C.
+  // Nothing is due in the first pass, so the first request has the second report's 2 °C.
   const std::string first = all.peers.requests()[0].request;
   EXPECT_NE(first.find("&tempf=35.6&"), std::string::npos) << first;
 }
 
-// Taken as unsigned, a negative one is a sleep of more than a century.
+// Taken as unsigned, a negative interval would be a sleep of more than a century.
 TEST_F(rapid_fire, takes_thirty_seconds_for_an_impossible_interval) {
   enable_only_rapid_fire(-5, 0);
   interpose("HASTE", "100");

@@ -1,5 +1,3 @@
-// The steps as seen from outside: what each switch starts, and the order, the time limits and the names of a run.
-
 #include <ctime>
 #include <filesystem>
 #include <sstream>
@@ -17,8 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Every step that can fail does: the networks refuse, the second pull directory is missing, nobody listens for
-// packets.
+// Every step that can fail does: the networks refuse uploads, the second pull directory is missing, and no APRS server
+// listens.
 class run_list_steps : public program {
  protected:
   run_list_steps() {
@@ -30,7 +28,7 @@ class run_list_steps : public program {
     interpose("TRACE", all.board.root() / "trace");
   }
 
-  // Of a run `age` seconds after the last turn of Wetterarchiv.
+  // Traces a run that begins `age` seconds after the last one.
   std::string trace_of_a_run(std::time_t age) {
     all.board.write(LAST_RUN_PATH, std::to_string(std::time(nullptr) - age));
     return trace_of_next_run();
@@ -59,8 +57,8 @@ class run_list_steps : public program {
   }
 };
 
-// In the order of a run each switch, and after it the limits that are set and what is done under them: a network by the
-// path of its URL, a file by its path, a failure by its name.
+// Each line has a switch, in the order of a run, then the limits that it sets and what is done under them: an upload is
+// shown by the path of its URL, a file by its path, a failure by its name.
 constexpr char STEPS[] = "end_to_end/golden/steps";
 
 TEST_F(run_list_steps, are_taken_in_their_order_under_their_limits_and_names) {
@@ -71,13 +69,12 @@ TEST_F(run_list_steps, are_taken_in_their_order_under_their_limits_and_names) {
   EXPECT_NEAR(std::stod(all.board.read(LAST_RUN_PATH)), static_cast<double>(std::time(nullptr)), 30);
 }
 
-// A switch alone starts its own network, file or mail and nothing else. The simulation knows which switch is a
-// network's.
+// A switch must start its own network, file or mail and nothing else. The simulation knows the switch of each network.
 TEST_F(run_list_steps, are_set_going_by_their_own_switch_alone) {
   std::string steps;
   const integer_field* enabled = nullptr;
   for (const run_step& step : run_list()) {
-    // The push to AWEKAS and to Wedaal has the switch of the file before it.
+    // The pushes to AWEKAS and Wedaal have the switches of the files before them.
     if (std::exchange(enabled, step.enabled) == step.enabled) continue;
     SCOPED_TRACE(step.name.text);
     enable_only({enabled});

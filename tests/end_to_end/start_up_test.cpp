@@ -42,7 +42,7 @@ TEST_F(program, gives_up_after_three_attempts_at_the_settings) {
   EXPECT_EQ(all.data->clients(), 0);
 }
 
-// The reason must not be that of an earlier call; on this board /proc/bus/pci/devices is missing.
+// On this board /proc/bus/pci/devices is missing; the reason printed must not be that of this earlier error.
 TEST_F(program, tells_of_an_ifconfig_without_an_address_and_a_bad_endpoint_and_goes_on) {
   enable_only({&windit_enabled});
   all.board.write(sim::IFCONFIG_OUTPUT_PATH, "eth0: flags=4163<UP,BROADCAST,RUNNING,MULTICAST>  mtu 1500\n");
@@ -64,7 +64,7 @@ TEST_F(program, lets_everybody_read_the_pull_files_whatever_its_parents_umask) {
   }
 }
 
-// Otherwise MeteoNews would be judged by messages in another language.
+// MeteoNews is judged by wget's messages, which must be in English.
 TEST_F(program, starts_other_programs_in_english_whatever_its_own_language) {
   enable_only({&windfinder_enabled, &borgervejr_enabled});
   all.peers.set_reply("windfinder", sim::reply_kind::bad);

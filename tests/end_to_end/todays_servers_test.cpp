@@ -1,5 +1,5 @@
-// Servers as they are today, with the real wget: Met Office WOW, judged by wget's exit status, and an APRS server that
-// refuses or discards what the program sends without the installed entries of the endpoint file.
+// Servers as they behave today, with the real wget. Met Office WOW is judged by wget's exit status; an APRS server
+// refuses or discards what the program sends without the installed endpoint file.
 
 #include <csignal>
 
@@ -12,7 +12,7 @@ namespace {
 
 using todays_servers = program;
 
-// A server that says the same to every request, whatever it asks.
+// A server that sends the same reply to every request.
 sim::tcp_server answering(const std::string& reply) {
   return {0, "web server", [reply](sim::connection& client) {
             while (!client.read_line().value_or("").empty()) {
@@ -25,7 +25,7 @@ TEST_F(todays_servers, tell_metoffice_good_from_bad_by_the_status) {
   enable_only({&metoffice_enabled});
   const std::string lines = all.board.read(ENDPOINTS_PATH);
   const std::pair<std::string, std::string> cases[] = {
-      // what the server says; the reason of the failure
+      // the server's reply; the failure, if any
       {"200 OK\r\nContent-Length: 2\r\n\r\n{}", ""},
       {"200 OK\r\nContent-Length: 0\r\n\r\n", ""},
       {"204 No Content\r\n\r\n", ""},
@@ -46,7 +46,7 @@ TEST_F(todays_servers, tell_metoffice_good_from_bad_by_the_status) {
     if (!reason.empty()) expected.push_back({"skypost", "metoffice", reason});
     EXPECT_EQ(all.board.alarms(), expected);
   }
-  // Nobody listens at this port.
+  // Nothing listens on this port.
   all.board.write(ENDPOINTS_PATH, lines + "metoffice = http://127.0.0.1:1\n");
   all.board.forget_alarms();
   run_well();
@@ -70,8 +70,7 @@ TEST_F(todays_servers, refuse_an_aprs_login_without_a_version_and_the_run_ends_t
             "# Invalid login string, too few arguments");
 }
 
-// With the first alone, the upload is good for the program, and nobody sees its packet. So it is for a station without a
-// passcode.
+// With only the first entry or without a passcode, the upload counts as successful, but the server discards it.
 TEST_F(todays_servers, relay_an_aprs_packet_only_with_both_entries_and_a_passcode) {
   enable_only({&aprs_enabled, &weatherbug_enabled, &idokep_enabled});
   interpose("HASTE", "100");

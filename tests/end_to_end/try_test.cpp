@@ -1,5 +1,4 @@
-// `skypost-settings try`: sends what a run sends, tells what comes of it, and keeps no trace and no secret of it. What it prints is
-// in golden/try.
+// `skypost-settings try` must send what a run sends, leave no trace, and print no secret. Its output is in golden/try.
 
 #include <httplib.h>
 
@@ -26,7 +25,7 @@ class trying : public program {
     return all.board.run_tool(SETTINGS_PROGRAM, {"try", "--yes", name});
   }
 
-  // What `try` prints at a terminal, with `keys` typed after a while.
+  // What `try` prints on a terminal if `keys` are typed after a while.
   std::string output_at_terminal(const std::string& arguments, const std::string& keys) {
     const std::string typed = "(sleep 1; echo '" + keys + "'; sleep 1)";
     const std::string command = "\"" SETTINGS_PROGRAM " try " + arguments + '"';
@@ -37,7 +36,7 @@ class trying : public program {
   }
 };
 
-// All that the peers and the pull directories have got so far.
+// Everything that the peers and the pull directories have received.
 struct traffic {
   std::vector<std::string> requests, packets, mails, files;
 
@@ -95,7 +94,7 @@ TEST_F(trying, asks_first) {
   }
 }
 
-// Where wget, which is in the background there, would have its messages in a file, and some networks are judged by them.
+// In the background of a terminal, wget would write its messages to a file, but some networks are judged by them.
 TEST_F(trying, hears_wget_at_a_terminal_too) {
   all.board.write(ENDPOINTS_PATH, all.board.read(ENDPOINTS_PATH) + "idokep = http://127.0.0.1:1\n");
   const std::string output = output_at_terminal("--yes anythingweather", "");
@@ -104,10 +103,10 @@ TEST_F(trying, hears_wget_at_a_terminal_too) {
   EXPECT_FALSE(fs::exists(all.board.path("/wget-log")));
 }
 
-// Not even of a server that says back what it was asked, as it came and decoded, and a digest; nor if the command could
-// not be run. A long reply is in full below the beginning that is the reason.
+// No secret may be printed even if a server echoes the request, as it came and decoded, and a digest, or if the command
+// cannot be run. A long reply is printed in full below the reason, which quotes its beginning.
 TEST_F(trying, tells_no_secret) {
-  constexpr char SECRET[] = "Zq\"1&x #%`<\\|";  // nothing changes its first two characters
+  constexpr char SECRET[] = "Zq\"1&x #%`<\\|";  // its first two characters are never encoded
   md5_text digest;
   md5_hex(SECRET, digest);
   for (const field_description& row : FIELD_DESCRIPTIONS)
@@ -137,7 +136,7 @@ TEST_F(trying, tells_no_secret) {
     if (step.upload->by != carrier::http) continue;
     const std::string id = step.upload->id;
     const std::string output = output_without_secret(id);
-    // These two have none, and MeteoNews' is in a header.
+    // WindIt and Regiowetter have no secret; the password of MeteoNews is in a header, which is not echoed.
     const bool has_none = id == "windit" || id == "regiowetter" || id == "meteonews";
     EXPECT_TRUE(has_none || output.find("***") != std::string::npos) << output;
     EXPECT_TRUE(id != "wunderground" || output.find(" ...\n  Reply:\n") != std::string::npos) << output;

@@ -1,6 +1,5 @@
-// Which servers the owner's endpoint file can change, since a station's password goes to them: no value leaves its
-// place in a command, a URL or a line, and none of a bad line goes to the built-in server. The defaults are in the
-// networks' golden texts.
+// Passwords go to the servers of the endpoint file. No value may leave its place in a command, a URL or a line, and a
+// bad line must not leave the built-in server in use. The networks' golden texts cover the defaults.
 
 #include "endpoints/endpoint_file.h"
 
@@ -24,7 +23,7 @@ namespace {
 
 constexpr int ROW_COUNT = static_cast<int>(endpoint::COUNT);
 
-// "<3 a>" becomes "aaa".
+// Expands "<3 a>" to "aaa".
 std::string with_repetitions(std::string text) {
   for (auto part = first_match(text, "<(\\d+) (.)>"); !part.empty(); part = first_match(text, "<(\\d+) (.)>"))
     text = replaced(text, part[0], std::string(std::stoul(part[1]), part[2][0]));
@@ -38,14 +37,14 @@ class EndpointFile : public ::testing::Test {
   }
   ~EndpointFile() override { reset_endpoints(); }
 
-  // What loading the file prints.
+  // Loads the file; returns what that prints.
   std::string load() const {
     ::testing::internal::CaptureStderr();
     load_endpoints();
     return replaced(::testing::internal::GetCapturedStderr(), path, "endpoints");
   }
 
-  // That, and a line for each row that is not at its default.
+  // Like load(), with a line for each endpoint that is not at its default.
   std::string load_and_tell() const {
     std::string lines = load();
     for (int row = 0; row < ROW_COUNT; ++row) {
@@ -82,16 +81,16 @@ TEST_F(EndpointFile, OverridesOrRefusesRowByRow) {
 TEST_F(EndpointFile, TakesNoOtherCharacterInAPath) {
   for (int byte = 0; byte < 256; ++byte) {
     const char character = static_cast<char>(byte);
-    if (std::string("# \t\r\n").find(character) != std::string::npos) continue;  // ends the path
+    if (std::string("# \t\r\n").find(character) != std::string::npos) continue;  // these end the path
     appliance.write(ENDPOINTS_PATH, std::string("awekas = https://host/a") + character + 'b');
     load();
     EXPECT_NE(is_refused(endpoint::awekas), is_alphanumeric({&character, 1}, "._~/-")) << byte;
   }
 }
 
-// Two that are no files (a FIFO would hang the start), and two that cannot be opened.
+// The first two are no regular files (a FIFO would hang the start), the other two cannot be opened.
 TEST_F(EndpointFile, RefusesEveryRowIfItCannotBeRead) {
-  EXPECT_EQ(load_and_tell(), "");  // there is none
+  EXPECT_EQ(load_and_tell(), "");  // no file
   const auto expect_refused = [&](const std::string& reason) {
     EXPECT_EQ(load(), "Error: endpoints: " + reason + "; all uploads fail\n");
     for (int row = 0; row < ROW_COUNT; ++row) EXPECT_TRUE(is_refused(endpoint{row})) << row;

@@ -1,5 +1,3 @@
-// What the data server's client accepts as a report, and how much of it.
-
 #include "live/data_server.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +14,7 @@
 namespace skypost::testing {
 namespace {
 
-// Fetches what a server sends in pieces. The buffer holds other bytes before, and the flag the opposite value.
+// Fetches a report that a server sends in pieces, into a buffer full of other bytes.
 std::string fetched(const std::vector<std::string>& pieces) {
   const sim::tcp_server server(0, "data server", [&](const sim::connection& client) {
     for (const std::string& piece : pieces) {
@@ -47,7 +45,7 @@ TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
   EXPECT_TRUE(text.starts_with(report));
 }
 
-// The server sends for 1.5 seconds, which is longer than the whole fetch may take here.
+// The server sends for 1.5 seconds, but the whole fetch may take only 0.6.
 TEST(DataServer, IsGivenUpWhenItTrickles) {
   const fetch_limits usual = report_limits;
   report_limits = {.wait = 500, .whole = 600};
@@ -57,7 +55,7 @@ TEST(DataServer, IsGivenUpWhenItTrickles) {
   EXPECT_LT(length, 30U);
 }
 
-// A server that never accepts costs five seconds, not the system's two minutes, and the record is stale.
+// A server that never accepts must cost five seconds, not the system's two minutes, and leave the record stale.
 TEST(DataServer, IsGivenUpIfItsQueueIsFull) {
   const sim::full_server server;
   static report_buffer report;

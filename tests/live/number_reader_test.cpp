@@ -1,5 +1,3 @@
-// Numbers as a sensor may send them, and what only looks like one.
-
 #include "live/number_reader.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +12,7 @@
 namespace skypost::testing {
 namespace {
 
-// Each line of the golden text has how a number is scanned, the text, and the number.
+// Each line of the golden text has the kind of scan, the text, and the number.
 TEST(NumberReader, ReadsNumbersAndNothingElse) {
   constexpr std::int32_t UNTOUCHED = -77;
   const std::map<std::string, number_scan> forms = {{"tenths", number_scan::tenths},

@@ -1,6 +1,3 @@
-// The report's text becomes the live record: which key fills which field, how a value is read, which extremes are
-// widened, and when the outdoor values count as missing.
-
 #include "live/report_parser.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +16,7 @@
 namespace skypost::testing {
 namespace {
 
-// All others are in a network's golden text or in the debug output.
+// All other fields are in a network's golden text or in the debug output.
 TEST(ReportParser, FillsTheFieldsThatNoGoldenTextHas) {
   const LiveRecord live = parsed(full_report());
   EXPECT_EQ(live.height, 513);
@@ -40,7 +37,7 @@ TEST(ReportParser, TruncatesWordsToTheirField) {
   EXPECT_STREQ(parsed("actual_wind0_dir_de ").winddirstr, "");
 }
 
-// Each line of the golden text has a time as the report writes it, the time of day, and the seconds since the epoch.
+// Each line of the golden text has a time from a report, the time of day, and the seconds since the epoch.
 TEST(ReportParser, ReadsTimes) {
   std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/live/golden/times"));
   std::ostringstream found;
@@ -77,7 +74,7 @@ TEST(ReportParser, ReadsTheValueAfterTheFirstOccurrenceOfTheKey) {
   }
 }
 
-// A current value, and whether it widens the extremes beside it.
+// A current value, and whether it widens its extremes.
 struct quantity {
   std::string name;
   std::string unit;
@@ -112,7 +109,7 @@ void expect_same(const LiveRecord& found, const LiveRecord& expected) {
   }
 }
 
-// A report with this current value and without one extreme is read like one with the value as its extremes.
+// A report with this current value and without one extreme must be read like one with the value as its extremes.
 void expect_widened(const quantity& row, const std::string& value, const std::string& missing_period,
                     const std::string& missing_end) {
   SCOPED_TRACE(row.name + " = " + value + ", without " + missing_period + missing_end);
@@ -122,7 +119,7 @@ void expect_widened(const quantity& row, const std::string& value, const std::st
   replace_value(report, "actual_" + row.name + row.unit, value);
   replace_value(widened, "actual_" + row.name + row.unit, "---");
   for (const std::string period : {"day1_", "month1_", "year1_"}) {
-    // Of a pair, neither is widened without the other; the day's highest gust alone need not be known.
+    // If one extreme of a pair is missing, neither is widened. The day's highest gust is set even if it is missing.
     const bool is_known =
         !is_missing || period != missing_period || period + row.name == "day1_wind0_gustspeed";
     if (row.widens && value != "---" && is_known)
@@ -141,7 +138,7 @@ TEST(ReportParser, WidensTheExtremesThatTheCurrentValuePassed) {
         for (const char* const missing : {"none", "max", "min"}) expect_widened(row, value, period, missing);
 }
 
-// What the program makes of a report, in the record of the process.
+// Loads reports into the process-wide live record.
 class LoadedReport : public ::testing::Test {
  protected:
   LoadedReport() { station_settings = sensors_of_the_report(); }
@@ -213,7 +210,7 @@ TEST_F(LoadedReport, PrintsItsMainValuesInDebugMode) {
     else
       expect_golden("live/golden/debug_output", output);
   }
-  // Without the dew point, the other outdoor values are missing too.
+  // Without the dew point, the other outdoor values count as missing too.
   ::testing::internal::CaptureStderr();
   load_live_record("actual_th0_temp_c 21.25\nactual_th1_hum_rel 55\n");
   EXPECT_TRUE(

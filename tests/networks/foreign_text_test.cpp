@@ -1,6 +1,6 @@
-// No foreign text is run. Each text of the settings and each word of the report, full of what a shell or a URL would
-// interpret, goes through each network's command and a real shell to a program that records its arguments. Compared with
-// a harmless text of the same length, only that text may differ, and no other program may run.
+// Texts of the settings and words of the report must never be executed. Each is filled with shell and URL syntax, and
+// each network's command is run by a real shell with a recorder in wget's place. Compared with a harmless text of the
+// same length, only the text itself may differ in the recorded arguments, and no other program may run.
 
 #include <gtest/gtest.h>
 
@@ -44,8 +44,7 @@ class ForeignText : public ::testing::TestWithParam<const upload*> {
     add_program("tail", "exit 0");
   }
 
-  // Composes the command, runs it with only these programs on its path, and returns the arguments that were recorded,
-  // each followed by a NUL.
+  // Runs the network's command with only these programs in PATH. Returns its arguments, each followed by a NUL.
   std::string arguments(const LiveRecord& live) {
     const std::string command = composed(*GetParam(), settings_, live);
     const std::string recorder = appliance_.path("/bin/wget").string();
@@ -56,8 +55,7 @@ class ForeignText : public ::testing::TestWithParam<const upload*> {
     return read_whole_file(appliance_.path("/bin/arguments"));
   }
 
-  // `write` puts a text into the station. A foreign one of each length must take exactly the place of the harmless
-  // one.
+  // `write` puts a text into the station. A foreign text of any length must take exactly the place of the harmless one.
   void expect_unaltered(const char* what, std::size_t capacity, LiveRecord& live,
                         const std::function<void(const std::string&)>& write) {
     const std::string harmless(capacity, HARMLESS);
@@ -68,7 +66,7 @@ class ForeignText : public ::testing::TestWithParam<const upload*> {
       const std::string foreign = filled(FOREIGN[length % std::size(FOREIGN)], length);
       write(foreign);
       const std::string arrived = arguments(live);
-      // As a value in a URL or a form, or as an option's argument.
+      // Values in a URL or form are encoded, the arguments of options are not.
       ASSERT_TRUE(arrived == replaced(frame, harmless, as_url_value(foreign)) ||
                   arrived == replaced(frame, harmless, foreign))
           << what << " of " << length << ": " << foreign << "\n"
@@ -102,7 +100,7 @@ TEST_P(ForeignText, ArrivesAsItIsAndRunsNothing) {
   }
   EXPECT_GE(texts_sent_, 1);
 
-  // The report's words, through the parser. No foreign text has a blank that early.
+  // Words of the report go through the parser, which ends them at a blank; no foreign text has one that early.
   live = fully_equipped_station();
   station_settings.set_text(sensor_wind, "wind0");
   for (const char* const key : {"actual_wind0_dir_de ", "actual_wind0_dir_en ",

@@ -1,6 +1,6 @@
-// How each network's replies are judged: a good upload judged bad alarms the owner for nothing, a bad one judged good
-// goes unnoticed for weeks. Networks judged alike are represented by one per way of reading; golden/replies has the
-// word and the way of each. The plainest replies are in the end-to-end tests.
+// A good upload judged bad alarms the owner for nothing; a bad one judged good goes unnoticed for weeks. One network is
+// tested for each way of judging; golden/replies lists the way of every network. The end-to-end tests have the plainest
+// replies.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ std::string with_escapes(std::string text) {
   return replaced(replaced(text, {'\0'}, "\\0"), "\xE9", "\\xE9");
 }
 
-// A failure replaces what another network has left; a success leaves it.
+// A failure must replace the error text of another network; a success must leave it.
 std::string judged(const http_network& network, const std::string& text) {
   std::string judgement;
   for (const std::int32_t debug : {0, 1}) {
@@ -51,9 +51,8 @@ std::string judged(const http_network& network, const std::string& text) {
   return judgement;
 }
 
-// Each line of the golden text has a network and a reply, and after it the judgement; or a line of the endpoint file,
-// for the replies after it. A server that has moved may have another sign of success than the network's own, which goes
-// on counting.
+// Each line of the golden text has a network and a reply, and is followed by the judgement. "endpoints:" begins a line
+// of the endpoint file: in later replies its success text is accepted besides the network's own.
 TEST(ReplyJudgement, IsTheSameWithAndWithoutDebugOutput) {
   std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/networks/golden/judged_replies"));
   std::string found;

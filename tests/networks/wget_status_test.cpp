@@ -1,5 +1,4 @@
-// The exit status of wget: which one the transport keeps, and Met Office WOW's verdict by it. A server that says {} to
-// every good report once alarmed the owner at each; an error that is taken for a good upload goes unnoticed.
+// Met Office WOW's server replies {} or nothing to a good upload, so only wget's exit status tells it from an error.
 
 #include <gtest/gtest.h>
 
@@ -26,7 +25,7 @@ class WgetStatus : public ::testing::Test {
 struct verdict {
   int status;
   const char* reply;
-  const char* reason;  // of a failure
+  const char* reason;  // "" for success
 };
 
 TEST_F(WgetStatus, IsMetOfficesVerdict) {
@@ -37,7 +36,7 @@ TEST_F(WgetStatus, IsMetOfficesVerdict) {
       {4, "",            EMPTY}, {4, "{}",          "upload to metoffice failed: {}"},
       {6, "",            EMPTY}, {6, "a\\nb\\n", "upload to metoffice failed: a b "},
       {8, "",            EMPTY}, {8, "no site",     "upload to metoffice failed: no site"},
-      {8, "a\\nsuccess", ""},  // other networks' word counts here, too
+      {8, "a\\nsuccess", ""},  // the success word counts whatever the status
       // clang-format on
   };
   for (const auto& [status, reply, reason] : VERDICTS) {
@@ -57,7 +56,7 @@ TEST_F(WgetStatus, SavesNoOtherNetwork) {
 }
 
 TEST_F(WgetStatus, IsThereOnlyOfAWgetThatTheTransportWaitedFor) {
-  upload(METEONEWS, "exit 4");  // tail's, if it were not made up here
+  upload(METEONEWS, "exit 4");  // the real command would return tail's status
   EXPECT_EQ(latest_exchange.wget_status, NO_WGET_STATUS);
   upload(METOFFICE, "kill -9 $$");
   EXPECT_EQ(latest_exchange.wget_status, NO_WGET_STATUS);
@@ -67,7 +66,7 @@ TEST_F(WgetStatus, IsThereOnlyOfAWgetThatTheTransportWaitedFor) {
   EXPECT_EQ(latest_exchange.wget_status, NO_WGET_STATUS);
 }
 
-// The transport stops reading there, so wget may fail to write what follows; whether it does is chance.
+// The transport stops reading when its buffer is full. Whether wget then fails to write the rest is chance.
 TEST_F(WgetStatus, OfAReplyThatFillsItsBufferSaysNothing) {
   EXPECT_EQ(upload(METOFFICE, "printf '%09999d' 0"), 0);
   for (const char* const command : {"printf '%010000d' 0", "printf '%0100000d' 0", "yes"}) {

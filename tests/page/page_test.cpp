@@ -1,5 +1,5 @@
-// The preview's page in a real browser, on a phone and on a desktop: its text is there and nothing is wider than
-// the window. Debian's chromium is needed.
+// Shows the preview's page in Debian's chromium, on a phone and on a desktop: all text must be there, and nothing may
+// be wider than the window.
 
 #include <gtest/gtest.h>
 
@@ -16,8 +16,7 @@
 namespace skypost::testing {
 namespace {
 
-// Every network, some without identity or sensor, some switched off, with texts that are long, foreign or
-// hostile.
+// A page with every network, some without a password or sensor, and with long, foreign and hostile texts.
 preview_page difficult_page() {
   switch_everything_on(station_settings);
   const std::pair<const text_field&, std::string> TEXTS[] = {
@@ -44,7 +43,7 @@ preview_page difficult_page() {
                         {})};
 }
 
-// A frame of each width around the page; a script outside of it measures and reads it.
+// Shows the page in a frame of each width; the script measures and reads it.
 constexpr char FRAMES[] = R"(<!DOCTYPE html><meta charset="utf-8">
 <iframe src="page.html" style="width:360px;height:800px;border:0"></iframe>
 <iframe src="page.html" style="width:1200px;height:800px;border:0"></iframe>

@@ -1,5 +1,3 @@
-// Where the pull files are written, and that none is if the first directory is missing.
-
 #include "pullfiles/pullfiles.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// What single values, settings, times and boards change in what is sent, beyond the two stations of the golden texts.
-// Networks read files by their lines and records by their places, so nothing else may change.
+// A changed value, setting, time or board may change only its own piece of an upload: networks read files by line and
+// records by position.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 namespace skypost::testing {
 namespace {
 
-// At first, the station of the golden report.
+// Starts as the station of the golden report.
 struct test_station {
   test_station() { fill_settings(settings); }
 
@@ -48,7 +48,7 @@ struct test_station {
   std::string address = ORDINARY_BOARD.hardware_address;
 };
 
-// Where two texts differ, from separator to separator.
+// The part in which two texts differ, from separator to separator.
 std::string difference(const std::string& before, const std::string& after) {
   if (before == after) return "";
   constexpr char SEPARATORS[] = "&;\r\n";
@@ -66,8 +66,8 @@ std::string difference(const std::string& before, const std::string& after) {
   return "    - " + piece_of(before) + "    + " + piece_of(after);
 }
 
-// Each line of the golden text has what is sent and what is changed: a value of the report, a setting, the time or the
-// board. After it come the lines that are to follow, none if nothing changes.
+// Each line of the golden text has an upload and the changes: values of the report, settings, the time or the board. It
+// is followed by the difference, if there is any.
 TEST(ChangedValues, ChangeTheirPieceAndNothingElse) {
   const auto all = every_upload();
   const test_station unchanged;

@@ -1,4 +1,4 @@
-// The alarm script gets exactly what failed and why, whatever the characters.
+// The alarm script must get its arguments unchanged, whatever characters they contain.
 
 #include "run/failure.h"
 

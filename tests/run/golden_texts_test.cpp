@@ -1,5 +1,4 @@
-// Everything that a run can send, byte for byte, against the texts in golden/. A wrong unit, a wrong field or a wrong
-// order shows as a difference.
+// Compares everything that a run can send with the texts in golden/, so a wrong unit, field or order shows.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +12,7 @@
 namespace skypost::testing {
 namespace {
 
-// A command has no line feed at its end; its file has.
+// A command's golden text ends with a line feed, the command does not.
 std::string as_in_file(const upload& what, const LiveRecord& live) {
   settings_record settings;
   fill_settings(settings);
@@ -35,7 +34,7 @@ TEST_P(GoldenText, OfAStationWithOnlyTheOutdoorValues) {
 INSTANTIATE_TEST_SUITE_P(RunList, GoldenText, ::testing::ValuesIn(every_upload()),
                          [](const auto& row) { return std::string(row.param->id); });
 
-// What a network's reply must contain, and what the owner is told.
+// The success text of each network, and the failures reported without it.
 TEST(GoldenTexts, OfTheReplies) {
   std::string texts;
   for (const upload* const what : every_upload()) {

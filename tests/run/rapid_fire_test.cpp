@@ -1,5 +1,3 @@
-// The schedule of the rapid-fire loop, simulated.
-
 #include "run/rapid_fire.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +22,7 @@ settings_record settings_with(std::int32_t wunderground, std::int32_t weatherflo
 
 using times = std::vector<std::int64_t>;
 
-// When each network is sent, in seconds from the start, if a pass takes `work` seconds beyond its sleep.
+// The times of each network's uploads, in seconds from the start, if a pass takes `work` seconds besides its sleep.
 std::vector<times> simulate(const settings_record& settings, std::int64_t duration, std::int64_t work = 0) {
   std::vector<times> sent(std::size(RAPID_FIRE_NETWORKS));
   rapid_fire_stamps stamps{START, START, START};
@@ -37,7 +35,7 @@ std::vector<times> simulate(const settings_record& settings, std::int64_t durati
 TEST(RapidFire, SendsEachNetworkOnItsOwnSchedule) {
   constexpr std::int32_t FOREVER = std::numeric_limits<std::int32_t>::max();
   struct schedule_case {
-    std::int32_t wunderground;  // seconds; 0: not enabled
+    std::int32_t wunderground;  // interval in seconds, 0 for off
     std::int32_t weatherflow;
     bool windit;
     std::int64_t work;

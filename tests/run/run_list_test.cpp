@@ -1,5 +1,3 @@
-// What the run list, the settings and rapid fire must agree on.
-
 #include "run/run_list.h"
 
 #include <gtest/gtest.h>
@@ -26,8 +24,7 @@ TEST(RunList, HasARapidFireNetworkForEveryRapidVariant) {
   }
 }
 
-// A network whose row was forgotten would have a switch that does nothing; one misspelt group would split it in
-// two.
+// A network missing from run_list.def would have a switch that does nothing; a misspelt group would split a network.
 TEST(RunList, HasAStepForTheSwitchOfEveryGroup) {
   std::map<std::string, int> switches;
   for (const field_description& row : FIELD_DESCRIPTIONS) {

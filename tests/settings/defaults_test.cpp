@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned char OLD = 0x5a;
 
-// In hexadecimal, at most 16 per line, after the offset of the first.
+// Lines of an offset and up to 16 changed bytes in hexadecimal.
 std::string changed_bytes(const settings_record& record) {
   std::string text;
   for (std::uint32_t i = 0; i < SETTINGS_SIZE; ++i) {

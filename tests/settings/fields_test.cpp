@@ -1,5 +1,5 @@
-// The fields are where the appliance's configuration pages write them: two fields of one size with their offsets
-// exchanged would send a password for a name.
+// Fields must be where the appliance's configuration pages write them: with two offsets exchanged, a password would be
+// sent as a name.
 
 #include "settings/fields.h"
 
@@ -17,7 +17,7 @@
 namespace skypost::testing {
 namespace {
 
-// Offset, size and name of each, checked against what the web pages write.
+// The golden text was checked against what the pages write.
 TEST(SettingsFields, AreWhereTheyBelong) {
   std::set<std::string> lines;
   for (const field_description& row : FIELD_DESCRIPTIONS) {

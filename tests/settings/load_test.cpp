@@ -1,5 +1,3 @@
-// Loading settings files of every layout, in both byte orders, and useless ones.
-
 #include "settings/load.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +20,7 @@
 
 namespace skypost::testing {
 
-// The most that one read returns; nothing else makes a read of a plain file short.
+// The most bytes that a read returns. Reads of plain files are otherwise never short.
 std::size_t read_limit = std::numeric_limits<std::size_t>::max();
 extern "C" ssize_t limited_read(int file, void* place, std::size_t count) __asm__("read");
 ssize_t limited_read(int file, void* place, std::size_t count) {
@@ -35,7 +33,7 @@ constexpr std::size_t MARKER = 18936;
 constexpr char NATIVE[] = {1, 0, 0, 0};
 constexpr char FOREIGN[] = {0, 0, 0, 1};
 
-// Neighbours differ, so every shift and every reversed field shows.
+// Neighbouring bytes differ, so every shift and every reversed field shows.
 std::string image_of(std::size_t size, const char (&marker)[4] = NATIVE) {
   std::string image(size, '\0');
   for (std::size_t i = 0; i < size; ++i) image[i] = static_cast<char>(i * 7 + i / 251);
@@ -49,8 +47,8 @@ void reverse_fields(std::string& image, std::size_t first, std::size_t count, st
                  image.begin() + static_cast<std::ptrdiff_t>(offset + size));
 }
 
-// The image as a board of the other byte order writes it. Each line of the table has where integers begin, how many
-// follow one another, the size of each, and of an array its entries and the distance between two of them.
+// The image as a board of the other byte order writes it. Each line of the table describes a group of integers: offset,
+// count and size, then how often the group repeats and at what distance.
 std::string in_other_order(std::string image) {
   std::ifstream table(TESTS_DIRECTORY "/settings/golden/integers");
   std::size_t first, count, size, entries, distance;
@@ -59,8 +57,8 @@ std::string in_other_order(std::string image) {
   return image;
 }
 
-// What a native file becomes: zeros after a short one, free entries in the last array, and for an unlisted size
-// everything from 20580 on 4 bytes further up.
+// The record loaded from a native file. A short file is padded with zeros and gets free entries in the last array; in a
+// file of unlisted size, everything from 20580 on moves up by 4 bytes.
 std::string completed(std::string image, bool is_unlisted) {
   const bool is_short = image.size() < SETTINGS_SIZE;
   image.resize(SETTINGS_SIZE, '\0');
@@ -87,7 +85,7 @@ class LoadSettings : public ::testing::Test {
     for (std::size_t i = 0; i < SETTINGS_SIZE; ++i) ASSERT_EQ(record.bytes[i], bytes[i]) << "at offset " << i;
   }
 
-  // The defaults, over the former record.
+  // Expects `former` with the defaults written over it.
   void expect_defaults_over(const std::string& former) const {
     settings_record expected;
     std::memcpy(expected.bytes, former.data(), SETTINGS_SIZE);
@@ -144,8 +142,7 @@ TEST_F(LoadSettings, ConvertsAnUnlistedSizeAfterTheShift) {
   expect_record(in_other_order(completed(image, true)));
 }
 
-// The board that had no marker wrote its records in this byte order. Any marker but 1 means the other order, on that
-// board too.
+// Only the NSLU2 wrote native records without a marker. A marker other than 1 means the other byte order even there.
 TEST_F(LoadSettings, TakesARecordWithoutMarkerByTheBoard) {
   const std::string without = image_of(SETTINGS_SIZE, {0, 0, 0, 0});
   for (const char* platform : {"X86", "PLUG", "A10", "NSLU"}) {
@@ -162,16 +159,16 @@ TEST_F(LoadSettings, TakesARecordWithoutMarkerByTheBoard) {
 TEST_F(LoadSettings, TakesAFileThatCannotBeBackedUp) {
   std::filesystem::create_directories(appliance.path(std::string(SETTINGS_PATH) + ".old/nimbulog.conf"));
   const std::string image = image_of(40'000);
-  ::testing::internal::CaptureStderr();  // `cp` complains
+  ::testing::internal::CaptureStderr();  // `cp` prints an error
   EXPECT_EQ(load(image), 0);
   ::testing::internal::GetCapturedStderr();
   expect_record(completed(image, true));
 }
 
-// Otherwise each pass of rapid fire would shift the record of the pass before.
+// If a useless file left the record as it was, each pass of rapid fire would shift it once more.
 TEST_F(LoadSettings, SetsDefaultsForAUselessFile) {
   const std::string untouched(SETTINGS_SIZE, 0x5a);
-  EXPECT_EQ(load_settings(record), -1);  // there is none
+  EXPECT_EQ(load_settings(record), -1);  // no file
   expect_defaults_over(untouched);
   std::memset(&record, 0x5a, sizeof record);
   EXPECT_EQ(load(""), -1);

@@ -10,7 +10,7 @@
 
 namespace skypost::testing {
 
-// A file system of 64 KiB at `directory`, for this thread and the programs that it starts.
+// Mounts a file system of 64 KiB at `directory`, for this thread and the programs that it starts.
 class small_disk {
  public:
   explicit small_disk(std::filesystem::path directory) : directory_(std::move(directory)) {
@@ -25,10 +25,10 @@ class small_disk {
   small_disk(const small_disk&) = delete;
   small_disk& operator=(const small_disk&) = delete;
 
-  // False where this user may not mount anything.
+  // False if this user may not mount.
   bool is_mounted() const { return is_mounted_; }
 
-  // Leaves no room for another block.
+  // Uses up every free block.
   void fill() const {
     const int file = open((directory_ / "filler").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     const std::string block(4'096, 'f');

@@ -8,42 +8,42 @@
 
 namespace skypost::testing {
 
-// live/golden/report: every key, no two of one kind with the same value, and before them longer keys that begin like
-// some of them.
+// Returns live/golden/report. It has every key, different values for keys of one kind, and before them some longer keys
+// that begin like them.
 std::string full_report();
 
-// Puts another value after a key of a report, or leaves the line out if that is empty; false if there is no such key.
+// Replaces the value of a key, or removes its line if `value` is empty. Returns false if the report lacks the key.
 bool replace_value(std::string& report, const std::string& key, const std::string& value);
 
-// Selects the sensors of that report, for each value another.
+// Settings that select the sensors of full_report(), a different one for each value.
 settings_record sensors_of_the_report();
 
-// What a report says of these sensors. Sets TZ.
+// Parses a report with sensors_of_the_report(). Sets TZ.
 LiveRecord parsed(const std::string& report);
 
-// A station with every value known, no two of them alike where they could be taken for one another. Sets TZ.
+// A station that has every value; values that could be confused with each other differ. Sets TZ.
 LiveRecord fully_equipped_station();
 
-// One that knows only outdoor temperature 21.5 °C, humidity 57 % and dew point 10.0 °C.
+// A station whose only values are outdoor temperature 21.5 °C, humidity 57 % and dew point 10.0 °C. Sets TZ.
 LiveRecord sparse_station();
 
-// Sets the field of this name, a number from its decimal text; false if there is none.
+// Sets the field called `name`; a number is given in decimal. Returns false if there is no such field.
 bool set_field(settings_record& settings, std::string_view name, const std::string& value);
 
-// Default settings with those of golden/settings: an identifier and a password for every network, each different, some
-// with characters that mean something to a shell or in a URL. A text that is not there holds its field's name.
+// Default settings overridden by golden/settings, which has a different identifier and password for every network, some
+// with characters special to a shell or a URL. A text that is empty in both holds its field's name.
 void fill_settings(settings_record& settings);
 
-// The same with every flag on and a sensor for each value.
+// Like fill_settings, with every flag on and a sensor for each value.
 void switch_everything_on(settings_record& settings);
 
-// Lines of an endpoint file that put every network and every APRS server on this machine, reached by the same protocol.
+// Lines of an endpoint file that move every network and APRS server to this machine, with their protocols unchanged.
 std::string local_servers();
 
-// Reads them on top of those in effect; returns what that prints.
+// Reads lines of an endpoint file, keeping the endpoints that they do not name. Returns the errors printed.
 std::string read_endpoint_lines(std::string lines);
 
-// Both in rapid fire at their intervals in seconds, or off at 0.
+// Sets the rapid-fire intervals of both networks in seconds; 0 switches a network off.
 void set_rapid_fire(settings_record& settings, std::int32_t wunderground, std::int32_t weatherflow);
 
 // A board with a hardware address of its own, of unknown kind.
@@ -52,13 +52,13 @@ inline constexpr board ORDINARY_BOARD = {nullptr, "00:1A:2B:3C:4D:5E"};
 // 2012-05-06 07:08:09 local time in Berlin, 05:08:09 UTC. Sets TZ.
 moment spring_morning();
 
-// What is sent at that time by an ordinary board.
+// The text that ORDINARY_BOARD sends on spring_morning().
 std::string composed(const upload& what, const settings_record& settings, const LiveRecord& live);
 
-// What is sent now, from the station of this process.
+// The text composed from current_station().
 std::string composed_now(const upload& what);
 
-// Everything that the run list can send, rapid-fire variants too.
+// All uploads of the run list, including rapid-fire variants.
 std::vector<const upload*> every_upload();
 
 }  // namespace skypost::testing

@@ -1,5 +1,3 @@
-// What is found wrong with a station: each fault, and nothing else.
-
 #include "settings_tool/checks.h"
 
 #include <gtest/gtest.h>
@@ -48,7 +46,7 @@ struct checked_station : owners_station {
     }
   }
 
-  // In the status file.
+  // Records in the status file that a run began.
   void record_run(std::int64_t begun) const {
     status_image image;
     read_status(-1, 0, image);
@@ -85,7 +83,7 @@ TEST(Checks, FindEachFaultAndNothingElse) {
   });
 }
 
-// Root may write anywhere, so another user looks.
+// Root can write anywhere, so the check runs as another user.
 TEST(Checks, FindAPullDirectoryThatCannotBeWrittenInto) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can become another user";
   constexpr uid_t NOBODY = 65'534;
@@ -103,7 +101,7 @@ TEST(Checks, FindAPullDirectoryThatCannotBeWrittenInto) {
       "/var/run/nimbulog/uploads/: no file can be written there (Permission denied)"));
 }
 
-// Its name can still be created, and a short file may still be written over.
+// A file can still be created on a full disk, and a short one overwritten, so trying either would find nothing.
 TEST(Checks, FindAPullDirectoryOnAFullDisk) {
   checked_station station;
   const small_disk disk(station.folder.path("/srv/www"));
@@ -125,11 +123,11 @@ TEST(Checks, LeaveNothingInAPullDirectory) {
     EXPECT_TRUE(std::filesystem::is_empty(station.folder.path(directory))) << directory;
 }
 
-// wgetrc can name others than the system's, or have none checked.
+// wgetrc can name other certificates than the system's, or switch the check off.
 TEST(Checks, LookForTheCertificatesThatWgetTrusts) {
   const std::string PEM = "-----BEGIN TRUSTED CERTIFICATE-----\n";
   const struct {
-    const char* wgetrc;  // %s is a folder with no certificate but own.pem
+    const char* wgetrc;  // %s is a folder whose only certificate is own.pem
     std::size_t findings;
   } ROWS[] = {{"", 1},
               {"ca_directory = %s\n", 0},
@@ -149,7 +147,7 @@ TEST(Checks, LookForTheCertificatesThatWgetTrusts) {
   }
 }
 
-// An owner may write whatever the mode says, and a group as it says.
+// A file's owner can always change it, its group only if the mode permits.
 TEST(Checks, FindAnAlarmScriptOfAnotherUser) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
   constexpr uid_t NOBODY = 65'534;
@@ -171,7 +169,7 @@ TEST(Checks, FindAnAlarmScriptOfAnotherUser) {
   }
 }
 
-// Every text and passcode of every network, from the list of settings alone.
+// The cases come from the list of settings, so no text or passcode is forgotten.
 TEST(Checks, FindWhateverIsMissingOfAnAccount) {
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     const std::string name = row.name;

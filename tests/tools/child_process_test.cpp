@@ -1,5 +1,3 @@
-// A child process: what it hands back, and that nothing of it is left.
-
 #include "common/child_process.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +23,7 @@ TEST(ChildProcess, HandsBackWhatItWroteBeforeItWasKilled) {
   EXPECT_EQ(child.signal(), SIGALRM);
 }
 
-// Whoever is left of the group holds the pipe open, so the test would not end.
+// A process left in the group would hold the pipe open, and the test would hang.
 class ChildGroup : public ::testing::Test {
  protected:
   ChildGroup() { EXPECT_EQ(pipe(ends), 0); }
@@ -52,7 +50,7 @@ TEST_F(ChildGroup, EndsWithTheObjectThoughItsLeaderHasEnded) {
   EXPECT_EQ(child.signal(), 0);
 }
 
-// Otherwise an upload that the owner interrupts would be tried again for a minute.
+// Otherwise an upload that the owner interrupts would go on retrying for a minute.
 TEST_F(ChildGroup, EndsWhenItsParentIsKilled) {
   const pid_t parent = fork();
   if (parent == 0) {

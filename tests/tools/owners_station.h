@@ -9,27 +9,27 @@
 
 namespace skypost::testing {
 
-// A station with every network on and all that it needs, for the owner's tools. Its settings file follows `settings`.
+// A station for the owner's tools: every network is on and has all that it needs.
 struct owners_station {
   owners_station();
   ~owners_station();
   owners_station(const owners_station&) = delete;
   owners_station& operator=(const owners_station&) = delete;
 
-  // A line of a session: a verb and what it is about. Paths are the appliance's; "\n", "\r", "\e", "\0" and "\xff" are
-  // such bytes. Throws for an unknown verb.
-  //   set NAME=VALUE           one setting                 only SWITCH...           the networks that are on
-  //   endpoint LINE            of the endpoint file        first-endpoint LINE      before all others
-  //   report KEY [VALUE]       without a value: removed    report-file TEXT         the whole report
+  // Executes a line of a session, then saves the settings if they changed. Paths are the appliance's; escapes such as
+  // "\n" and "\xff" stand for bytes. Throws for an unknown verb.
+  //   set NAME=VALUE           sets one setting            only SWITCH...           switches all others off
+  //   endpoint LINE            appended to the file        first-endpoint LINE      inserted before all others
+  //   report KEY [VALUE]       removed without a value     report-file TEXT         replaces the whole report
   //   write PATH TEXT          program PATH TEXT           folder PATH              remove PATH
-  //   mode OCTAL PATH          foreign                     size BYTES               gap-missing: an unlisted layout
+  //   mode OCTAL PATH          foreign: other byte order   size BYTES               gap-missing: an unlisted layout
   //   platform NAME            the kind of board           hardware-address [ADDRESS]
   void change(const std::string& line);
 
   void save() const;
 
-  // Runs a tool with the arguments in a line, each with '' around it if need be, and returns what it prints, with its
-  // exit status unless that is 0. Fails the test if a tool that failed changed the settings file.
+  // Runs a tool with the arguments in `line`, which may be quoted with ''. Returns its output, and its exit status
+  // unless that is 0. Fails the test if a tool that failed changed the settings file.
   std::string run(const tool& program, const std::string& line);
 
   // The text without the appliance's folder in front of paths.

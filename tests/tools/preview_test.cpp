@@ -1,6 +1,3 @@
-// The preview of what a run would send: secrets in none of it, the reasons for what is not sent and for what
-// is missing, and pages that hostile texts cannot change.
-
 #include "preview/preview.h"
 
 #include <gtest/gtest.h>
@@ -94,7 +91,7 @@ TEST(PreviewSession, MatchesTheGoldenText) {
     } else if (line.starts_with('+')) {
       station->change(line.substr(2));
     } else {
-      // "$ why" shows what is said of the networks without what they would be sent.
+      // "$ why" leaves out the requests and texts.
       const bool is_all_shown = !line.starts_with("$ why ");
       preview_page page = station->page(all_matches(line.substr(is_all_shown ? 1 : 6), "[^ ]+"));
       for (step_preview& step : page.steps)
@@ -112,8 +109,8 @@ TEST_F(Preview, HasNothingToSayOfAGoodStationButWhatIsSent) {
     EXPECT_TRUE(step.would_be_sent() && step.missing.empty()) << step.id;
 }
 
-// First with a secret that has to be escaped, then with a plain one: there, hiding is replacing the secret and what is
-// made of it in what is otherwise shown.
+// The first secret has to be escaped. With the second, which is plain, the hidden output must equal the full output
+// with the secret and its digest replaced.
 TEST_F(Preview, HidesWhatComesFromASecretAndNothingElse) {
   for (const std::string secret : {" \"`$&#<>'%;Zq100Qz\\", "Zq100Qz"}) {
     md5_text digest;
@@ -134,7 +131,7 @@ TEST_F(Preview, HidesWhatComesFromASecretAndNothingElse) {
         EXPECT_TRUE(contains(shown, mark)) << mark;
         shown = replaced(shown, mark, "***");
       }
-      // The columns are as wide as what is in them.
+      // The width of the columns depends on their content.
       EXPECT_TRUE(with_matches_as(hidden, " +", " ") == with_matches_as(shown, " +", " ") ||
                   secret != "Zq100Qz");
     }
@@ -154,14 +151,14 @@ TEST_F(Preview, ShowsWhatIsOnOrNamed) {
   EXPECT_EQ(station.ids({"weatherflow"}), texts{"weatherflow"});
   EXPECT_EQ(station.ids({"weatherflow-rapid"}), texts{"weatherflow_rapid"});
   EXPECT_EQ(station.ids({"AWEKAS", "SH-Netz"}), (texts{"awekas_pull", "awekas_push", "shnetz"}));
-  // Its failures, its switch and its settings have three different names.
+  // PWSweather has different names in its failures, its switch and its settings.
   for (const char* const name : {"HAMweather/weather4u", "hamweather", "PWSweather"})
     EXPECT_EQ(station.ids({name}), texts{"pwsweather"}) << name;
   for (const char* const nothing : {"", "weather", "awekas_pushy"})
     EXPECT_THROW(station.ids({nothing}), usage_error) << nothing;
 }
 
-// A run has a rule of its own for when it sends nothing.
+// The preview and a run decide separately whether data are stale.
 TEST_F(Preview, TakesTheSameDataForStaleAsARun) {
   const std::string complete = station.report;
   for (const std::string key :
@@ -175,14 +172,14 @@ TEST_F(Preview, TakesTheSameDataForStaleAsARun) {
   }
 }
 
-// The words of a text, in lower case and without what is between them.
+// The words of a text in lower case, without punctuation.
 texts words_of(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(),
                  [](unsigned char letter) { return std::tolower(letter); });
   return all_matches(text, "[a-z0-9_]+");
 }
 
-// What a browser shows of the page below its title and its table of contents.
+// The text that a browser shows below the page's title, without the table of contents.
 std::string text_of_page(std::string html) {
   html.erase(0, html.find("<dl>"));
   html.erase(html.find("<nav>"), html.find("</nav>") - html.find("<nav>"));
@@ -206,10 +203,10 @@ TEST_F(Preview, SaysTheSameToATerminalAndToABrowser) {
   EXPECT_TRUE(contains(as_html({}), "<p>No network is switched on.</p>"));
 }
 
-// The page's elements, without the texts between them.
+// The page's tags, without the text between them.
 texts elements_of(const std::string& html) { return all_matches(html, "<[^>]*>"); }
 
-// Fills every text of the settings and every word of the report.
+// Every text of the settings and every word of the report is hostile.
 TEST_F(Preview, IsNotChangedByHostileTexts) {
   const std::string lifelike = station.report;
   const auto fill = [&](const std::string& name, const std::string& word) {
@@ -232,7 +229,7 @@ TEST_F(Preview, IsNotChangedByHostileTexts) {
     EXPECT_EQ(all_matches(output, "[^\n -~]"), texts{});
 }
 
-// Whoever looks only at the list, or cannot see the colours, still sees that something is wrong.
+// An owner who reads only the list, or cannot see the colours, must still see that something is wrong.
 TEST_F(Preview, MarksInItsListWhatDoesNotArrive) {
   station.change("set windfinder_password=");
   station.change("set wedaal_user=w");
@@ -245,7 +242,7 @@ TEST_F(Preview, MarksInItsListWhatDoesNotArrive) {
   EXPECT_EQ(all_matches(html, "class=\"good\"").size(), 2U);
 }
 
-// A field changes with the value that it is said to hold, and with no other.
+// A field must change with the value named as its source, and with no other.
 TEST_F(Preview, NamesWhatIsInEachFieldOfARecord) {
   const preview_page before = station.page();
   const std::string complete = station.report;
@@ -276,8 +273,6 @@ TEST_F(Preview, IsAPageThatLoadsNothing) {
   for (const char* const part : {"default-src 'none'", "name=\"viewport\"", "charset=\"utf-8\""})
     EXPECT_TRUE(contains(html, part)) << part;
 }
-
-// The command line.
 
 TEST(PreviewToolSession, MatchesTheGoldenText) {
   expect_tool_session("tools/golden/preview_tool", PREVIEW_TOOL);

@@ -13,12 +13,12 @@ TEST(Printable, LeavesNothingThatATerminalObeysOrABrowserGuesses) {
       {"\xc3\xbc \xe2\x82\xac \xf0\x9f\x8c\xa7", "\xc3\xbc \xe2\x82\xac \xf0\x9f\x8c\xa7"},
       {"\xb0\xb0", "\\xb0\\xb0"},                             // ISO 8859-1
       {"\xc2\x9b", "\\xc2\\x9b"},                             // a control character
-      {"\xc0\xaf\xe0\x80\xaf", "\\xc0\\xaf\\xe0\\x80\\xaf"},  // longer than need be
-      {"\xed\xa0\x80", "\\xed\\xa0\\x80"},                    // half of a pair
-      {"\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},           // beyond the last character
+      {"\xc0\xaf\xe0\x80\xaf", "\\xc0\\xaf\\xe0\\x80\\xaf"},  // overlong
+      {"\xed\xa0\x80", "\\xed\\xa0\\x80"},                    // half of a surrogate pair
+      {"\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},           // beyond the last code point
       {"\xe2\x82", "\\xe2\\x82"},                             // truncated
-      {"\xe2\x80\xae", "\\xe2\\x80\\xae"},                    // right to left from here on
-      {"\xe2\x81\xa6", "\\xe2\\x81\\xa6"},                    // an isolate
+      {"\xe2\x80\xae", "\\xe2\\x80\\xae"},                    // a right-to-left override
+      {"\xe2\x81\xa6", "\\xe2\\x81\\xa6"},                    // a directional isolate
   };
   for (const auto& [text, expected] : CASES) EXPECT_EQ(printable(text), expected);
   EXPECT_EQ(printable_lines("d\r"), std::vector<std::string>{"d\\x0d"});

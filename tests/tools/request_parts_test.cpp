@@ -1,6 +1,3 @@
-// A command taken apart: what is in quotation marks stays together, what a network decodes is decoded, and a
-// hostile text does not become another part.
-
 #include "common/request_parts.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +5,7 @@
 namespace skypost::testing {
 namespace {
 
-// One text for a request, so that a table can hold it.
+// All parts in one text, for the table.
 std::string in_one_text(const request_parts& parts) {
   std::string text = parts.method + ' ' + parts.server + ' ' + parts.path;
   for (const request_parameter& part : parts.login) text += " [" + part.name + ':' + part.value() + ']';

@@ -1,4 +1,4 @@
-// A server may repeat what it was sent, and the owner may publish what the tools show.
+// A server may echo what it was sent, and the owner may publish what the tools print.
 
 #include "common/secrets.h"
 
@@ -11,7 +11,7 @@
 namespace skypost::testing {
 namespace {
 
-// Of the text as it is, or as the beginning of a longer one that was cut there.
+// The text with its secrets hidden. With `was_cut`, it is the beginning of a truncated text.
 std::string hidden_in(const std::string& text, const settings_record& settings, bool was_cut = false) {
   fixed_text<200> shown;
   shown.append_text(text + std::string(was_cut ? 200 : 0, 'x'));
@@ -47,29 +47,29 @@ TEST(HideSecrets, HidesASecretHoweverItIsWrittenAndNothingElse) {
       {"a&b c",    "PASSWORD=a%26b+c&x",       "PASSWORD=***&x"},
       {"a&b c",    "PASSWORD=%61%26%62%20c&x", "PASSWORD=***&x"},
       {"a+b",      "a%2bb a%2Bb a+b a b",      "*** *** *** ***"},
-      {"50%ab",    "50%ab 50%25ab 50\xAB",     "*** *** ***"},  // a network reads %ab as one byte
+      {"50%ab",    "50%ab 50%25ab 50\xAB",     "*** *** ***"},  // a server decodes %ab
       {"100%",     "100% 100%25",              "*** ***"},
       {"100%",     "100%20 x",                 "***20 x"},
       {"\"k\xE9y", "\"k%E9y %22k\xE9y",        "*** ***"},
       {"abcabd",   "abcabcabd",                "abc***"},
-      {"a&b<\"'",  "a&amp;b&lt;&quot;&#039;",  "***"},          // in a page
+      {"a&b<\"'",  "a&amp;b&lt;&quot;&#039;",  "***"},          // HTML entities
       {"a&amp;b",  "a&amp;b a&amp;amp;b a%26amp;b", "*** *** ***"},
       {"word",     "wor, Word, swords",        "wor, Word, s***s"},
       {"",         "50% of a%zz, 2026-11-25 01:23:45, deadbeef 100%", "50% of a%zz, 2026-11-25 01:23:45, deadbeef 100%"},
-      {"of",       "one of them",              "one of them"},  // too short
+      {"of",       "one of them",              "one of them"},  // too short to be hidden
       {"secret",   "",                         ""},
       // Digests.
       {"",         "val=5ebe2294ecd0e0f08eab7690d2a6ee69;x", "val=***;x"},
       {"",         "5ebe2294ecd0e0f08eab7690d2a6ee6", "5ebe2294ecd0e0f08eab7690d2a6ee6"},
       {"",         "id=5ebe2294ecd0e0f08",     "id=***",   CUT},
-      // The beginning of a secret.
+      // Truncated secrets.
       {"s&cret",   "pass=s&c",                 "pass=***", CUT},
       {"s&cret",   "pass=s%2",                 "pass=***", CUT},
       {"s&cret",   "pass=s%",                  "pass=**",  CUT},
       {"s&cret",   "pass=s",                   "pass=*",   CUT},
       {"s&cret",   "pass=s&amp;",              "pass=***", CUT},
       {"s&cret",   "pass=s&a",                 "pass=***", CUT},
-      {"s&cret",   "pass=s&c",                 "pass=s&c"},     // that is all there was
+      {"s&cret",   "pass=s&c",                 "pass=s&c"},     // not truncated
       // clang-format on
   };
   for (const auto& row : ROWS) {
@@ -79,7 +79,7 @@ TEST(HideSecrets, HidesASecretHoweverItIsWrittenAndNothingElse) {
   }
 }
 
-// The shorter alone would leave the rest of the longer one.
+// If the shorter secret were hidden first, the rest of the longer one would be printed.
 TEST(HideSecrets, HidesTheLongestOfThoseThatFit) {
   settings_record settings{};
   settings.set_text(windfinder_password, "pass");

@@ -1,5 +1,3 @@
-// The owner's tool: what it prints, what it refuses, and that a refusal changes nothing.
-
 #include "settings_tool/settings_tool.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +34,7 @@ class SettingsTool : public ::testing::Test {
  protected:
   std::string run(const std::string& line) { return station.run(SETTINGS_TOOL, line); }
 
-  // What the program itself makes of the file.
+  // The settings as the program itself loads them.
   settings_record loaded() const {
     settings_record result{};
     EXPECT_EQ(load_settings(result), 0);
@@ -94,7 +92,7 @@ TEST_F(SettingsTool, ReplacesTheFileThatALinkNamesInOneStep) {
   fs::permissions(station.file, fs::perms::owner_read | fs::perms::group_read);
   const std::string link = station.folder.path("/home/link.conf");
   fs::create_symlink(station.file, link);
-  std::ifstream reader(station.file, std::ios::binary);  // one that is reading meanwhile
+  std::ifstream reader(station.file, std::ios::binary);  // reads while the file is replaced
   const std::string before = read_whole_file(station.file);
   EXPECT_EQ(run("set /home/link.conf cwop_id=CW0001"), "");
 
@@ -108,7 +106,7 @@ TEST_F(SettingsTool, ReplacesTheFileThatALinkNamesInOneStep) {
   EXPECT_EQ(left, 1U) << "a temporary file is left";
 }
 
-// Without the lock, most of these changes are lost.
+// Without the lock, most of these changes would be lost.
 TEST_F(SettingsTool, LosesNoChangeOfSeveralAtOnce) {
   const char* const SWITCHES[] = {"awekas", "windfinder", "windit", "idokep"};
   for (int value = 0; value < 20; ++value) {
@@ -132,8 +130,8 @@ TEST_F(SettingsTool, LosesNoChangeOfSeveralAtOnce) {
   }
 }
 
-// Otherwise a change that comes later takes the lock of the new file, and both go on at once. Should the second lock be
-// asked for only after the rename, this passes and shows nothing.
+// A change that locked the replaced file would run at the same time as one that locks the new file. If the second lock
+// is requested only after the replacement, this test passes without showing anything.
 TEST_F(SettingsTool, TakesTheLockOfAFileThatWasReplacedMeanwhile) {
   const auto inode_in_place = [&] {
     struct stat status {};
@@ -154,7 +152,7 @@ TEST_F(SettingsTool, TakesTheLockOfAFileThatWasReplacedMeanwhile) {
   EXPECT_EQ(locked.get(), inode_in_place());
 }
 
-// The web pages do not know of the lock.
+// The web pages do not take the lock.
 TEST_F(SettingsTool, DoesNotUndoWhatAnotherProgramHasWritten) {
   const settings_file read = read_settings_file(station.file);
   station.change("set windfinder_name=elsewhere");

@@ -6,7 +6,7 @@
 namespace skypost::testing {
 namespace {
 
-// A status without words would leave the owner with "no response".
+// For a status without a meaning, the owner would see only "no response".
 TEST(WgetStatusMeaning, IsThereForEveryStatusOfAFailure) {
   for (const int status : {1, 2, 3, 4, 5, 6, 7, 8, 126, 127})
     EXPECT_NE(wget_status_meaning(status), nullptr) << status;

@@ -1,5 +1,4 @@
-// The transport's own part: what is run, how much of its output is read, and commands that cannot run. How replies are
-// judged is in the networks' tests.
+// The networks' tests cover the judgement of replies.
 
 #include "transport/wget.h"
 
@@ -40,7 +39,7 @@ class Upload : public ::testing::Test {
 
 TEST_F(Upload, ReadsWhatTheCommandPrintsUpToItsCapacityAndJudgesItsText) {
   constexpr std::pair<const char*, const char*> CASES[] = {
-      // the command; the reason of its failure, if any
+      // the command; the failure, if any
       {"printf 'one\\ntwo\\n'; echo OK", ""}, {"printf 'NO\\0OK'", "upload failed: NO"},
       {"printf ''", "no response"},           {"printf '\\0'", "upload failed: "},
       {"printf '%09998dOK' 0", ""},
