@@ -37,7 +37,7 @@ pid_t start(words command) {
   return process;
 }
 
-// The same, traced by this process and stopped before its first instruction.
+// Like start(), but traced by this process and stopped before the first instruction.
 pid_t start_traced(words command) {
   const std::vector<char*> arguments = sim::pointers_to(command);
   const pid_t process = fork();
@@ -80,9 +80,9 @@ long peak_memory_of(const words& command) {
   int status = 0;
   while (waitpid(process, &status, 0) == process && WIFSTOPPED(status)) {
     const int event = status >> 16;
-    // Read just before exit: afterwards the kernel's figure includes its wget.
+    // Read just before the exit: afterwards the kernel's figure includes wget.
     if (event == PTRACE_EVENT_EXIT) peak = peak_so_far(process);
-    // SIGTRAP only tells the tracer of a new program; other signals are the program's own.
+    // SIGTRAP only reports the exec; all other signals are for the program.
     const int signal = WSTOPSIG(status);
     ptrace(PTRACE_CONT, process, nullptr, event != 0 || signal == SIGTRAP ? 0 : signal);
   }
@@ -91,7 +91,7 @@ long peak_memory_of(const words& command) {
 
 cpu_time cpu_time_of(const words& command) {
   const pid_t process = start(command);
-  // Its own clock can be read until it is waited for.
+  // The clock of a process can be read until the process is reaped.
   siginfo_t ended{};
   clockid_t clock{};
   timespec own{};

@@ -3,13 +3,13 @@
 #include <string>
 #include <vector>
 
-// Each runs a program to its end with its output discarded, and throws if it cannot be run.
+// Each function runs a program to its end, discards its output, and throws if it cannot be run.
 namespace skypost {
 
 // A program's full path, then its arguments.
 using words = std::vector<std::string>;
 
-// Peak of the program's own memory, KiB.
+// Peak memory of the program without its children, KiB.
 long peak_memory_of(const words& command);
 
 // Processor time, microseconds.

@@ -1,9 +1,9 @@
-// How long it takes to read a report, compared with bare loops that only look for the same keys: microseconds of
-// processor time. `scripts/bench` printed these on an AMD EPYC with Debian 12. The ARM figures are from qemu, so only
-// their ratios count.
+// Measures how long it takes to parse a report, compared with bare loops that only search for the same keys, in
+// microseconds of processor time. `scripts/bench` printed these figures on an AMD EPYC with Debian 12. The ARM figures
+// are from qemu, so only their ratios count.
 //
-// "lifelike" reports contain the station's keys, "missing" ones do not; the number is the size in KB. "empty" is
-// everything but searching.
+// "lifelike" reports contain the station's keys, "missing" ones do not; the number is the size in KB. "empty" is the
+// cost of everything but searching.
 //
 //                                           parser     strstr     memmem
 //   x86-64, glibc            lifelike/150      784        154        769
@@ -28,11 +28,11 @@
 //                            missing/490    17,990     65,374     18,087
 //                            empty              23
 //
-// Hence memmem: strstr is only faster with AVX-512, which no board has. Splitting the patterns at compile time, not at
-// each look-up, saved 6 to 7 of the 23 to 38 microseconds on ARM, 0.2 to 0.4 percent of a lifelike report: not worth
-// two more members per row.
+// The parser uses memmem, because strstr is faster only with AVX-512, which no board has. Splitting the patterns at
+// compile time saved 6 to 7 of the 23 to 38 microseconds on ARM, 0.2 to 0.4 percent of a lifelike report: not worth two
+// more members per row.
 //
-// No heap and no exceptions, so that it builds for boards as the program does.
+// This program uses no heap and no exceptions, so that it builds for boards.
 
 #include <algorithm>
 #include <cstdio>
@@ -71,7 +71,7 @@ void append_line(std::string_view key) {
   report.append_text(is_time ? " 20240617143512\n" : is_word ? " NNE\n" : " 21.3\n");
 }
 
-// The same quantities of one more sensor of each class: th6 for th0.
+// Appends the same quantities for one more sensor of each class: th6 for th0.
 void append_other_sensors(int number) {
   for (const live_row& row : LIVE_TABLE)
     for (const auto& [setting, sensor] : sim::SENSORS) {
@@ -86,7 +86,7 @@ void append_other_sensors(int number) {
     }
 }
 
-// A report of about `size` bytes of other sensors, with or without the station's own keys among them.
+// Makes a report of about `size` bytes from other sensors, with or without the station's own keys.
 void make_report(std::size_t size, bool has_keys) {
   report.clear();
   int other = 6;
@@ -112,7 +112,7 @@ void bare_memmem() {
     found = static_cast<const char*>(memmem(report.c_str(), report.length(), key.c_str(), key.length()));
 }
 
-// The best of eight rounds: the machine's other work disturbs it less than their mean.
+// Returns the best of eight rounds, which other work on the machine disturbs less than their mean.
 double microseconds(void (*read)()) {
   constexpr std::clock_t ROUND = CLOCKS_PER_SEC / 10;
   double best = 1e9;

@@ -1,10 +1,10 @@
-// The measuring half of scripts/weigh: full runs of a program over every network, on a simulated appliance with a
-// report of 150 KB.
+// The measuring half of scripts/weigh. Runs a program over every network, on a simulated appliance with a report of
+// 150 KB.
 //
 //   skypost-weigh COMMAND...
 //
 // prints one figure per line with its name: the report's size in bytes, the program's peak memory in KiB, and its
-// processor time in microseconds: its own, and with all that it started.
+// processor time in microseconds, without and with its children.
 
 #include <cstdio>
 #include <cstdlib>
@@ -27,8 +27,7 @@ namespace {
 constexpr std::time_t MOMENT = 1'718'634'912;
 constexpr int ROUNDS = 2;
 
-// A station's report with seven in ten lines repeated for another sensor, th10 beside th0, which the settings do not
-// select.
+// A station's report with seven of ten lines repeated for a sensor that the settings do not select: th10 for th0.
 std::string report_of_150_kilobytes() {
   static const std::regex SENSOR("_([a-z]+)([0-9]+)_");
   std::istringstream lines(sim::lifelike_report(MOMENT));
@@ -47,7 +46,7 @@ void weigh(const words& command) {
   all.data->set_report(report);
   setenv("SKYPOST_ROOT", all.board.root().c_str(), 1);
   setenv("HOME", all.board.root().c_str(), 1);
-  // Without this, a network that is served only now and then would be left out.
+  // Otherwise the second run would skip the gated network.
   const auto forget_last_run = [&] { std::filesystem::remove(all.board.path(LAST_RUN_PATH)); };
 
   const long peak = peak_memory_of(command);

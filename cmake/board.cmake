@@ -1,4 +1,4 @@
-# Toolchain: a static program for a board, with musl as its C library and Debian's cross compiler. That is made for
+# Toolchain for static board programs: Debian's cross compiler with musl as the C library. The compiler is made for
 # glibc, so musl's headers and start-up files are named here.
 
 include(${CMAKE_CURRENT_LIST_DIR}/foreign.cmake)

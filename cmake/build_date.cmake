@@ -1,5 +1,5 @@
-# SKYPOST_BUILD_DATE, in seconds since the epoch; a correct clock is never earlier. From SOURCE_DATE_EPOCH, else the
-# last commit, else 0, so that one source gives one program.
+# Sets SKYPOST_BUILD_DATE in seconds since the epoch; a correct clock is never earlier. It is SOURCE_DATE_EPOCH, else
+# the time of the last commit, else 0, so that builds are reproducible.
 
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
   set(SKYPOST_BUILD_DATE $ENV{SOURCE_DATE_EPOCH})

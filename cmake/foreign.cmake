@@ -1,5 +1,5 @@
-# Toolchain: Debian's cross compiler and C library for the architecture BOARD_ARCH (Debian's name for it). libcrypto
-# and musl for it are in the folder BOARD_FILES, where scripts/foreign unpacks them.
+# Toolchain: Debian's cross compiler and C library for the architecture BOARD_ARCH (Debian's name). BOARD_FILES is the
+# folder into which scripts/foreign unpacks libcrypto and musl for it.
 
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES BOARD_ARCH BOARD_FILES)
 
@@ -22,7 +22,7 @@ set(CMAKE_SYSTEM_PROCESSOR ${BOARD_ARCH})
 set(CMAKE_C_COMPILER ${prefix}-gcc)
 set(CMAKE_CXX_COMPILER ${prefix}-g++)
 
-# Runs the tests on this machine; armel's processor has no floating point.
+# Emulators that run the tests on this machine. An armel processor has no floating point.
 set(emulator_armel qemu-arm -cpu arm926)
 set(emulator_armhf qemu-arm)
 set(emulator_arm64 qemu-aarch64)
@@ -30,12 +30,12 @@ set(emulator_mipsel qemu-mipsel)
 if(emulator_${BOARD_ARCH})
   set(CMAKE_CROSSCOMPILING_EMULATOR ${emulator_${BOARD_ARCH}} -L /usr/${prefix})
 else()
-  # An amd64 processor runs these itself. (qemu 7.2 hangs if a program for i386 starts a thread.)
+  # An amd64 processor runs these programs itself. (qemu 7.2 hangs if a program for i386 starts a thread.)
   file(GLOB loader /usr/${prefix}/lib/ld-linux*.so.2)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${loader} --library-path /usr/${prefix}/lib)
 endif()
 
-# g++ would note that ARM once changed how some types are passed.
+# Silences g++'s notes about an old change in how ARM passes some types.
 set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)
 
 set(CRYPTO_INCLUDE_DIR ${BOARD_FILES}/usr/include ${BOARD_FILES}/usr/include/${libraries} CACHE STRING "")

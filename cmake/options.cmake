@@ -1,11 +1,9 @@
-# How every target of the project is compiled and linked.
-
 add_library(skypost_options INTERFACE)
 target_compile_options(skypost_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
   $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>
   -ffunction-sections -fdata-sections)
-# Times beyond 2038 and large files on 32-bit boards too.
+# Allows times beyond 2038 and large files on 32-bit boards.
 target_compile_definitions(skypost_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 target_link_options(skypost_options INTERFACE -Wl,--gc-sections)
 
@@ -14,8 +12,8 @@ if(SKYPOST_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(skypost_options INTERFACE -fsanitize=address,undefined)
 else()
-  # Not every compiler and processor has these. Endbranch instructions are for 64-bit only: some i586 boards take them
-  # for illegal.
+  # Not every compiler and processor supports these. cf-protection is for 64-bit only, because its endbranch
+  # instructions are illegal on some i586 boards.
   include(CheckCXXCompilerFlag)
   set(hardening stack-clash-protection trivial-auto-var-init=zero)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)
@@ -30,8 +28,8 @@ else()
   endforeach()
   target_link_options(skypost_options INTERFACE -Wl,-z,relro,-z,now -Wl,-z,noexecstack)
   if(SKYPOST_STATIC)
-    # A static PIE would relocate 20 to 37 KiB of tables at each start, be 5 to 66 KB larger and, with musl 1.2.3, leave
-    # them writable. Stack, heap and mappings are randomised anyway.
+    # A static PIE would be 5 to 66 KB larger, relocate 20 to 37 KiB of tables at each start and, with musl 1.2.3, leave
+    # the tables writable. Stack, heap and mappings are randomised anyway.
     target_compile_options(skypost_options INTERFACE -fno-pie)
     target_link_options(skypost_options INTERFACE -static -no-pie)
   else()
@@ -40,7 +38,7 @@ else()
   endif()
 endif()
 
-# MD5 comes from libcrypto's static archive: nothing to install on the board.
+# MD5 comes from libcrypto's static archive, so nothing has to be installed on the board.
 find_path(CRYPTO_INCLUDE_DIR openssl/md5.h REQUIRED)
 find_library(CRYPTO_LIBRARY NAMES libcrypto.a REQUIRED)
 add_library(skypost_crypto INTERFACE)

@@ -1,5 +1,5 @@
-// An APRS server's reply, through a whole session. The session's socket is one end of a pair; the other end has sent
-// the input and closed.
+// Fuzzes an APRS server's reply through a whole session. The session's socket is one end of a pair; the other end has
+// sent the input and closed.
 
 #include <sys/socket.h>
 #include <unistd.h>

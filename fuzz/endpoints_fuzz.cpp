@@ -1,5 +1,5 @@
-// The endpoint file. Whatever it contains, a row's value is bounded and cannot leave its place in a command, a URL or
-// an APRS login, and a success text is one line.
+// Fuzzes the endpoint file. An endpoint's value must always be bounded and stay in its place in a command, a URL or an
+// APRS login, and a success text must be one line.
 
 #include <cstdio>
 
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::require(!value.empty() && value.size() <= ENDPOINT_CAPACITY, "a value, and not too long");
     fuzz::require(is_alphanumeric(value, is_server ? ".:/@_+-~" : "._-* "), "plain characters");
     fuzz::require(!is_server || value.front() != '-', "a value that no program takes for an option");
-    // Without the other two, nothing is sent at all.
+    // If one of the other two is refused, nothing is sent at all.
     fuzz::require(!is_refused(row) || !is_server || value.ends_with(".invalid"), "a server that is none");
     const std::string_view text = endpoint_success_text(row);
     fuzz::require(

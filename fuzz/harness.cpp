@@ -16,7 +16,7 @@
 #include "settings/defaults.h"
 #include "sim/sensors.h"
 
-// No process is started and no time is spent, whatever a target calls.
+// Keeps every target from starting processes and from sleeping.
 extern "C" int system(const char*) { return 0; }
 extern "C" int nanosleep(const timespec*, timespec*) { return 0; }
 extern "C" std::FILE* popen(const char*, const char*) {
@@ -41,15 +41,15 @@ struct environment {
   ~environment() { std::filesystem::remove_all(root); }
 } const the_environment;
 
-// True for what the shell treats as a substitution, or outside quotes as the end of a command, at `i`. The program's
-// own redirection is "2>&1 ".
+// True if the shell treats the character at `i` as a substitution or, outside quotes, as the end of a command. The "&"
+// in the program's own "2>&1 " is neither.
 bool ends_the_command(std::string_view command, std::size_t i, bool quoted) {
   if (command[i] == '`' || command[i] == '$') return true;
   return !quoted && std::string_view(";&\n").find(command[i]) != std::string_view::npos &&
          command.substr(i == 0 ? 0 : i - 1, 4) != ">&1 ";
 }
 
-// True if to the shell it is a single command: every quote is closed, and nothing ends it early.
+// True if the shell sees a single command: every quote is closed, and nothing ends the command early.
 bool is_sound(std::string_view command) {
   bool quoted = false;
   for (std::size_t i = 0; i < command.size(); ++i) {
@@ -65,7 +65,7 @@ bool is_sound(std::string_view command) {
 
 bool has_line_break(std::string_view text) { return text.find_first_of("\r\n") != std::string_view::npos; }
 
-// Exactly two lines. A call sign with a line break is composed, but never sent.
+// True for exactly two lines, and if a call sign has a line break: then nothing is sent.
 bool is_login_and_packet(std::string_view text) {
   if (has_line_break(station_settings.text(cwop_id)) || has_line_break(station_settings.text(aprs_call_sign)))
     return true;
@@ -77,7 +77,7 @@ bool is_login_and_packet(std::string_view text) {
   return text.empty();
 }
 
-// A header of four lines, whatever the sender contains, an empty line, and a body of complete lines.
+// True for a header of four lines, whatever the sender contains, an empty line, and a body of complete lines.
 bool is_mail(std::string_view text) {
   for (const std::string_view start : {"date: ", "to: ", "from: ", "subject: "}) {
     const std::size_t end = text.find('\n');

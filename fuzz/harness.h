@@ -8,20 +8,20 @@ namespace skypost::fuzz {
 
 // In every fuzz target SKYPOST_ROOT is an empty appliance folder in memory, and system() and popen() do nothing.
 
-// Aborts if the condition is false, after printing the broken `promise`, so that the fuzzer keeps the input.
+// If the condition is false, prints the broken `promise` and aborts, so that the fuzzer keeps the input.
 void require(bool condition, const char* promise);
 
 // Writes one of the appliance's files, padded with zeros to at least `size` bytes.
 void write_file(const char* appliance_path, std::string_view content, std::size_t size = 0);
 
-// Fills the settings with the defaults and the sensors of the simulated report.
+// Fills `station_settings` with the defaults and the sensors of the simulated report.
 void equip_station();
 
-// Composes everything that a run would send from this process's settings and live record, and requires that each
-// command is a single one to the shell, each packet has its two lines, and each mail its header.
+// Composes everything that a run would send from `station_settings` and `live_record`. Requires that the shell sees
+// each command as a single one, each packet has two lines, and each mail has its header.
 void compose_everything();
 
-// Removes and returns the first byte; 0 if empty.
+// Removes and returns the first byte of `input`; 0 if there is none.
 std::uint8_t take_byte(std::string_view& input);
 
 inline std::string_view as_text(const std::uint8_t* data, std::size_t size) {

@@ -1,4 +1,4 @@
-// Every network's judgement of a reply. The failure text must be one line.
+// Fuzzes each network's judgement of a reply. The failure text must be one line.
 
 #include <vector>
 

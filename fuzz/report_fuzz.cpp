@@ -1,4 +1,4 @@
-// The report through load_live_record, then everything composed from it.
+// Fuzzes load_live_record() and composes everything from the result.
 
 #include <string>
 

@@ -1,4 +1,4 @@
-// The settings file through load_settings, on every platform and in every layout, then everything composed from it.
+// Fuzzes load_settings(), on every platform and in every layout, and composes everything from the result.
 
 #include <cstdlib>
 

@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Appends the number of its arguments and the arguments, each followed by a NUL.
+// Appends the number of its arguments and each argument to a file, each followed by a NUL.
 constexpr char ALARM_SCRIPT[] =
     "#!/bin/sh\n"
     "printf '%s\\0' \"$#\" \"$@\" >> \"${0%/*}/alarms\"\n";
@@ -37,13 +37,13 @@ double seconds_now() {
   return duration<double>(steady_clock::now().time_since_epoch()).count();
 }
 
-// The caller's own libraries, a test's for example, come before the board's.
+// The libraries that the caller preloads, such as a test's, come before the board's.
 std::string preloaded() {
   const char* const of_caller = std::getenv("LD_PRELOAD");
   return of_caller == nullptr ? BOARD_LIBRARY : std::string(of_caller) + ":" BOARD_LIBRARY;
 }
 
-// The caller's environment without whatever would lead the program or wget elsewhere.
+// The caller's environment without variables that would direct the program or wget elsewhere.
 std::vector<std::string> environment_for(const fs::path& root) {
   std::vector<std::string> variables = {
       "SKYPOST_ROOT=" + root.string(),
@@ -161,7 +161,7 @@ appliance::appliance() {
   save_settings();
 }
 
-// Atomic: the program may be reading the file.
+// Atomic, because the program may be reading the file.
 void appliance::save_settings() const {
   const std::string temporary = std::string(SETTINGS_PATH) + ".new";
   write(temporary, {reinterpret_cast<const char*>(settings.bytes), sizeof settings.bytes});

@@ -11,7 +11,6 @@
 
 namespace skypost::sim {
 
-// How a run of a program ended.
 struct run_result {
   int status = 0;      // the exit status
   int signal = 0;      // the signal that ended it; 0: none
@@ -55,8 +54,8 @@ class appliance : public folder {
  public:
   appliance();
 
-  // The content of the settings file once saved. At first: defaults, sensors, position, and every network switched on
-  // with its account.
+  // Change these, then save them to the settings file. Initially: defaults, sensors, position, and every network
+  // switched on with its account.
   settings_record settings;
   void save_settings() const;
   void switch_all_networks_off();
@@ -64,20 +63,18 @@ class appliance : public folder {
   // Installs the mail program, configured for a mail server on this machine.
   void install_mail_program(std::uint16_t mail_port) const;
 
-  // Calls of the alarm script so far.
   std::vector<alarm_call> alarms() const;
   void forget_alarms() const;
 
   // Runs the uploader to its end.
   run_result run(const std::vector<std::string>& arguments = {}) const;
-  // Runs one of the owner's tools.
   run_result run_tool(const std::string& program, const std::vector<std::string>& arguments) const;
 };
 
-// The caller's wget settings, via WGETRC. At first there are none.
+// If this file exists, WGETRC points to it, as if the caller had wget settings.
 inline constexpr char CALLERS_WGETRC_PATH[] = "/simulated/wgetrc";
 
-// What the simulated board's `ifconfig eth0` prints.
+// The output of `ifconfig eth0` on the simulated board.
 inline constexpr char IFCONFIG_OUTPUT_PATH[] = "/simulated/ifconfig";
 
 // The simulated station's call signs, and its passcode for APRS.

@@ -8,7 +8,7 @@ namespace {
 constexpr char NO_LOGIN[] = "# Invalid login string, too few arguments";
 constexpr char NO_VERSION[] = "# Invalid login: software name and version are not separated by a space";
 
-// Time stamp, position, wind, temperature, rain, pressure and humidity, known or not; luminosity.
+// True for time stamp, position, wind, temperature, rain, pressure and humidity, known or not. Luminosity is optional.
 bool is_weather_report(const std::string& text) {
   static const std::regex FORMAT(
       R"(@\d{6}z\d{4}\.\d\d[NS]/\d{5}\.\d\d[EW]_(\d{3}|\.{3})/(\d{3}|\.{3})g(\d{3}|\.{3}))"
@@ -42,7 +42,6 @@ std::vector<aprs_session_seen> aprs_server::sessions() const {
   return sessions_;
 }
 
-// Each line is replied to at once.
 void aprs_server::talk(connection& client) {
   client.write("# aprs-simulator 1.0\r\n");
   const std::string login = client.read_line().value_or("");
@@ -52,7 +51,7 @@ void aprs_server::talk(connection& client) {
   const std::string packet = client.read_line().value_or("");
   aprs_session_seen seen{login, packet, reply, fate_of(login, packet)};
   if (reply == NO_VERSION && !packet.empty()) {
-    // After such a login, the packet is taken for another one.
+    // After such a login, the server takes the packet for another login.
     client.write(std::string(NO_LOGIN) + "\r\n");
     seen.reply += std::string("\r\n") + NO_LOGIN;
   }

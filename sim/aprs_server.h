@@ -13,7 +13,7 @@ struct aprs_session_seen {
   std::string login;
   std::string packet;
   std::string reply;
-  std::string fate;  // what became of the packet: RELAYED, or why the server refused or discarded it
+  std::string fate;  // RELAYED, or why the server refused or discarded the packet
 
   bool is_relayed() const { return fate == RELAYED; }
   static constexpr char RELAYED[] = "relayed";
@@ -21,23 +21,22 @@ struct aprs_session_seen {
 
 // Whose rules a server follows.
 enum class aprs_network {
-  // The general pool, as of 2026: a login needs a version after the software's name, and only the packets of verified
-  // stations by way of TCPIP* are relayed.
+  // The general pool, as of 2026: a login needs a version after the software's name, and only packets of verified
+  // stations with the path TCPIP* are relayed.
   general,
-  // CWOP's own servers relay unverified stations. What else they ask for is not known, so they take any login.
+  // CWOP's own servers relay unverified stations. Their other rules are not known, so they accept any login.
   cwop,
 };
 
-// An APRS-IS server: greets, reads a login, says what it thinks of that, and reads a packet. What becomes of the packet
-// it tells nobody.
+// An APRS-IS server: greets, reads a login, replies to it, and reads a packet. Sends no reply to the packet.
 class aprs_server {
  public:
-  // The station's passcode verifies it.
+  // A station that logs in with `passcode` is verified.
   aprs_server(aprs_network network, std::uint16_t port, std::string call_sign, int passcode);
 
   std::uint16_t port() const { return server_.port(); }
   std::vector<aprs_session_seen> sessions() const;
-  // How long it waits before replying to a login; at first not at all.
+  // Sets how long the server waits before it replies to a login.
   void reply_after(std::chrono::milliseconds delay) { delay_ = delay; }
 
  private:

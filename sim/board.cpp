@@ -1,4 +1,4 @@
-// Preloaded into the program: gives it a board's eth0, as `ifconfig` shows it.
+// Preloaded into the program, so that `ifconfig` shows it a board's eth0.
 
 #include <dlfcn.h>
 

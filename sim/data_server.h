@@ -13,7 +13,7 @@ class data_server {
   enum class behaviour {
     report,
     numbered,  // the outdoor temperature is the client's number, counted from 1
-    nothing,   // closes without a byte
+    nothing,   // closes without sending a byte
     silence,   // sends nothing, does not close
   };
 

@@ -1,5 +1,5 @@
-// The demonstration: the real program against the simulated appliance and its peers, once over every network, or in
-// rapid fire for a quarter of a minute.
+// The demonstration: runs the real program against the simulated appliance and its peers, once over every network, or
+// in rapid fire for a quarter of a minute.
 
 #include <httplib.h>
 
@@ -21,26 +21,24 @@
 namespace skypost::sim {
 namespace {
 
-// The network that is made to refuse: its reply is full of what a shell would interpret.
+// The network that is made to refuse: its reply is full of shell metacharacters.
 constexpr char REFUSING[] = "wedaal-push";
 
-// The network whose preview is shown.
 constexpr char PREVIEWED[] = "windfinder";
 
-// Whether the network's own servers are known to reply like this.
+// Whether the network's own server is known to reply like this.
 constexpr char KNOWN[] = "known";
 constexpr char MADE_UP[] = "made up";
 
-// The outcome of a step.
 struct outcome {
   std::string how = {};
   std::string sent = {};
   std::string reply = {};
   std::string verdict = "NOT SENT";
-  std::string origin = {};  // of the reply, where a network's server sent one
+  std::string origin = {};  // of the reply, if a network's server sent one
 };
 
-// What the network fetches from the web server must be in both directories.
+// The file that the network fetches from the web server must be in both directories.
 outcome file_outcome(const run_step& step, const world& all, int web_port) {
   outcome result{.how = "file"};
   const std::string name = static_cast<const pull_file&>(*step.upload).name;
@@ -60,7 +58,7 @@ outcome http_outcome(const run_step& step, const std::vector<request_seen>& requ
     if (std::strcmp(seen.network->name, step.name.text) != 0) continue;
     const bool is_secured = seen.network->which == server::secured;
     result.how = is_secured ? "HTTPS" : seen.network->method;
-    // The interesting part first: the query, or the body.
+    // Show the interesting part first: the query or the body.
     const std::size_t values = seen.request.find_first_of("?\n");
     result.sent = seen.request.substr(values == std::string::npos ? 0 : values + 1) + "\n\n" + seen.request;
     result.reply = seen.reply;
@@ -93,7 +91,7 @@ outcome outcome_of(const run_step& step, const world& all, int web_port) {
     case carrier::http:
       return http_outcome(step, all.peers.requests());
     case carrier::aprs:
-      // Which software CWOP's servers run is not known.
+      // It is not known which software CWOP's servers run.
       return step.upload == &CWOP ? aprs_outcome(*all.cwop, MADE_UP) : aprs_outcome(*all.aprs, KNOWN);
     case carrier::mail:
       return mail_outcome(all.mail);
@@ -124,7 +122,7 @@ bool is_as_expected(const run_step& step, const outcome& result) {
          result.verdict == aprs_session_seen::RELAYED;
 }
 
-// A step that shares its limit with the one before shares its number too: 1, 1a, 2, 2a, 3, ...
+// A step that shares the time limit of the step before it also shares its number: 1, 1a, 2, 2a, 3, ...
 bool print_steps(const world& all, int web_port) {
   bool is_good = true;
   int count = 0;
@@ -150,7 +148,6 @@ bool print_alarms(const std::vector<alarm_call>& alarms) {
   return alarms.size() == 1 && alarms[0].size() == 3;
 }
 
-// What the owner can look up without sending anything.
 bool print_preview(const appliance& board) {
   const run_result preview = board.run_tool(PREVIEW_PROGRAM, {PREVIEWED});
   std::printf("\n`skypost-preview %s` on this appliance:\n\n%s%s", PREVIEWED, preview.output.c_str(),
@@ -158,7 +155,6 @@ bool print_preview(const appliance& board) {
   return preview.status == 0;
 }
 
-// What the owner can look up afterwards.
 bool print_status(const appliance& board) {
   const run_result status = board.run_tool(STATUS_PROGRAM, {});
   std::printf("\n`skypost-status` on this appliance:\n\n%s%s", status.output.c_str(), status.errors.c_str());

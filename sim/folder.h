@@ -5,7 +5,7 @@
 
 namespace skypost::sim {
 
-// An appliance's files in a temporary folder. At first there are none.
+// A temporary folder for an appliance's files, initially empty; deleted at the end unless keep_files() was called.
 class folder {
  public:
   folder();
@@ -14,20 +14,19 @@ class folder {
   folder& operator=(const folder&) = delete;
 
   const std::filesystem::path& root() const { return root_; }
-  // Keep the folder.
   void keep_files() { keep_ = true; }
 
-  // Where one of the appliance's paths is here. Creates its folder.
+  // The place of an appliance's path in this folder. Creates its directory.
   std::filesystem::path path(const std::string& appliance_path) const;
   void write(const std::string& appliance_path, const std::string& content) const;
-  std::string read(const std::string& appliance_path) const;  // empty if there is none
+  std::string read(const std::string& appliance_path) const;  // empty if there is no file
 
  private:
   std::filesystem::path root_;
   bool keep_ = false;
 };
 
-// The whole file; empty if there is none.
+// The content of a file; empty if there is no file.
 std::string read_file(const std::filesystem::path& path);
 
 }  // namespace skypost::sim

@@ -34,7 +34,7 @@ std::string as_sent(const account_text& text) {
   return std::string(md5_hex(text.value, digest).view());
 }
 
-// The first "=" ends the name, as in any form; cpp-httplib takes the last.
+// The first "=" ends the name, as in any form; cpp-httplib would split at the last.
 std::string parameter(const httplib::Request& request, const std::string& name) {
   const std::size_t query = request.target.find('?');
   std::istringstream pairs(
@@ -72,7 +72,7 @@ std::string fault_in_record(const record_shape& record, const httplib::Request& 
   return std::string("record ") + record.parameter + " with " + std::to_string(found) + " separators";
 }
 
-// What the network would object to; empty if nothing.
+// The network's objection to a request; empty if it has none.
 std::string fault_in(const network_row& network, const httplib::Request& request) {
   if (request.method != network.method) return "method " + request.method;
   if (request.path != network.path) return "path " + request.path;

@@ -19,7 +19,6 @@ namespace skypost::sim {
 
 enum class reply_kind { good, bad, empty, hang };
 
-// One request as a peer saw it.
 struct request_seen {
   const network_row* network;
   std::string request;  // method, target and, after a line feed, the body
@@ -27,19 +26,19 @@ struct request_seen {
   std::string reply;
 };
 
-// One HTTP server on a free port for each network's server. Each judges a request as its network would, and sends the
+// One HTTP server on a free port for each server of a network. It judges requests as the network would, and sends the
 // bad reply to a faulty one.
 class http_peers {
  public:
-  // Creates `certificate`, and its key beside it, for the secured ones.
+  // Creates `certificate`, and its key beside it, for the https servers.
   explicit http_peers(const std::filesystem::path& certificate);
   ~http_peers();
 
-  void set_reply(reply_kind how);                           // of all
-  void set_reply(const std::string& name, reply_kind how);  // of one network's servers
+  void set_reply(reply_kind how);                           // for all networks
+  void set_reply(const std::string& name, reply_kind how);  // for one network
 
-  // Lines of the endpoint file. A network with two servers under one name is sent to its second with `second_servers`:
-  // MeteoNews' for an NSLU2, by plain http, and PWSweather's newer one.
+  // Returns lines for the endpoint file. Of the networks that have two servers under one name, `second_servers` selects
+  // the second: MeteoNews' for an NSLU2, by plain http, and PWSweather's newer one.
   std::string endpoints(bool second_servers = false) const;
 
   std::vector<request_seen> requests() const;
@@ -53,7 +52,7 @@ class http_peers {
 
   mutable std::mutex mutex_;
   std::condition_variable released_;
-  bool stopping_ = false;  // guarded by the mutex, as is all below
+  bool stopping_ = false;  // guarded by the mutex, like all members below
   std::vector<request_seen> requests_;
   std::vector<std::unique_ptr<peer>> peers_;
 };

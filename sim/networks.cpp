@@ -8,8 +8,8 @@
 namespace skypost::sim {
 namespace {
 
-// The accounts are full of characters that a shell or a URL would interpret: each must arrive as it is in the settings.
-// So are the bad replies, which must arrive at the alarm script.
+// The accounts are full of characters that a shell or a URL would interpret, and must arrive as they are in the
+// settings. So are the bad replies, which must reach the alarm script.
 constexpr network_row NETWORKS[] = {
     {.name = "awekas-push",
      .endpoint = "awekas",
@@ -217,7 +217,7 @@ constexpr network_row NETWORKS[] = {
      .no_response = "no response from idokep"},
 };
 
-// A second server is like its network's first but for what is set here.
+// A second server is like its network's first, except for what is set here.
 std::vector<network_row> with_second_servers() {
   std::vector<network_row> all(std::begin(NETWORKS), std::end(NETWORKS));
   const auto add = [&](std::string_view name) {

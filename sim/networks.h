@@ -25,30 +25,30 @@ struct record_shape {
 
 enum class server { first, second, secured };
 
-// Whether the network's server is known to reply like this today; otherwise its replies are made up.
+// Whether the network's own server is known to reply like this today, or the replies are made up.
 enum class replies { made_up, known };
 
-// An HTTP network as its peer plays it.
+// An HTTP network as its simulated servers play it.
 struct network_row {
-  const char* name = nullptr;      // under which the run list reports a failure
-  const char* endpoint = nullptr;  // its row in the endpoint table
+  const char* name = nullptr;      // the name under which a run reports a failure
+  const char* endpoint = nullptr;  // the endpoint that names the server
   server which = server::first;    // second: not used in an ordinary one-shot run
   const integer_field* enabled = nullptr;
   const char* method = "GET";
   const char* path = nullptr;
-  const char* success_text = nullptr;  // if set, the endpoint file has this and the path
-  const char* parameters = "";         // separated by spaces; each must be sent, and not empty
+  const char* success_text = nullptr;  // if set, the endpoint file gives this and the path
+  const char* parameters = "";         // separated by spaces; each must be sent with a value
   record_shape record = {};
   account_text account[3] = {};
   replies origin = replies::made_up;
   const char* good = nullptr;
   int bad_status = 200;
   const char* bad = nullptr;
-  const char* failure = nullptr;      // the alarm script's text for the bad reply; "*": whatever follows
-  const char* no_response = nullptr;  // the text for an empty reply; nullptr: it counts as a success
+  const char* failure = nullptr;      // reported for the bad reply; "*" stands for any text
+  const char* no_response = nullptr;  // reported for an empty reply; nullptr if that is a success
 };
 
-// Every HTTP network, in the order of the run list, then the second servers of four.
+// Every HTTP network, in the order of the run list, then the second servers of four networks.
 std::span<const network_row> http_networks();
 
 // The simulated board's user name at MeteoNews.

@@ -33,14 +33,14 @@ constexpr unit WATTS[] = {{"_wqm"}};
 
 enum extremes { HIGHEST, LOWEST, BOTH };
 
-// A cosine over the day that peaks at an hour. Each further sensor of the class reads `step` more.
+// A cosine over the day that peaks at `peak_hour`. Each further sensor of the class reads `step` more.
 struct quantity {
   const char* name;
   std::span<const unit> units;
   extremes reported = BOTH;
   double mean = 0, swing = 0, peak_hour = 0, step = 0;
 
-  // `reach` stretches the swing. Only temperatures go below 0; the sun's values, for example, stay there at night.
+  // `reach` stretches the swing. Only temperatures go below 0; solar radiation, for example, stays at 0 all night.
   double at(std::time_t time, int number, double reach = 1) const {
     const std::tm local = moment_at(time).local;
     const double hour = local.tm_hour + local.tm_min / 60.0;
@@ -59,7 +59,7 @@ struct sensor_class {
 struct period {
   const char* name;
   std::time_t seconds;  // 0: since midnight
-  double reach;         // how far its extremes are from the mean, compared with the day's
+  double reach;         // distance of its extremes from the mean, relative to the day's
   double rain;          // mm
 };
 
@@ -124,7 +124,7 @@ struct report_writer {
     for (const char* const rest : {"_deg 225\n", "_de SW\n", "_en SW\n"}) text << key << rest;
   }
 
-  // Mean and extremes, from samples of the curve.
+  // Adds mean and extremes, from samples of the curve.
   void add_summary(const std::string& key, const period& over, const quantity& row, int number) {
     constexpr int SAMPLES = 48;
     const std::tm local = moment_at(now).local;

@@ -5,8 +5,8 @@
 
 namespace skypost::sim {
 
-// What a station with twenty-odd sensors reports at `now` on a spring day: about 3,000 keys, with every
-// period and every class of sensor. The day's extremes lie between midnight and `now`, local time.
+// The report of a station with twenty-odd sensors at `now`, on a spring day: about 3,000 keys, with every period and
+// class of sensor. The day's extremes lie between midnight and `now`, local time.
 std::string lifelike_report(std::time_t now);
 
 }  // namespace skypost::sim

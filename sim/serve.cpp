@@ -2,14 +2,14 @@
 //
 //   serve [REPLIES [TIME]]
 //
-// REPLIES is what the networks reply: good (the default), bad, empty, hang (nothing ever), or mixed, the first three in
-// turn. TIME is that of the report, in seconds since 1970; by default now. Prints the appliance's folder, then one line
-// for each line of input, and exits at end of input:
+// REPLIES is what the networks reply: good (the default), bad, empty, hang (they never reply), or mixed (the first
+// three in turn). TIME is the time of the report, in seconds since 1970; by default now. Prints the appliance's folder,
+// then one line for each line of input, and exits at end of input:
 //
-//   dump FILE        writes to FILE what the servers have received since the last dump, which must be one full run,
+//   dump FILE        writes what the servers have received since the last dump, which must be one full run, to FILE
 //                    and prints "dumped"
-//   list FILE        writes to FILE, one per line, all requests since the last dump and all APRS sessions and mails,
-//                    however many, and prints "listed"
+//   list FILE        writes all requests since the last dump and all APRS sessions and mails to FILE, one per line,
+//                    and prints "listed"
 //   anything else    prints how many reports the data server has sent and how many requests have arrived
 
 #include <algorithm>
@@ -58,12 +58,12 @@ void require_count(const char* what, std::size_t count, std::size_t expected) {
     throw std::runtime_error(std::to_string(count) + ' ' + what + " instead of " + std::to_string(expected));
 }
 
-// Two runs with the same fault would compare equal, so what is faulty is an error.
+// Throws for a faulty request, because two runs with the same fault would compare equal.
 void require_no_fault(const request_seen& seen) {
   if (!seen.fault.empty()) throw std::runtime_error(std::string(seen.network->name) + ": " + seen.fault);
 }
 
-// What is missing is an error, too. The servers of APRS and mail keep what they received from earlier runs.
+// Throws if an upload did not arrive, too. The APRS and mail servers also keep what earlier runs sent.
 void dump(world& all, std::size_t run, const std::string& path) {
   std::ofstream file(path, std::ios::binary);
   std::size_t asked = 0;

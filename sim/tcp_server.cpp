@@ -71,10 +71,10 @@ full_server::full_server(std::uint16_t port)
   address.sin_family = AF_INET;
   address.sin_port = htons(port_);
   address.sin_addr.s_addr = inet_addr("127.0.0.1");
-  // One fits the queue. After the second the kernel ignores all others.
+  // The queue holds one connection. After the second, the kernel ignores all others.
   for (int i = 0; i < 3; ++i) {
     sockets_.push_back(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    // Never accepted, at most queued.
+    // It is never accepted, at most queued.
     (void)connect(sockets_.back(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
   }
 }

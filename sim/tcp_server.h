@@ -17,7 +17,7 @@ class connection {
   explicit connection(int descriptor) : descriptor_(descriptor) {}
 
   void write(std::string_view text) const;
-  // The next line without its line end; nothing once the client has closed.
+  // Returns the next line without its line end; nullopt once the client has closed.
   std::optional<std::string> read_line();
   void wait_until_closed();
 
@@ -26,13 +26,13 @@ class connection {
   std::string pending_;
 };
 
-// A server on this machine that serves one client at a time, in its own thread, until it is destroyed. Its owner
-// declares it last, so that the thread ends before what it uses.
+// A server on this machine that serves one client at a time, in its own thread, until it is destroyed. Declare it as
+// the last member, so that the thread ends before what it uses.
 class tcp_server {
  public:
   using conversation = std::function<void(connection&)>;
 
-  // `port` 0 takes any free one. Throws a readable error if the port is taken.
+  // `port` 0 takes any free port. Throws a readable error if the port is in use.
   tcp_server(std::uint16_t port, const std::string& purpose, conversation talk,
              const char* address = "127.0.0.1");
   ~tcp_server();

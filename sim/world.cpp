@@ -19,7 +19,7 @@ constexpr std::string_view ENDPOINTS[][2] = {
 #include "endpoints/endpoints.def"
 };
 
-// Without a replacement, the program would send the account to the real server.
+// Without a simulated server, the program would send the account to the real one.
 void require_server_for_every_endpoint(const std::string& lines) {
   for (const auto& [name, kind] : ENDPOINTS)
     if ((kind == "url" || kind == "host" || kind == "host_and_port") &&

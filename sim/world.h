@@ -11,11 +11,11 @@
 
 namespace skypost::sim {
 
-// The entries of the installed endpoint file: today's APRS servers refuse or discard what is sent without them.
+// The aprs_ lines of the installed endpoint file: today's APRS servers refuse or discard packets sent without them.
 std::string installed_aprs_entries();
 
 // A simulated appliance and everything that the program talks to, connected to each other. Only one can exist at a
-// time, since the ports of the data server and CWOP are fixed.
+// time, because the ports of the data server and CWOP are fixed.
 struct world {
   world();
 
@@ -26,8 +26,8 @@ struct world {
   std::optional<aprs_server> aprs;
   smtp_sink mail;
 
-  // Points the appliance to these servers, to the second ones of MeteoNews and PWSweather if wanted. `aprs_entries` are
-  // those with which the program logs in to APRS servers; by default the installed ones.
+  // Writes an endpoint file that names these servers; with `second_servers`, the second ones of MeteoNews and
+  // PWSweather. `aprs_entries` are its lines for APRS servers, by default the installed ones.
   void write_endpoints(bool second_servers = false,
                        const std::string& aprs_entries = installed_aprs_entries()) const;
 };

@@ -15,8 +15,8 @@ namespace {
 
 void end_group(int) { kill(0, SIGKILL); }
 
-// An exception must not leave the child, which would then go on as a second parent. Of a parent that is interrupted, the
-// terminal tells the child nothing: it is in another group.
+// noexcept, because an exception would let the child carry on as a second parent. Ctrl-C does not reach the child's
+// process group, so the child gets SIGTERM when the parent dies.
 [[noreturn]] void be_child(const std::function<int()>& work) noexcept {
   setpgid(0, 0);
   std::signal(SIGTERM, end_group);
@@ -29,10 +29,10 @@ void end_group(int) { kill(0, SIGKILL); }
 child_process::child_process(const std::function<int()>& work) : process_(fork()) {
   if (process_ < 0) throw tool_error(std::string("no child process: ") + std::strerror(errno));
   if (process_ == 0) be_child(work);
-  setpgid(process_, process_);  // here too, so that the group exists whichever of the two comes first
+  setpgid(process_, process_);  // in both processes, because either may run first
 }
 
-// The child is reaped last: until then, its number names no other group.
+// Reaps the child last, because its process ID could be reused afterwards.
 child_process::~child_process() {
   kill(-process_, SIGKILL);
   wait();

@@ -6,11 +6,10 @@
 
 namespace skypost {
 
-// A child process, which leads a process group. The group ends with this object or with the parent at the
-// latest.
+// A child process that leads a process group. The group is killed when this object is destroyed or the parent dies.
 class child_process {
  public:
-  // Calls `work` in the child, whose exit status is the result. Throws tool_error if there can be no child.
+  // Calls `work` in the child, which exits with its result. Throws tool_error if fork() fails.
   explicit child_process(const std::function<int()>& work);
   ~child_process();
   child_process(const child_process&) = delete;
@@ -19,7 +18,7 @@ class child_process {
   bool has_ended();
   void wait();
 
-  // After its end: the exit status, or -1 if a signal ended it; and the signal, or 0.
+  // Call these only when the child has ended. exit_status() is -1 if a signal ended it; signal() is 0 if none did.
   int exit_status() const { return end_.si_code == CLD_EXITED ? end_.si_status : -1; }
   int signal() const { return end_.si_code == CLD_EXITED ? 0 : end_.si_status; }
 

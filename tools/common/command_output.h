@@ -4,7 +4,7 @@
 
 namespace skypost {
 
-// What a shell command prints, at most 4,000 bytes of it.
+// Returns the first 4,000 bytes that a shell command prints; empty if it cannot be run.
 std::string output_of(const char* command);
 
 }  // namespace skypost

@@ -24,7 +24,7 @@ bool is_text_lacking(const upload& upload, const station& source, const field_de
   return text_of(upload, {changed, source.live, source.now, source.host}) != text_of(upload, source);
 }
 
-// Only there is `&` encoded and `%` not.
+// Only in queries and forms is `&` encoded but not `%`.
 bool is_url_value(const upload& upload, const station& source, const text_field& field) {
   settings_record changed = source.settings;
   changed.set_text(field, "%x&");

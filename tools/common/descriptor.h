@@ -6,7 +6,7 @@
 
 namespace skypost {
 
-// An open file, or the -1 of one that could not be opened. Closes it at the end.
+// Owns a file descriptor, which is -1 if the file could not be opened. Closes it on destruction.
 class descriptor {
  public:
   explicit descriptor(int number) : number_(number) {}

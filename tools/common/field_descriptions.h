@@ -10,15 +10,15 @@ namespace skypost {
 struct field_description {
   const settings_field& field;
   const char* name;
-  const char* group;  // the network, or the part of the appliance, that it belongs to
+  const char* group;  // the network or the part of the appliance that it belongs to
   const char* meaning;
 
-  // Only for fields of that kind.
+  // Call these only for a field of that kind.
   const text_field& as_text() const { return static_cast<const text_field&>(field); }
   const integer_field& as_integer() const { return static_cast<const integer_field&>(field); }
 };
 
-// Group by group.
+// All settings, group by group.
 inline constexpr field_description FIELD_DESCRIPTIONS[] = {
 #define FIELD(name, kind, group, offset, size, meaning) {name, #name, group, meaning},
 #include "settings/fields.def"

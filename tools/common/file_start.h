@@ -4,7 +4,7 @@
 
 namespace skypost {
 
-// The first bytes of a file, at most `count`; empty if it cannot be read. Never waits, even for a FIFO.
+// Returns at most the first `count` bytes of a file; empty if it cannot be read. Never blocks, not even on a FIFO.
 std::string file_start(const std::string& path, std::size_t count);
 
 }  // namespace skypost

@@ -15,7 +15,7 @@
 namespace skypost {
 namespace {
 
-// In lower case, without spaces, hyphens and underscores.
+// The name in lower case, without spaces, hyphens and underscores.
 std::string simplified(std::string_view name) {
   std::string result;
   for (const char character : name)

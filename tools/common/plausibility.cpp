@@ -25,7 +25,7 @@ struct range_row {
 
 constexpr plausible_range SEXAGESIMAL = {0, 59, true};
 
-// Other flags must be 0 or 1.
+// A flag that is not listed must be 0 or 1.
 constexpr range_row RANGES[] = {
     // clang-format off
     {longitude_degrees, {0, 180, true}},
@@ -65,7 +65,7 @@ std::string rest_goes_into(const settings_field& smaller) {
   return std::string("; the rest goes into ") + description_of(smaller).name;
 }
 
-// The line about a number that is missing or out of range.
+// The finding about a number that is unset or out of range, otherwise empty.
 std::string finding_of_number(const integer_field& field, const settings_record& settings,
                               const std::string& consequence) {
   const plausible_range range = range_of(field).value();

@@ -7,7 +7,7 @@
 namespace skypost {
 namespace {
 
-// Length of the harmless character at the start of the text, or 0. The locale must be one with UTF-8.
+// Length of the harmless character at the start of `text`, or 0. Requires a UTF-8 locale.
 std::size_t harmless_length(std::string_view text) {
   std::mbstate_t state{};
   char32_t character = 0;
@@ -16,7 +16,7 @@ std::size_t harmless_length(std::string_view text) {
   const bool is_control = character < 0x20 || (character >= 0x7f && character < 0xa0);
   const bool is_bidirectional_control =
       (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
-  const bool is_beyond_unicode = character > 0x10ffff;  // the GNU C library takes some
+  const bool is_beyond_unicode = character > 0x10ffff;  // glibc accepts some of them
   return is_control || is_bidirectional_control || is_beyond_unicode ? 0 : length;
 }
 

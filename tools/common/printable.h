@@ -6,12 +6,11 @@
 
 namespace skypost {
 
-// `text` as a terminal shows it literally: each byte of a control character, of a character that changes the
-// direction of writing, or of invalid UTF-8 becomes "\x" and two hexadecimal digits. A line break is a control
-// character too.
+// Makes `text` safe to print on a terminal: each byte of a control character (including line breaks), of a character
+// that changes the writing direction, or of invalid UTF-8 becomes "\x" and two hexadecimal digits.
 std::string printable(std::string_view text);
 
-// The same in double quotes; those in the text, and its backslashes, are escaped.
+// printable() in double quotes, with the quotes and backslashes in `text` escaped.
 std::string quoted(std::string_view text);
 
 // printable() of each line, without its LF or CRLF.

@@ -21,7 +21,7 @@ std::string data_server() {
   return std::string("the data server at ") + DATA_SERVER_HOST + ':' + std::to_string(DATA_SERVER_PORT);
 }
 
-// The error message, "error STEP socket ...:REASON", as a sentence for the owner.
+// Turns the error message "error STEP socket ...:REASON" into a sentence for the owner.
 std::string sentence_of(std::string_view complaint) {
   constexpr std::string_view START = "error ";
   if (complaint.starts_with(START)) complaint.remove_prefix(START.size());
@@ -56,7 +56,7 @@ std::string read_report(const std::string& path) {
   report.resize(std::fread(report.data(), 1, report.size(), file.get()));
   if (std::ferror(file.get()) != 0) throw tool_error(path + ": " + std::strerror(errno));
   if (report.size() >= REPORT_CAPACITY) throw tool_error(path + ": too long for a report");
-  report.resize(std::strlen(report.c_str()));  // a NUL ends it, as it does for the uploader
+  report.resize(std::strlen(report.c_str()));  // a NUL ends the report, as in the uploader
   if (report.empty()) throw tool_error(path + ": empty");
   return report;
 }

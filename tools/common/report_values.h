@@ -7,16 +7,16 @@
 
 namespace skypost {
 
-// The row's key with the sensor that the process's settings select, without a trailing space.
+// The row's key with the sensor from `station_settings` filled in, without a trailing space.
 std::string key_of(const live_row& row);
 
-// Where the owner finds the row's value: its key or, if no sensor is selected for it, the setting that would select one.
+// The source of the row's value: its key in the report, or the setting that selects its sensor if none is selected.
 std::string source_of(const live_row& row);
 
-// Puts a number, or a text, which may be cut to fit, where the row's value goes.
+// Stores `number`, or `text` cut to fit, as the row's value in `live`.
 void fill(const live_row& row, LiveRecord& live, std::int32_t number, const char* text);
 
-// The word after that key; nothing if the key is missing from the report.
+// The word after the row's key in `report`; nullopt if the key is missing.
 std::optional<std::string> word_for(const live_row& row, const char* report);
 
 }  // namespace skypost

@@ -6,14 +6,14 @@
 namespace skypost {
 namespace {
 
-// Removes everything up to and including the first of `marks` and returns what preceded it; without a mark, all.
+// Removes `text` up to and including the first of `marks`, or all of it, and returns what preceded the mark.
 std::string_view cut_at(std::string_view& text, std::string_view marks) {
   const std::string_view head = text.substr(0, text.find_first_of(marks));
   text.remove_prefix(std::min(head.size() + 1, text.size()));
   return head;
 }
 
-// "%41" is an A; anything else is left alone.
+// Decodes escapes such as "%41"; anything else is left alone.
 std::string percent_decoded(std::string_view text) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -84,7 +84,6 @@ void read_url(request_parts& parts, std::string_view url) {
   parts.server = std::string(scheme) + std::string(host);
 }
 
-// If the word starts with `option`, strips it and returns true.
 bool strip_option(std::string_view& word, std::string_view option) {
   if (!word.starts_with(option)) return false;
   word.remove_prefix(option.size());

@@ -6,12 +6,12 @@
 
 namespace skypost {
 
-// A parameter of a request. A record, many values with separators between them, is split into its fields.
+// A parameter of a request. If it is a record (many values with separators between them), it is split into fields.
 struct request_parameter {
   std::string name;
   std::vector<std::string> fields;  // decoded; a value that is not a record is one field
   char separator = '\0';            // of a record
-  // Where each field of a record comes from; empty for one that never changes, and none if that was not asked.
+  // The source of each field of a record, empty for a constant field. name_sources() adds them.
   std::vector<std::string> sources{};
 
   bool is_record() const { return separator != '\0'; }
@@ -21,11 +21,11 @@ struct request_parameter {
 struct table_row {
   std::string name;
   std::string value;
-  std::string source{};  // of a field
+  std::string source{};  // of a record's field
 };
 
-// Parameters as a table. A record has a row for each run of equal fields of one source, by their numbers, which start
-// at 1: "val 11-13". What is empty after the last separator is no field, unless it has a source.
+// Returns parameters as a table. A record gets one row for each run of equal fields with one source, numbered from 1:
+// "val 11-13". An empty field after the last separator is left out unless it has a source.
 std::vector<table_row> rows_of(const std::vector<request_parameter>& parameters);
 
 // The parts of a request, decoded as the network reads them.

@@ -8,10 +8,10 @@ namespace skypost {
 namespace {
 
 constexpr std::string_view STARS = "***";
-constexpr std::size_t DIGEST_DIGITS = 32;    // of MD5; longer digests are longer
-constexpr std::size_t BEGINNING_DIGITS = 8;  // of a digest; fewer may be a date
+constexpr std::size_t DIGEST_DIGITS = 32;    // of MD5, the shortest digest in use
+constexpr std::size_t BEGINNING_DIGITS = 8;  // of a truncated digest; fewer may be a date
 
-// The longest text of a setting.
+// Holds the longest text setting.
 using secret_text = fixed_text<128>;
 
 // The value of a hexadecimal digit, or -1.
@@ -21,7 +21,7 @@ int digit_value(char character) {
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
-// How a text writes the characters of a secret: a page may also have entities.
+// How the text encodes characters: as in a URL, or as in an HTML page, which may also use entities.
 enum class notation : std::uint8_t { url, page };
 
 struct written_character {
@@ -29,7 +29,7 @@ struct written_character {
   std::size_t length;
 };
 
-// What most servers write in a page for these.
+// The entities that most servers use for these characters.
 constexpr struct {
   std::string_view text;
   char value;
@@ -38,7 +38,7 @@ constexpr struct {
     {"&#34;", '"'}, {"&#39;", '\''}, {"&#039;", '\''},
 };
 
-// Itself, "%" and two hexadecimal digits, or an entity. A blank may be a "+".
+// Decodes the first character: a literal, %XX, an HTML entity, or "+" for a space.
 written_character first_of(std::string_view text, notation written) {
   if (text.size() >= 3 && text[0] == '%' && digit_value(text[1]) >= 0 && digit_value(text[2]) >= 0)
     return {static_cast<char>(digit_value(text[1]) * 16 + digit_value(text[2])), 3};
@@ -48,7 +48,7 @@ written_character first_of(std::string_view text, notation written) {
   return {text[0] == '+' ? ' ' : text[0], 1};
 }
 
-// True if the text may be the beginning of such a character, which was cut.
+// True if the text could be the start of an encoded character that was truncated.
 bool is_cut_character(std::string_view text, notation written) {
   if (text == "%" || (text.size() == 2 && text[0] == '%' && digit_value(text[1]) >= 0)) return true;
   return written == notation::page &&
@@ -57,8 +57,8 @@ bool is_cut_character(std::string_view text, notation written) {
          });
 }
 
-// The length of the secret at the start of `text`, or of its beginning if that is where a cut text ends; 0 if there is
-// none. A secret may itself contain an encoded character, which a server decodes.
+// Length of the match for `secret` at the start of `text`, or 0. A partial match counts at the end of a truncated text.
+// An escape inside the secret also matches its decoded form, because servers decode it.
 std::size_t secret_length(std::string_view text, notation written, std::string_view secret, bool was_cut) {
   std::size_t length = 0;
   while (!secret.empty()) {
@@ -93,7 +93,7 @@ void append_setting(text_buffer& text, const settings_record& settings, const se
     text.append("%d", settings.integer(integer_field{field}));
 }
 
-// The length of the longest of what is to be hidden at the start of `text`; 0 if there is none.
+// Length of the longest secret at the start of `text`, or 0.
 std::size_t hidden_length(std::string_view text, const settings_record& settings, bool was_cut) {
   std::size_t longest = digest_length(text, was_cut);
   for (const settings_field& field : SETTINGS_FIELDS) {

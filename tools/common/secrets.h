@@ -5,10 +5,10 @@
 
 namespace skypost {
 
-// Replaces by "***" every password and passcode of the settings that `text` contains, as it is, percent-encoded or as in
-// a page, and every long hexadecimal number, such as the digest of a password. If the text was cut, so is what may be
-// the beginning of one at its end. What has fewer than three characters stays: it is part of too many words, and their
-// stars would tell it.
+// Replaces with "***" each password and passcode of the settings that `text` contains (plain, percent-encoded or as in
+// HTML) and each long hexadecimal number, which may be a password's digest. If the text was truncated, a partial secret
+// at its end is hidden, too. Secrets shorter than three characters are left alone: they occur in too many ordinary
+// words, and the stars would reveal them.
 void hide_secrets(text_buffer& text, const settings_record& settings);
 
 }  // namespace skypost

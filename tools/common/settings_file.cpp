@@ -21,7 +21,7 @@ namespace {
 
 [[noreturn]] void fail(const std::string& path) { throw tool_error(path + ": " + std::strerror(errno)); }
 
-// Deletes a partly written file.
+// Deletes the file at the end unless keep() was called.
 class unfinished_file {
  public:
   explicit unfinished_file(std::string path) : path_(std::move(path)) {}
@@ -61,7 +61,7 @@ bool write_through(int file, const unsigned char* bytes, std::size_t count) {
   return fsync(file) == 0;
 }
 
-// The rename is durable once the directory is synced. The new file is in place, so errors are ignored.
+// Makes a rename durable. Errors are ignored, because the new file is already in place.
 void flush_folder_of(const std::string& path) {
   const descriptor folder(open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder.is_open()) fsync(folder.number());
@@ -78,7 +78,7 @@ bool is_in_place(const descriptor& file, const std::string& path) {
          locked.st_dev == named.st_dev && locked.st_ino == named.st_ino;
 }
 
-// Whoever does not take the lock, such as the web pages, may have written since.
+// Programs that do not take the lock, such as the web pages, may have written since.
 void refuse_if_changed(const settings_file& before) {
   const settings_file now = read_settings_file(before.path);
   if (now.size != before.size || std::memcmp(now.image.bytes, before.image.bytes, SETTINGS_SIZE) != 0)
@@ -173,7 +173,7 @@ void replace_settings_file(const settings_file& file, const settings_record& ima
   const descriptor replacement(mkostemp(name.data(), O_CLOEXEC));
   if (!replacement.is_open()) fail(folder_of(file.path));
   unfinished_file unfinished(name);
-  // Mode last: chown clears the set-ID bits.
+  // fchmod() after fchown(), which clears the set-ID bits.
   if (fchown(replacement.number(), file.owner, file.group) != 0 ||
       fchmod(replacement.number(), file.mode) != 0 ||
       !write_through(replacement.number(), image.bytes, static_cast<std::size_t>(file.size)))

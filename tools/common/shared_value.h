@@ -12,7 +12,7 @@
 
 namespace skypost {
 
-// A value in memory that child processes share: what they write there, this process reads, even if they were killed.
+// A value in memory shared with child processes. What they wrote can be read here even if they were killed.
 template <typename value>
 class shared_value {
  public:

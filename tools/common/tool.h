@@ -15,10 +15,10 @@ struct tool {
   int (*run)(const words& arguments, std::ostream& out);
 };
 
-// Runs a tool. --help and --version take precedence. Errors go to `errors`. Returns the exit status.
+// Runs a tool. --help and --version take precedence. Prints errors to `errors`. Returns the exit status.
 int run_tool(const tool& program, words arguments, std::ostream& out, std::ostream& errors);
 
-// The same with the arguments of `main` and the standard streams.
+// Runs a tool with the arguments of main() and the standard streams.
 int run_tool(const tool& program, int argument_count, char** arguments);
 
 }  // namespace skypost

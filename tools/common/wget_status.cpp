@@ -8,7 +8,8 @@ struct status_row {
   const char* meaning;
 };
 
-// wget exits with the smallest that fits, but 1 only if no other does. 126 and 127 are the shell's.
+// If several apply, wget exits with the smallest, and with 1 only if nothing more specific applies. 126 and 127 come
+// from the shell.
 constexpr status_row STATUS_ROWS[] = {
     // clang-format off
     {  1, "wget failed and does not say why"},

@@ -2,8 +2,8 @@
 
 namespace skypost {
 
-// What an exit status of wget, or of the shell that could not run it, tells the owner: a few words without a full stop.
-// nullptr if it tells nothing: 0, NO_WGET_STATUS, and what wget never exits with.
+// Explains an exit status of wget, or of the shell that could not run it, to the owner, without a final full stop.
+// Returns nullptr for 0, NO_WGET_STATUS and numbers with which wget never exits.
 const char* wget_status_meaning(int status);
 
 }  // namespace skypost

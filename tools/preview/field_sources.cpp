@@ -13,7 +13,7 @@ using parameters = std::vector<request_parameter>;
 
 constexpr char CLOCK[] = "the clock";
 
-// Two contents for each value, so far apart that they differ in every format; the times differ in each of their parts.
+// Two contents for each value, far enough apart to differ in every format. The times differ in each of their parts.
 struct content {
   std::int32_t number;
   const char* text;
@@ -22,12 +22,11 @@ struct content {
 constexpr content ONE = {1'000, "x", 0};
 constexpr content OTHER = {2'000, "y", 39'960'400};
 
-// Adds `source` to the fields of `shown` in which the two requests differ.
 void add_where_different(parameters& shown, const parameters& one, const parameters& other,
                          const std::string& source) {
   for (std::size_t i = 0; i < std::min({shown.size(), one.size(), other.size()}); ++i) {
     const std::size_t count = shown[i].fields.size();
-    // A text that holds the separator would shift the fields after it.
+    // A text that contains the separator shifts the fields after it.
     if (!shown[i].is_record() || one[i].fields.size() != count || other[i].fields.size() != count) continue;
     shown[i].sources.resize(count);
     for (std::size_t field = 0; field < count; ++field) {

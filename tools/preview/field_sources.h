@@ -5,9 +5,9 @@
 
 namespace skypost {
 
-// Says where each field of the records in a request comes from: the key in the report, the setting, or the clock.
-// `shown` is the request that `upload` composes from `source`, perhaps with its secrets hidden. Derived from the
-// composer alone, by composing with two contents of each value in turn.
+// Fills in the source of each record field in `shown`: a key in the report, a setting, or the clock. `shown` is the
+// request that `upload` composes from `source`, with or without secrets. The sources are found by changing one value at
+// a time and composing again.
 void name_sources(request_parts& shown, const upload& upload, const station& source);
 
 }  // namespace skypost

@@ -6,8 +6,8 @@
 namespace skypost {
 namespace {
 
-constexpr char HIDDEN[] = "***";                        // nothing in it has to be escaped anywhere
-constexpr std::int32_t HIDDEN_NUMBER = -2'000'000'001;  // no value, time or passcode is like it
+constexpr char HIDDEN[] = "***";                        // needs no escaping anywhere
+constexpr std::int32_t HIDDEN_NUMBER = -2'000'000'001;  // no value, time or passcode looks like it
 
 settings_record with_secrets_replaced(settings_record settings) {
   for (const field_description& row : FIELD_DESCRIPTIONS) {

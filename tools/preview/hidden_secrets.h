@@ -6,8 +6,8 @@
 
 namespace skypost {
 
-// The complete text of an upload with "***" for each password and passcode, and for what is made of them. A secret
-// that is not set stays as it is.
+// The complete text of an upload with "***" in place of each password, passcode and password digest. Unset secrets stay
+// as they are.
 std::string text_without_secrets(const upload& upload, const station& source);
 
 }  // namespace skypost

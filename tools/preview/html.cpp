@@ -9,7 +9,7 @@
 namespace skypost {
 namespace {
 
-// The policy allows nothing to load: even markup that slipped through would not run.
+// The policy blocks all scripts and resources, so even markup that slipped through could not run.
 constexpr char HEAD[] = R"(<!DOCTYPE html>
 <html lang="en">
 <head>
@@ -93,10 +93,9 @@ std::string escaped(const std::string& text) {
   return result;
 }
 
-// All text that is not the page's own passes through here.
+// Use this for all text that is not the page's own.
 std::string shown(const std::string& text) { return escaped(printable(text)); }
 
-// A name, which may break after each underscore.
 std::string shown_name(const std::string& name) {
   std::string result;
   for (const char character : shown(name)) {
@@ -162,7 +161,7 @@ void print_step(std::ostream& out, const step_preview& step) {
   out << "</section>\n";
 }
 
-// In words, since not everybody sees the colours.
+// The marks are words, because not everyone can see the colours.
 constexpr std::string_view WARNED = "warning";
 constexpr std::string_view SKIPPED = "not sent";
 

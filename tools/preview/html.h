@@ -6,7 +6,7 @@
 
 namespace skypost {
 
-// Prints the page as self-contained HTML, which loads nothing and runs nothing.
+// Prints the page as self-contained HTML, which loads and runs nothing.
 void print_html(std::ostream& out, const preview_page& page);
 
 }  // namespace skypost

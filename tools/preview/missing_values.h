@@ -7,7 +7,7 @@
 
 namespace skypost {
 
-// A missing value: its key in the report, or the setting that selects no sensor; and why.
+// A missing value. The name is its key in the report, or the setting that selects no sensor for it.
 struct missing_value {
   std::string name;
   std::string reason;
@@ -15,11 +15,10 @@ struct missing_value {
   bool operator==(const missing_value&) const = default;
 };
 
-// What would be sent if it were known. `source` is made from `report` and the process's settings. Derived from the
-// composer alone, by composing without each value in turn.
+// Returns the missing values that the upload would send. `source` must be made from `report` and `station_settings`.
 std::vector<missing_value> missing_values(const upload& upload, const station& source, const char* report);
 
-// Which mandatory outdoor values are missing from `live`.
+// Returns the mandatory outdoor values that are missing from `live`.
 std::vector<missing_value> missing_outdoor_values(const LiveRecord& live, const char* report);
 
 }  // namespace skypost

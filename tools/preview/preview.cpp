@@ -22,7 +22,7 @@ namespace {
 
 using texts = std::vector<std::string>;
 
-// A network's name includes its rapid-fire variant if that is on.
+// A network's name also selects its rapid-fire variant if that is on.
 bool is_meant(const std::string& name, const handed_out& one, const settings_record& settings) {
   if (is_same_name(name, one.upload.id)) return true;
   return is_network_name(name, one.step) && (one.rapid == nullptr || one.is_on(settings));
@@ -32,13 +32,13 @@ std::string switched_off(const integer_field& enabled) {
   return std::string("switched off: ") + description_of(enabled).name + " is 0";
 }
 
-// The clock may have been set back since.
+// The age is negative if the clock has been set back.
 std::string last_turn(long long age) {
   return "last served " + std::to_string(std::abs(age)) +
          (age < 0 ? " seconds in the future" : " seconds ago");
 }
 
-// Why a run would skip the step.
+// The reasons why a run would skip the upload.
 texts obstacles_of(const handed_out& one, const preview_inputs& inputs) {
   const settings_record& settings = inputs.source.settings;
   texts reasons;

@@ -9,14 +9,14 @@
 
 namespace skypost {
 
-// What one step would send now, in the owner's terms. Either `request` or `text` is set.
+// What one upload would send now, in the owner's terms. Either `request` or `text` is set.
 struct step_preview {
   std::string network;  // "Weather Underground, rapid fire"
   std::string id;       // "wunderground_rapid"
   std::string how;      // "GET", "POST", "file", "APRS packet", "mail"
   std::vector<std::string> where;
   std::vector<std::string> obstacles;  // why nothing is sent
-  std::vector<std::string> warnings;   // why it will not arrive
+  std::vector<std::string> warnings;   // why the upload will not arrive
   request_parts request;
   std::string text;
   std::vector<missing_value> missing;
@@ -24,7 +24,6 @@ struct step_preview {
   bool would_be_sent() const { return obstacles.empty() && warnings.empty(); }
 };
 
-// The whole preview and its sources.
 struct preview_page {
   std::string settings;  // the file
   std::string report;    // the file, or the data server
@@ -33,17 +32,17 @@ struct preview_page {
   std::vector<step_preview> steps;
 };
 
-// What previews are made from. `station_settings` must hold the same settings.
+// The input of previews. `station_settings` must hold the same settings as `source`.
 struct preview_inputs {
   station source;
-  const char* report;      // that the live record was made from
+  const char* report;      // the source of the live record
   long long last_run_age;  // in seconds
-  bool with_secrets;       // show them
+  bool with_secrets;       // show passwords
 };
 
-// A preview of every upload that is switched on, in the order of a run, each rapid-fire variant after its step's own.
-// With `names`, each an upload's id or a network's name, of those instead, on or off. Throws usage_error if a name is
-// unknown.
+// Previews all uploads that are switched on, in the order of a run, each rapid-fire variant after its step's own
+// upload. If `names` (upload ids or network names) is not empty, previews those instead, on or off. Throws usage_error
+// if a name is unknown.
 std::vector<step_preview> make_previews(const preview_inputs& inputs, const std::vector<std::string>& names);
 
 // Throws usage_error if a name is unknown.

@@ -63,16 +63,16 @@ command_line read_command_line(words arguments) {
   return result;
 }
 
-// Adds errors in the endpoint file to the warnings.
+// Loads the endpoint file and adds its errors to `warnings`.
 void load_endpoints_into(std::vector<std::string>& warnings) {
   kept_text errors;
   load_endpoints(errors.stream());
   for (const std::string& fault : endpoint_faults(errors.text())) warnings.push_back(fault + '.');
 }
 
-// What start-up does before it asks for the report.
+// Loads what the uploader loads before it asks for the report.
 void start_up(const std::optional<std::string>& path, preview_page& page) {
-  kept_text ignored;  // networks that need the address warn themselves
+  kept_text ignored;  // previews that need the address warn of it
   read_hardware_address(hardware_address, ignored.stream());
   load_endpoints_into(page.warnings);
   const settings_file file = read_settings_file(path.value_or(appliance_settings_path()));
@@ -105,7 +105,7 @@ void show(const command_line& wanted, std::ostream& out) {
   start_up(wanted.settings, page);
   page.report = wanted.report.value_or(data_server());
   const std::string report = report_for(wanted);
-  // load_live_record would drop all outdoor values if one of them is missing; here the others are shown.
+  // load_live_record() would drop all outdoor values if one of them is missing, but the preview shows the others.
   reset_live_record(live_record);
   parse_live_reply(report.c_str(), station_settings, live_record);
   const moment now = current_moment();

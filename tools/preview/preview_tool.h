@@ -4,8 +4,7 @@
 
 namespace skypost {
 
-// The program `skypost-preview`, which shows what a run would send and sends nothing. Its exit status is 0; 1 if
-// settings or report cannot be read; 2 for an invalid command line.
+// The program `skypost-preview`, which shows what a run would send, without sending it.
 extern const tool PREVIEW_TOOL;
 
 }  // namespace skypost

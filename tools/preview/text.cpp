@@ -15,7 +15,7 @@ void print_padded(std::ostream& out, const std::string& text, std::size_t width)
   out << std::left << std::setw(static_cast<int>(width)) << text << "  ";
 }
 
-// Each column is as wide as its longest text; a long value does not push the sources of the others away.
+// Each column is as wide as its longest text, except for long values, which would push the sources too far right.
 void print_table(std::ostream& out, const std::vector<table_row>& rows) {
   constexpr std::size_t LONG_VALUE = 20;
   std::size_t name_width = 0;

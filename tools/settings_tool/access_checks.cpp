@@ -1,4 +1,4 @@
-// Checks of who can change what the uploader, which is root, trusts.
+// Checks who can change the files that the uploader, running as root, trusts.
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr char REMEDY[] = "make it root's alone: chown root:root, chmod go-w.";
 
-// Root's files, and what others could do with them. The worst come first.
+// Files that only root may change, and what others could do with them, worst first.
 constexpr struct {
   const char* path;
   const char* danger;
@@ -24,7 +24,7 @@ constexpr struct {
     {ENDPOINTS_PATH, "have passwords sent elsewhere"},
 };
 
-// True if somebody can write who is neither root nor the user of this tool.
+// True if anyone but root and the user of this tool has write access.
 bool can_others_write(uid_t owner, gid_t group, mode_t mode) {
   return (owner != 0 && owner != geteuid()) || ((mode & S_IWGRP) != 0 && group != 0 && group != getegid()) ||
          (mode & S_IWOTH) != 0;

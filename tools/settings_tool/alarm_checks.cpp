@@ -1,4 +1,4 @@
-// The check of the alarm script. The uploader has sh run it, and what sh cannot run is not reported anywhere.
+// Checks the alarm script. The uploader runs it through sh, and a script that sh cannot run is not reported anywhere.
 
 #include <string_view>
 
@@ -11,13 +11,13 @@
 namespace skypost {
 namespace {
 
-// As much of it as the kernel reads.
+// Returns at most the 256 bytes that the kernel reads.
 std::string first_line_of(const std::string& path) {
   const std::string text = file_start(path, 256);
   return text.substr(0, text.find('\n'));
 }
 
-// The program that runs a script with this first line; empty if the line does not name one.
+// Returns the interpreter that a "#!" line names; empty if it names none.
 std::string interpreter_in(std::string_view line) {
   constexpr char BLANKS[] = " \t";
   if (!line.starts_with("#!")) return {};
@@ -25,7 +25,7 @@ std::string interpreter_in(std::string_view line) {
   return std::string(line.substr(0, line.find_first_of(BLANKS)));
 }
 
-// Why the script does not do what its author meant, and the remedy; empty if it may.
+// Returns why the script cannot work as intended, and the remedy; empty if it may.
 std::string fault_of_script(const std::string& path) {
   constexpr char NOBODY[] = "nobody is told of a failed upload. ";
   if (const std::string fault = program_fault(path); !fault.empty())

@@ -1,4 +1,4 @@
-// The check of what wget needs to trust an https server.
+// Checks that wget has certificates with which it can trust https servers.
 
 #include <filesystem>
 #include <sstream>
@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A setting of wgetrc(5) in the appliance's own file; empty if it is not there. The last line counts.
+// Returns a setting from the appliance's wgetrc file; empty if it is not set. The last line that sets it counts.
 std::string wget_setting(std::string_view name) {
   constexpr char BLANKS[] = " \t\r";
   std::istringstream lines(file_start(appliance_path(WGET_SETTINGS_PATH), 100'000));
@@ -35,7 +35,7 @@ bool holds_certificate(const std::string& file) {
          text.find("-----BEGIN TRUSTED CERTIFICATE-----") != std::string::npos;
 }
 
-// Links of removed certificates may be left.
+// Reads the files: links to removed certificates may be left.
 bool is_certificate_in(const std::string& directory) {
   std::error_code ignored;
   for (const fs::directory_entry& entry : fs::directory_iterator(directory, ignored))
@@ -43,7 +43,7 @@ bool is_certificate_in(const std::string& directory) {
   return false;
 }
 
-// MeteoNews' certificate is not checked.
+// Only MeteoNews' certificate is not checked.
 bool is_certificate_checked(const run_step& step) {
   for (const called_server& server : servers_of(step))
     if (server.scheme == "https")

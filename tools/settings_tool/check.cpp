@@ -19,7 +19,7 @@
 namespace skypost {
 namespace {
 
-// Empty if systemd does not run here, or does not answer.
+// Empty if systemd is not running or does not answer.
 std::string timer_state() {
   if (!is_there(appliance_path("/run/systemd/system"))) return {};
   return output_of("systemctl show --property=ActiveState,UnitFileState skypost.timer 2>/dev/null");
@@ -49,7 +49,7 @@ checked_appliance read_appliance(const words& arguments) {
   return appliance;
 }
 
-// If the data server has no report the check goes on; a missing file is a usage error.
+// Without a report from the data server the check goes on; a file that cannot be read ends it.
 void read_report_into(checked_appliance& appliance, const std::optional<std::string>& path, bool quiet) {
   if (path) {
     appliance.report = read_report(*path);

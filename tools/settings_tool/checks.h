@@ -6,33 +6,33 @@
 
 #include "common/settings_file.h"
 
-// What keeps a station's uploads from arriving, in sentences for its owner that contain no password.
+// Checks what keeps a station's uploads from arriving. Findings are sentences for the owner and contain no password.
 namespace skypost {
 
-// What the checks look at besides the appliance's own files. `station_settings` must hold the file's settings as the
-// uploader loads them, and the endpoints must be the appliance's.
+// The input of the checks, besides the appliance's own files. `station_settings` must hold the file's settings as the
+// uploader loads them, and the appliance's endpoints must be loaded.
 struct checked_appliance {
   settings_file file;
-  std::string report;            // of the data server; empty: there is none
-  std::string report_fault;      // why there is none
-  std::string endpoint_errors;   // of loading the endpoint file, one per line
+  std::string report;            // from the data server; empty if there is none
+  std::string report_fault;      // why there is no report
+  std::string endpoint_errors;   // printed by load_endpoints(), one per line
   std::string hardware_address;  // of eth0; empty if unknown
-  std::string wget;              // its path
-  std::string certificates;      // the directory in which it looks for those of certification authorities
-  std::string timer;             // what systemd says of skypost.timer; empty if it does not run here
+  std::string wget;              // the path of wget
+  std::string certificates;      // the directory where wget looks for CA certificates
+  std::string timer;             // systemd's state of skypost.timer; empty if systemd is not running
   std::time_t now;
-  std::time_t built;            // a time no later than the build
-  bool online;                  // servers may be connected to
+  std::time_t built;            // not later than the build
+  bool online;                  // connect to the servers
   bool shows_progress = false;  // on standard error
 };
 
-// Each finding is a line: the setting, file or program that it is about, what is wrong, and what to do.
+// Each finding is a line that names the setting, file or program, the fault and the remedy.
 using findings = std::vector<std::string>;
 
-// Every finding, worst first.
+// Runs all checks. Returns the findings, worst first.
 findings findings_of(const checked_appliance& appliance);
 
-// The checks. Each adds its findings to `found`.
+// Each check adds its findings to `found`.
 #define CHECK(name) void check_##name(const checked_appliance& appliance, findings& found);
 #include "settings_tool/checks.def"
 

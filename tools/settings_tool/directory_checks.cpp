@@ -1,5 +1,3 @@
-// The check of where the files are written that networks fetch.
-
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -17,15 +15,15 @@ namespace {
 
 constexpr std::size_t BLOCK = 4'096;  // bytes; no pull file is longer
 
-// Writes a block to a new file in a directory; returns 0 or the reason, an errno. The name is removed first, so that a
-// check that is killed leaves an empty file at most, and the block goes with the descriptor.
+// Writes a block to a new file in `directory`. Returns 0 or an errno. The file is unlinked before the write, so a check
+// that is killed leaves an empty file at most.
 int try_to_write(const std::string& directory) {
   std::string name = directory + ".skypost-check.XXXXXX";
   const descriptor file(mkostemp(name.data(), O_CLOEXEC));
   if (!file.is_open()) return errno;
   unlink(name.c_str());
   const std::string block(BLOCK, 'x');
-  errno = ENOSPC;  // a block that is cut short gives no reason
+  errno = ENOSPC;  // a short write sets no errno
   const bool is_whole = write(file.number(), block.data(), block.size()) == ssize_t{BLOCK};
   return is_whole && fsync(file.number()) == 0 ? 0 : errno;
 }

@@ -24,7 +24,7 @@ called_server called_by(const upload& upload) {
           .is_certificate_checked = command.find(" --no-check-certificate ") == std::string::npos};
 }
 
-// The step's own server, and that of its rapid-fire variant if it is another. Of a refused row there is none.
+// The server of the step's own upload, and that of its rapid-fire variant if it differs. Leaves out refused endpoints.
 std::vector<called_server> http_servers_of(const run_step& step) {
   std::vector<called_server> servers;
   for (const handed_out& one : handed_out_by(step)) {
@@ -44,7 +44,7 @@ std::vector<called_server> http_servers_of(const run_step& step) {
   return servers;
 }
 
-// The second is tried if the first does not accept the packet.
+// The second server is tried if the first does not accept the packet.
 std::vector<called_server> cwop_servers() {
   const auto server_at = [](endpoint row, endpoint other, const char* title) {
     called_server server{.scheme = "",

@@ -5,16 +5,16 @@
 
 #include "common/networks.h"
 
-// The run list under the process's settings.
+// The run list under `station_settings`.
 namespace skypost {
 
-// The steps that a run would take, in order.
+// The steps that a run would execute, in order.
 std::vector<const run_step*> enabled_steps();
 
-// The uploads of such a step, with its rapid-fire variant if that is on.
+// The uploads of a step that are on: its own and its rapid-fire variant.
 std::vector<handed_out> handed_out_by(const run_step& step);
 
-// The networks of the enabled steps for which `has` is true, each once: "AWEKAS, Wedaal". Empty if there is none.
+// The networks of the enabled steps for which `has` is true: "AWEKAS, Wedaal". Empty if there are none.
 template <typename condition>
 std::string networks_where(condition has) {
   std::string names;
@@ -23,25 +23,25 @@ std::string networks_where(condition has) {
   return names;
 }
 
-// Those whose uploads are carried like this.
+// The networks of the enabled steps with this carrier.
 std::string networks_by(carrier carried_by);
 
 // A server that a step connects to.
 struct called_server {
-  std::string scheme;    // "http", "https"; empty: another protocol
+  std::string scheme;    // "http" or "https"; empty for another protocol
   std::string host;      // without a port
   std::string address;   // "https://example.org:8080"; for another protocol, "example.org:14580"
   std::string named_by;  // where to change it: "windit in /etc/skypost/endpoints"
   std::string title = "server";
-  std::string switched_by{};                // the switch that uses it
+  std::string switched_by{};                // the setting that switches it on
   std::string loss = "nothing reaches it";  // consequence for the network if it is unreachable
   bool is_certificate_checked = true;
 };
 
-// None if the step connects to none, or its server is not set.
+// The servers that a step connects to, except refused ones and those that are not set.
 std::vector<called_server> servers_of(const run_step& step);
 
-// This station without any values.
+// This station with all values missing. Resets `live_record`.
 station station_without_values(const char* address);
 
 }  // namespace skypost

@@ -1,5 +1,3 @@
-// Checks of the networks that are switched on.
-
 #include <algorithm>
 #include <cctype>
 #include <string_view>
@@ -13,7 +11,7 @@
 namespace skypost {
 namespace {
 
-// True if the setting is unset and would be sent. MeteoNews' address is sent only by some boards.
+// True if the setting is unset and would be sent. Only boards with certain addresses send meteonews_mac.
 bool is_lacking(const run_step& step, const field_description& row, const checked_appliance& appliance) {
   const station source = station_without_values(appliance.hardware_address.c_str());
   const std::vector<handed_out> all = handed_out_by(step);
@@ -21,7 +19,7 @@ bool is_lacking(const run_step& step, const field_description& row, const checke
                      [&](const handed_out& one) { return is_text_lacking(one.upload, source, row); });
 }
 
-// "station ID" of "station ID, as on the web page"
+// "station ID" for the meaning "station ID, as on the web page"
 std::string thing_of(const field_description& row) {
   const std::string_view meaning = row.meaning;
   return std::string(meaning.substr(0, meaning.find_first_of(",;")));
@@ -39,8 +37,8 @@ bool is_hexadecimal(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](unsigned char one) { return std::isxdigit(one) != 0; });
 }
 
-// True if a network would read another text in a query or a form. "%2B" and "%25" are how an owner writes "+" and "%";
-// a "%" before anything but two hexadecimal digits is encoded by wget.
+// True if a network would read a different text in a query or a form. An owner may write "%2B" for "+" and "%25" for
+// "%"; wget encodes a "%" that is not followed by two hexadecimal digits.
 bool is_read_differently(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '+') return true;
@@ -72,7 +70,7 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (row.group != network || !is_unset(station_settings, row)) continue;
     const bool is_told = is_lacking(step, row, appliance);
-    // The APRS server's name is not part of the packet.
+    // aprs_host is needed although it is not part of the packet.
     if (!is_told && row.field.offset != aprs_host.offset) continue;
     const bool is_call_sign = is_told && step.upload->by == carrier::aprs && row.field.is_text();
     found.push_back(std::string(row.name) + ": " + network + " is switched on without its " + thing_of(row) +

@@ -1,5 +1,5 @@
-// The check of the servers: all are connected to at once, each in a process of its own, so that neither a dead server nor
-// a silent name server holds up the others.
+// Connects to all servers at once, each in a process of its own, so that neither a dead server nor a silent name server
+// delays the others.
 
 #include <chrono>
 #include <cstdio>
@@ -16,10 +16,10 @@ namespace {
 
 using std::chrono::steady_clock;
 
-// With the installed settings, wget gives up a server that does not accept after four times three seconds.
+// With the installed wgetrc, wget gives up on a server that does not accept after four attempts of three seconds.
 constexpr std::chrono::seconds LIMIT{13};
 
-// Until all have ended, or the time is up.
+// Waits until all probes have ended or LIMIT has passed.
 void wait_for(std::deque<server_probe>& probes, bool shows_progress) {
   const steady_clock::time_point end = steady_clock::now() + LIMIT;
   std::size_t ended = 0;
@@ -69,7 +69,7 @@ void check_connections(const checked_appliance& appliance, findings& found) {
   for (const online_server& server : servers) probes.emplace_back(server, appliance.wget);
   wait_for(probes, appliance.shows_progress);
 
-  bool is_name_server_named = false;  // it is one fault, however many names it does not tell
+  bool is_name_server_named = false;  // it is reported only once
   for (std::size_t i = 0; i < servers.size(); ++i) {
     const contact_result result = probes[i].result();
     if (result.outcome == contact::good) continue;

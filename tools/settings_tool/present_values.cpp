@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view NOW = "actual_";
 constexpr char BLANKS[] = " \t\n\v\f\r";
 
-// The sensor in a key that matches the row's pattern; empty if it does not.
+// The sensor in `key`; empty if the key does not match the row's pattern.
 std::string_view sensor_in(std::string_view key, const live_row& row) {
   const std::string_view pattern = row.key;
   const std::size_t place = pattern.find("%s");

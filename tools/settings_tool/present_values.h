@@ -6,19 +6,18 @@
 
 #include "common/report_values.h"
 
-// Current values of sensors.
 namespace skypost {
 
-// The rows of the live table with a current number of the sensor that `setting` selects.
+// The rows of the live table that take a current number from the sensor that `setting` selects.
 std::vector<const live_row*> present_values_of(const settings_field& setting);
 
-// All of its rows, including totals and extremes.
+// All rows with a number from that sensor, including totals and extremes.
 std::vector<const live_row*> values_of(const settings_field& setting);
 
 // True if the uploader reads the word as a number.
 bool is_number(const live_row& row, const std::string& word);
 
-// The sensors for which the report has the key of at least one of the rows, in its order.
+// The sensors for which the report has the key of at least one of the rows, in the report's order.
 std::vector<std::string> sensors_with_one_of(const std::vector<const live_row*>& rows,
                                              std::string_view report);
 

@@ -1,5 +1,3 @@
-// Checks of the programs that the uploads need.
-
 #include <unistd.h>
 
 #include <algorithm>
@@ -28,7 +26,7 @@ std::string version_text(const std::string& program) {
   return output_of(command.c_str());
 }
 
-// Other wgets, such as busybox's, take no login as an option and do not encode the blanks of a URL.
+// Other versions of wget, such as busybox's, have no login options and do not encode spaces in URLs.
 bool is_only_for_gnu_wget(std::string_view word) {
   return word.starts_with("--http-user=") || ((word.starts_with("http://") || word.starts_with("https://")) &&
                                               word.find(' ') != std::string_view::npos);
@@ -40,12 +38,12 @@ bool needs_gnu_wget(const run_step& step) {
   return std::any_of(command.begin(), command.end(), is_only_for_gnu_wget);
 }
 
-// AnythingWeather is judged by the status line that GNU Wget prints.
+// AnythingWeather's reply is judged by the status line that GNU Wget prints.
 bool fails_without_gnu_wget(const run_step& step) {
   return needs_gnu_wget(step) || step.upload == &ANYTHINGWEATHER;
 }
 
-// What another wget prints last, a line of its usage, does not look like a failure of MeteoNews.
+// Another wget prints its usage, whose last line does not look like a failure of MeteoNews.
 bool fails_silently(const run_step& step) { return step.upload == &METEONEWS && needs_gnu_wget(step); }
 
 // "uploads to MeteoNews, WeatherBug fail, that to MeteoNews without an alarm, and "

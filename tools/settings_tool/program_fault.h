@@ -4,7 +4,7 @@
 
 namespace skypost {
 
-// Why a program cannot be run; empty if it can.
+// Returns why a program cannot be run; empty if it can.
 std::string program_fault(const std::string& path);
 
 }  // namespace skypost

@@ -1,4 +1,4 @@
-// The check of whether runs are started. Where cron starts them, the timer is rightly off.
+// Checks that runs are started. If cron starts them, the timer is rightly inactive.
 
 #include <fcntl.h>
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr long long LONG_AGO = 3'600;  // seconds; runs are five minutes apart
 
-// How long ago the last run in the status file began; nothing if no run is there.
+// Seconds since the last run in the status file began; nullopt if it has none.
 std::optional<long long> recorded_run_age(long long now) {
   std::int64_t size = 0;
   const descriptor file(open_status_file(O_RDONLY, size));
@@ -33,7 +33,7 @@ void check_runs(const checked_appliance& appliance, findings& found) {
   if (!is_any_network_enabled(station_settings)) return;
   const auto is_timer = [&](const char* state) { return appliance.timer.find(state) != std::string::npos; };
   const std::optional<long long> recorded = recorded_run_age(appliance.now);
-  // Without a status file, the last-run file is written every 16 minutes, if the runs get that far.
+  // Without a status file, use the last-run file, which runs write every 16 minutes if they get that far.
   const bool is_long_ago = recorded.value_or(last_run_age(appliance.now)) > LONG_AGO;
   if (is_timer("ActiveState=") && !is_timer("ActiveState=active") && is_long_ago)
     found.push_back(

@@ -13,12 +13,12 @@
 namespace skypost {
 namespace {
 
-// A setting that selects a sensor, and the values it uses.
+// A setting that selects a sensor, and the values that it supplies.
 struct sensor_role {
   const field_description& setting;
   std::vector<const live_row*> values;
 
-  // True if the same sensors fit both.
+  // True if the same sensors fit both settings.
   bool takes_the_same_as(const sensor_role& other) const {
     return std::equal(
         values.begin(), values.end(), other.values.begin(), other.values.end(),
@@ -33,12 +33,12 @@ std::vector<sensor_role> sensor_roles() {
   return roles;
 }
 
-// "temp_c" of the key "actual_th0_temp_c"
+// "temp_c" for the key "actual_th0_temp_c"
 std::string quantity_of(const std::string& key, const std::string& sensor) {
   return key.substr(key.find(sensor) + sensor.size() + 1);
 }
 
-// One sensor with the values that the uploader would read if it were selected.
+// Prints a sensor with the values that the uploader would read, and leaves it selected.
 void print_sensor(std::ostream& out, const sensor_role& role, const std::string& sensor,
                   const std::string& report) {
   constexpr std::size_t WIDTH = 8;  // of the longest name and a space
@@ -67,7 +67,7 @@ int run_sensors(const words& all_arguments, std::ostream& out) {
   const std::vector<sensor_role> roles = sensor_roles();
   for (auto role = roles.begin(); role != roles.end(); ++role) {
     out << role->setting.name << ": " << role->setting.meaning << '\n';
-    // Roles with the same sensors share one list, printed after the last.
+    // Roles with the same sensors share one list, printed after the last role.
     if (std::next(role) != roles.end() && role->takes_the_same_as(*std::next(role))) continue;
     const std::vector<std::string> sensors = sensors_with_one_of(values_of(role->setting.field), report);
     if (sensors.empty()) out << "  none in this report\n";

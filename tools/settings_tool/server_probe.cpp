@@ -29,11 +29,11 @@ constexpr timeval RECEIVE_LIMIT = {.tv_sec = 5, .tv_usec = 0};
 
 using probe_command = fixed_text<2 * PATH_CAPACITY + 500>;
 
-// The options that come after its path, wherever wget is.
+// The options of WGET_COMMAND, without the path of wget.
 constexpr const char* options_of_wget() { return WGET_COMMAND + std::string_view(WGET_COMMAND).find(' '); }
 
-// As the uploader calls wget, with its tries and its settings, but for nothing except the server: no other that it names
-// is visited, and no login for it is looked up.
+// Calls wget with the uploader's tries and settings, but only to reach the server: wget follows no redirect and looks
+// up no login.
 void append_probe(probe_command& command, const std::string& wget, const called_server& server) {
   command.append_text("exec ");
   append_shell_word(command, wget);
@@ -43,7 +43,7 @@ void append_probe(probe_command& command, const std::string& wget, const called_
   command.append_text(" </dev/null >/dev/null 2>&1");
 }
 
-// Adds what comes until the text has `end` after `start`, the server closes, or it takes too long.
+// Appends what arrives until `text` has `end` after `start` or is full, the server closes, or recv() times out.
 void receive(int connection, text_buffer& text, std::string_view start, char end) {
   char bytes[200];
   for (ssize_t count = 0; (count = recv(connection, bytes, sizeof bytes, 0)) > 0 && !text.was_cut();) {
@@ -53,7 +53,7 @@ void receive(int connection, text_buffer& text, std::string_view start, char end
   }
 }
 
-// The lines of a reply in one.
+// Joins the lines of a reply with "; ".
 std::string in_one_line(std::string_view reply) {
   std::string line;
   for (const char character : reply) {
@@ -69,7 +69,7 @@ std::string in_one_line(std::string_view reply) {
 server_probe::server_probe(const online_server& server, const std::string& wget)
     : server_(server), child_([&] { return server.is_aprs() ? log_in() : call_wget(wget); }) {}
 
-// For APRS an IPv4 address: a run uses no other.
+// Only IPv4 for APRS, because a run uses nothing else.
 int server_probe::resolve(addrinfo*& addresses) const {
   const std::string& address = server_.called.address;
   addrinfo hints{};
@@ -82,7 +82,7 @@ int server_probe::resolve(addrinfo*& addresses) const {
   return seen_->name_fault;
 }
 
-// wget alone decides whether the server is reached: it may use a proxy, which knows other names.
+// Runs wget even if the name is not found, because wget may use a proxy, which knows other names.
 int server_probe::call_wget(const std::string& wget) const {
   prepare_process();
   limit_wget();
@@ -94,7 +94,7 @@ int server_probe::call_wget(const std::string& wget) const {
   return NO_WGET_STATUS;
 }
 
-// Returns 0, or errno.
+// Returns 0 or an errno.
 int server_probe::connect_to(const addrinfo& address) const {
   const descriptor connection(socket(address.ai_family, address.ai_socktype | SOCK_CLOEXEC, 0));
   if (!connection.is_open() || connect(connection.number(), address.ai_addr, address.ai_addrlen) != 0)

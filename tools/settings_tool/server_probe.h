@@ -16,34 +16,34 @@ enum class contact {
   name_not_found,
   not_reached,
   silent,
-  not_trusted,  // its certificate
-  refused,      // the login of APRS
-  unverified,   // the same: its packets are dropped
+  not_trusted,  // certificate
+  refused,      // APRS login
+  unverified,   // APRS login; packets are dropped
 };
 
 struct contact_result {
   contact outcome;
-  std::string words;  // why, without secrets; often empty
+  std::string words;  // the reason, without secrets; often empty
 };
 
-// Connects to a server in a child process, as a run would but without sending a value: with wget to the host alone, or to
-// an APRS server with the login line alone.
+// Connects to a server in a child process, as a run would, but sends no values: wget requests only the front page, and
+// an APRS server gets only the login line.
 class server_probe {
  public:
-  // `wget` is its path.
+  // `server` must outlive the probe. `wget` is the path of wget.
   server_probe(const online_server& server, const std::string& wget);
 
   bool has_ended() { return child_.has_ended(); }
 
-  // What has been seen so far.
+  // The result of what the probe has seen so far.
   contact_result result();
 
  private:
   static constexpr std::size_t REPLY_SIZE = 1'000;
 
   struct seen_so_far {
-    bool is_name_resolved = false;  // or known not to be
-    int name_fault = 0;             // of getaddrinfo
+    bool is_name_resolved = false;  // or the lookup has failed
+    int name_fault = 0;             // getaddrinfo's error
     bool is_connected = false;      // to an APRS server
     int connect_fault = 0;          // errno
     fixed_text<REPLY_SIZE> reply;

@@ -16,7 +16,7 @@
 namespace skypost {
 namespace {
 
-// Parses a number that fits the field.
+// Throws tool_error if the text is not a number that fits the field.
 std::int64_t number_for(const field_description& row, const std::string& text) {
   using signed_limits = std::numeric_limits<std::int32_t>;
   const bool is_unsigned = row.field.kind == field_kind::unsigned_integer;
@@ -55,7 +55,7 @@ void store_text(settings_record& record, const field_description& row, const std
   record.set_text(row.as_text(), text);
 }
 
-// The name of "name=value". Anything else may contain a password, so only the name of a setting is shown of it.
+// The name in "name=value". Anything else may contain a password, so the error quotes only the name of a setting.
 std::string name_in(const std::string& assignment) {
   const auto is_in_name = [](unsigned char letter) { return std::isalnum(letter) != 0 || letter == '_'; };
   const auto end = std::find_if_not(assignment.begin(), assignment.end(), is_in_name);
@@ -71,7 +71,6 @@ void refuse_invalid_coordinate(const settings_record& before, const settings_rec
     if (fault_of_coordinate(one, before).empty()) refuse(fault_of_coordinate(one, after));
 }
 
-// Applies "name=value" to the record of a file.
 void assign(const settings_file& file, settings_record& record, const std::string& assignment, bool force) {
   const std::string name = name_in(assignment);
   const field_description& row = field_named(name);
@@ -95,7 +94,7 @@ int run_set(const words& all_arguments, std::ostream&) {
   arguments = operands(arguments, true);
   if (arguments.size() < 2) throw usage_error("set takes a FILE and at least one NAME=VALUE");
   if (arguments[0].find('=') != std::string::npos && !is_there(arguments[0]))
-    throw usage_error("set takes a FILE before NAME=VALUE");  // say no more: it may be a password
+    throw usage_error("set takes a FILE before NAME=VALUE");  // does not quote it: it may be a password
   const descriptor lock = lock_settings_file(arguments[0]);
   const settings_file file = read_settings_file(arguments[0]);
   if (is_size_unlisted(file.size, platform()))

@@ -1,4 +1,4 @@
-// The check of servers that two networks share. By default none do, so it is a slip in the endpoint file.
+// Checks whether networks share a server. By default none do, so it is probably a mistake in the endpoint file.
 
 #include <map>
 #include <string_view>
@@ -20,7 +20,7 @@ std::string host_in(std::string_view server) {
   return std::string(server.substr(0, server.find('/')));
 }
 
-// A program there that passes on what several networks are sent is no mistake.
+// A server on this machine may be a relay, which several networks may share.
 bool is_this_machine(std::string_view host) {
   return host.starts_with("127.") || host.starts_with("localhost");
 }

@@ -18,12 +18,12 @@ std::string value_of(const settings_record& record, const field_description& row
   return std::to_string(record.integer(row.as_integer()));
 }
 
-// An empty password is not a secret.
+// An empty password is not hidden.
 bool is_hidden(const settings_record& record, const field_description& row) {
   return row.field.is_secret() && !(row.field.is_text() && record.text(row.as_text()).empty());
 }
 
-// All groups if `wanted` is empty.
+// Prints all groups if `wanted` is empty.
 void print_fields(std::ostream& out, const settings_record& record, std::string_view wanted,
                   bool with_secrets) {
   std::string_view group;
@@ -35,8 +35,8 @@ void print_fields(std::ostream& out, const settings_record& record, std::string_
   }
 }
 
-// Removes the network, or another group of settings, from the arguments. A file of that name must be given as
-// ./name.
+// Removes the last argument if it names a group of settings, and returns the group. A file of that name must be given
+// as ./name.
 std::string_view take_group(words& arguments) {
   if (arguments.empty()) return {};
   const std::string_view group = group_named(arguments.back());
@@ -44,7 +44,7 @@ std::string_view take_group(words& arguments) {
   return group;
 }
 
-// What is left must be a file. A missing file without a slash may be a misspelt network.
+// The rest must be a file. One that does not exist and has no slash may be a misspelt network.
 void check_file(const words& arguments) {
   if (arguments.size() > 2) throw usage_error("show takes at most one FILE and one NETWORK");
   if (arguments.size() == 2)
@@ -74,7 +74,7 @@ int run_show(const words& all_arguments, std::ostream& out) {
   return 0;
 }
 
-// Those that `set` takes.
+// Prints the names that `set` accepts.
 int run_names(const words& arguments, std::ostream& out) {
   if (!operands(arguments).empty()) throw usage_error("names takes no arguments");
   for (const field_description& row : FIELD_DESCRIPTIONS)

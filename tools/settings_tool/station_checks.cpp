@@ -1,4 +1,4 @@
-// The checks of the settings file, the report and the clock.
+// Checks the settings file, the report and the clock.
 
 #include <string_view>
 
@@ -13,14 +13,14 @@ namespace {
 
 constexpr char LISTED[] = "\"skypost-settings sensors\" lists them.";
 
-// One of the three sensors without which nothing is sent.
+// True for the three sensors without which nothing is sent.
 bool is_outdoor(const settings_field& field) {
   for (const settings_field* const sensor : {&sensor_temp, &sensor_hum, &sensor_dew})
     if (field.offset == sensor->offset) return true;
   return false;
 }
 
-// What is wrong with the current values of a selected sensor. One of several in the report is enough: not every
+// The faults in the current values of a selected sensor. The report needs only one of these values, because not every
 // station measures them all.
 findings faults_of_values(const field_description& setting, const std::string& report) {
   findings faults;

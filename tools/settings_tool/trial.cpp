@@ -19,11 +19,10 @@
 namespace skypost {
 namespace {
 
-// What the network said. Smaller than a reply, so that one which fills its buffer counts as cut: it may end within a
-// secret.
+// Smaller than a reply's own buffer, so that a full one counts as truncated: it may end within a secret.
 using heard_text = fixed_text<REPLY_CAPACITY - 1>;
 
-// The beginning of the reason for a failure. It mostly quotes the reply, which is shown as well.
+// The start of the reason is enough: it mostly quotes the reply, which is shown anyway.
 using reason_text = fixed_text<500>;
 
 struct attempt {
@@ -33,19 +32,19 @@ struct attempt {
   reason_text reason;
 };
 
-text_buffer* hearing = nullptr;  // in the child: where the replies go
+text_buffer* hearing = nullptr;  // where hear() puts the replies, in the child
 
 void hear(std::string_view reply) { hearing->append_text(reply); }
 
-// The child is in the background there, and a wget that finds a terminal as its input then writes its messages to a file
-// "wget-log". What the shell complains of is known by its exit status.
+// The child is a background process, in which wget would write its messages to a file "wget-log" if its input were a
+// terminal. The shell's messages are not needed, because its exit status is known.
 void leave_terminal() {
   const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
   dup2(nowhere, STDIN_FILENO);
   dup2(nowhere, STDERR_FILENO);
 }
 
-// As the uploader starts, and one of its steps.
+// Prepares the process like the uploader, with the time limit of a step.
 void begin() {
   prepare_process();
   limit_wget();
@@ -102,7 +101,7 @@ std::string messages_of_wget(const upload& upload) {
   const std::size_t place = command.substr(0, command.find('"')).find(SILENT);
   if (place == std::string::npos) return {};
   command.erase(place, 3);
-  command += " 2>&1";  // some commands leave them out of the reply
+  command += " 2>&1";  // not every command includes wget's messages
   const shared_value<heard_text> heard;
   child_process child([&] { return run_in_child(command, *heard); });
   child.wait();

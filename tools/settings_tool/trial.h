@@ -4,24 +4,24 @@
 
 #include "compose/upload.h"
 
-// One upload as a run makes it: by the same function, prepared in the same way, under the same limit. The process's
-// settings, live record, endpoints and hardware address are used. Nothing is reported and nothing is recorded.
+// Makes one upload as a run does: by the same function, with the same preparation and time limit. Uses the process's
+// settings, live record, endpoints and hardware address. Failures are not reported, and nothing is recorded.
 namespace skypost {
 
 enum class verdict { accepted, failed, ended_by_alarm };
 
-// Texts are without secrets.
+// The texts contain no secrets.
 struct trial_result {
   verdict outcome;
   int wget_status;     // NO_WGET_STATUS if there is none
-  std::string reply;   // all that the network said, as received
-  std::string reason;  // of a failure, its beginning
+  std::string reply;   // everything that the network replied, as received
+  std::string reason;  // the start of the reason for a failure
 };
 
 trial_result try_upload(const upload& upload);
 
-// Sends the request of an HTTP upload once more, and returns what wget says of it, without secrets. Empty if wget was
-// not silent before, so that this is known already.
+// Sends the request of an HTTP upload again and returns wget's messages, without secrets. Returns an empty text, and
+// sends nothing, if the upload's own command does not silence wget.
 std::string messages_of_wget(const upload& upload);
 
 }  // namespace skypost

@@ -45,10 +45,10 @@ std::vector<const run_step*> steps_named(const std::string& name) {
   return steps;
 }
 
-// What the uploader reads before it sends. Returns the report.
+// Loads what the uploader loads before it sends. Returns the report.
 std::string load_station() {
   detect_platform();
-  kept_text ignored;  // a network that needs the address, or a row, is not tried without it
+  kept_text ignored;  // a network that lacks the address or an endpoint is not tried
   read_hardware_address(hardware_address, ignored.stream());
   load_endpoints(ignored.stream());
   station_settings = as_loaded(read_chosen_file({}));
@@ -84,7 +84,7 @@ void print_before(std::ostream& out, const candidate& one, bool was_off) {
     for (const std::string& fault : *faults) out << "  NOT SENT: " << printable(fault) << '\n';
 }
 
-// Leaves what a run would send. Returns false if something is wrong with that, or it is nothing.
+// Keeps only the candidates that a run would send. Returns false if none is left, or if one has a fault.
 bool keep_sendable(std::vector<candidate>& all) {
   std::erase_if(all, [](const candidate& one) { return !is_enabled(*one.step, station_settings); });
   return !all.empty() && std::all_of(all.begin(), all.end(),
@@ -100,14 +100,14 @@ bool is_wanted(std::ostream& out) {
   return false;
 }
 
-// Its packets are dropped although the server takes the login.
+// True if the server accepts the login but drops the packets.
 bool is_unverified(const run_step& step, const trial_result& result) {
   return step.upload == &APRS && result.reply.find(" unverified") != std::string::npos;
 }
 
 bool is_empty(std::string_view text) { return text.find_first_not_of("\r\n") == std::string_view::npos; }
 
-// Claims nothing that was not seen.
+// Claims no more than can be known from here.
 std::string sentence_for(const run_step& step, const trial_result& result) {
   if (result.outcome == verdict::ended_by_alarm)
     return "ENDED BY ITS ALARM after " + std::to_string(STEP_SECONDS) + " seconds";
@@ -129,7 +129,7 @@ std::string sentence_for(const run_step& step, const trial_result& result) {
   return "ACCEPTED";
 }
 
-// Without empty lines at the end.
+// Prints `text` without empty lines at the end.
 void print_lines(std::ostream& out, const char* title, std::string_view text) {
   if (is_empty(text)) return;
   out << "  " << title << ":\n";
@@ -144,7 +144,7 @@ void print_wget_status(std::ostream& out, int status) {
       << (meaning == nullptr ? "" : meaning) << '\n';
 }
 
-// Sends it; returns true if it was accepted.
+// Sends the upload; returns true if it was accepted.
 bool try_step(std::ostream& out, const candidate& one) {
   const run_step& step = *one.step;
   const trial_result result = try_upload(*step.upload);
