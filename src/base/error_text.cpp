@@ -1,5 +1,8 @@
 #include "base/error_text.h"
 
+#include <cstdarg>
+#include <cstdio>
+
 namespace skypost {
 namespace {
 
@@ -10,5 +13,12 @@ char bytes[ERROR_TEXT_CAPACITY + 1];
 
 constinit text_buffer error_text{bytes};
 constinit exchange latest_exchange;
+
+void doubt_upload(const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(latest_exchange.doubt, sizeof latest_exchange.doubt, format, arguments);
+  va_end(arguments);
+}
 
 }  // namespace skypost

@@ -20,7 +20,13 @@ struct exchange {
 
   // error_text quotes a command that could not be run, which may contain a password.
   bool is_command_quoted = false;
+
+  // Why an upload that counts as good may not have arrived, in the owner's words; empty if nothing says so.
+  char doubt[100] = "";
 };
 extern exchange latest_exchange;
+
+// Sets the latest upload's `doubt`, truncated to fit.
+[[gnu::format(printf, 1, 2)]] void doubt_upload(const char* format, ...);
 
 }  // namespace skypost

@@ -43,8 +43,9 @@ int open_sole_file(const char* path, int flags) {
 
 int open_shared_file(const char* path) { return open_sole_file(path, O_WRONLY | O_CREAT); }
 
-void replace_content(int file, const char* path, std::string_view text) {
+int replace_content(int file, const char* path, std::string_view text) {
   const ssize_t written = has_room(file, text.size()) ? write(file, text.data(), text.size()) : -1;
+  const int reason = written < 0 ? errno : ENOSPC;
   if (written > 0) {
     // Only after the write: a reader must not find the file empty.
     [[maybe_unused]] const int ignored = ftruncate(file, written);
@@ -52,6 +53,9 @@ void replace_content(int file, const char* path, std::string_view text) {
     unlink(path);
   }
   close(file);
+  if (written == static_cast<ssize_t>(text.size())) return 0;
+  errno = reason;
+  return -1;
 }
 
 }  // namespace skypost

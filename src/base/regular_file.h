@@ -21,7 +21,7 @@ int open_shared_file(const char* path);
 
 // Replaces the text of an open file and closes it. Keeps owner and mode. A reader never sees an empty file, but may see
 // the tail of a longer old text for a moment. If space cannot be reserved, the old text is kept; a file that would be
-// left empty is unlinked.
-void replace_content(int file, const char* path, std::string_view text);
+// left empty is unlinked. Returns 0, or -1 with the reason in errno if the text was not written whole.
+int replace_content(int file, const char* path, std::string_view text);
 
 }  // namespace skypost

@@ -3,10 +3,12 @@
 
 #include <netdb.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 
@@ -125,7 +127,7 @@ void compose_aprs(text_buffer& text, const station& source) {
 struct aprs_task {
   std::uint32_t port;
   const char* call_sign;
-  const char* network;
+  bool cwop;
   const upload_text& text;
 };
 
@@ -141,14 +143,21 @@ void add_failure(const char* action, int attempt, const char* host, const char* 
   error_text.append("error %s (%d) \"%s\": %s, ", action, attempt, host, reason);
 }
 
+// Limits how long connect() waits, if the endpoint file does. When the time is up, connect() fails with EINPROGRESS.
+void limit_connect(int connection) {
+  const timeval limit = {.tv_sec = std::atoi(endpoint_value(endpoint::aprs_connect_seconds)), .tv_usec = 0};
+  if (limit.tv_sec > 0) setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
+}
+
 // Returns nullptr on success, otherwise the reason.
 const char* connect_to(int connection, const char* host, std::uint32_t port) {
   constexpr int SEE_ERRNO = -1;  // glibc's NETDB_INTERNAL; musl has no such constant and never sets it
   sockaddr_in address{};
   if (resolve_host(address, host, port) != 0)
     return h_errno == SEE_ERRNO ? std::strerror(errno) : hstrerror(h_errno);
+  limit_connect(connection);
   if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-    return std::strerror(errno);
+    return std::strerror(errno == EINPROGRESS ? ETIMEDOUT : errno);
   return nullptr;
 }
 
@@ -167,7 +176,7 @@ outcome exchange(int connection, const aprs_task& task, const char* host, int at
     add_failure("socket open", attempt, host, reason);
     return outcome::next_server;
   }
-  debug_print("\n%s (%s)\n%s\n", task.network, host, task.text.c_str());
+  debug_print("\n%s (%s)\n%s\n", task.cwop ? "CWOP" : "APRS", host, task.text.c_str());
   if (send(connection, task.text.c_str(), task.text.length(), MSG_NOSIGNAL) < 0) {
     add_failure("socket write", attempt, host, std::strerror(errno));
     return outcome::try_again;
@@ -180,7 +189,12 @@ outcome exchange(int connection, const aprs_task& task, const char* host, int at
   }
   tell_reply(reply.view());
   debug_print("Reply: %s\n", reply.c_str());
-  if (std::strstr(reply.c_str(), task.call_sign) != nullptr) return outcome::sent;
+  if (std::strstr(reply.c_str(), task.call_sign) != nullptr) {
+    // CWOP's own servers say so of every station, and take the packet.
+    if (!task.cwop && std::strstr(reply.c_str(), " unverified") != nullptr)
+      doubt_upload("unverified: most servers drop the packet");
+    return outcome::sent;
+  }
   add_failure("data transfer", attempt, host, newlines_to_commas(reply).c_str());
   return outcome::try_again;
 }
@@ -257,7 +271,7 @@ int aprs_session(const char* const* servers, std::uint32_t port, const char* cal
   }
   upload_text text;
   append_packet(text, *source, {call_sign, passcode, cwop});
-  if (!send_to_one_of(servers, {port, call_sign, cwop ? "CWOP" : "APRS", text})) return -1;
+  if (!send_to_one_of(servers, {port, call_sign, cwop, text})) return -1;
   error_text.clear();
   return 0;
 }

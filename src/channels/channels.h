@@ -24,8 +24,9 @@ inline constexpr std::uint32_t CWOP_PORT = 14'580;
 
 // The endpoints that each needs. While one of them is refused, nothing is sent.
 inline constexpr endpoint CWOP_ENDPOINTS[] = {endpoint::cwop_first, endpoint::cwop_second,
-                                              endpoint::aprs_software};
-inline constexpr endpoint APRS_ENDPOINTS[] = {endpoint::aprs_software, endpoint::aprs_path};
+                                              endpoint::aprs_software, endpoint::aprs_connect_seconds};
+inline constexpr endpoint APRS_ENDPOINTS[] = {endpoint::aprs_software, endpoint::aprs_path,
+                                              endpoint::aprs_connect_seconds};
 
 // The mail: header and body.
 extern const upload BORGERVEJR;

@@ -1,5 +1,7 @@
 // borgervejr: a short e-mail with the current values, sent by the appliance's mail program.
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -105,9 +107,12 @@ int send_mail_report() {
     error_text.append("error pipe open: %s: %s", command.c_str(), std::strerror(reason));
     return -1;
   }
-  // If the mail program is missing or fails, the system log has the reason.
+  // If the mail program fails, only the system log has the reason: the exit status is the logger's.
   std::fputs(mail.c_str(), pipe);
   pclose(pipe);
+  const path_text program(MAIL_PROGRAM_PATH);
+  if (access(program.c_str(), X_OK) != 0)
+    doubt_upload("the mail program cannot be run: %s", std::strerror(errno));
   return 0;
 }
 

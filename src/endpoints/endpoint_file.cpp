@@ -64,6 +64,10 @@ bool is_packet_path(std::string_view text) {
   return !text.empty() && is_alphanumeric(text, "-");
 }
 
+bool is_seconds(std::string_view text) {
+  return text == "10" || (text.size() == 1 && text[0] >= '1' && text[0] <= '9');
+}
+
 bool fits(endpoint_kind kind, std::string_view value) {
   switch (kind) {
     case endpoint_kind::url:
@@ -78,6 +82,8 @@ bool fits(endpoint_kind kind, std::string_view value) {
       return is_software(value);
     case endpoint_kind::packet_path:
       return is_packet_path(value);
+    case endpoint_kind::seconds:
+      return is_seconds(value);
   }
   return false;
 }
@@ -128,16 +134,20 @@ const char* fault_of_value(endpoint_kind kind, const value_parts& parts) {
   return nullptr;
 }
 
-// Reads the next line, dropping its comment and newline. Returns false at end of file or on a read error. NUL is an
-// ordinary character, so it cannot hide the rest of the line.
+// Reads the next line, dropping its comment and its end: LF, CR LF, or a lone CR. Returns false at end of file or on a
+// read error. NUL is an ordinary character, so it cannot hide the rest of the line.
 bool next_line(std::FILE* file, text_buffer& line) {
   line.clear();
   int character = std::getc(file);
   if (character == EOF) return false;
   bool is_comment = false;
-  for (; character != EOF && character != '\n'; character = std::getc(file)) {
+  for (; character != EOF && character != '\n' && character != '\r'; character = std::getc(file)) {
     is_comment = is_comment || character == '#';
     if (!is_comment) line.append_character(static_cast<char>(character));
+  }
+  if (character == '\r') {
+    const int next = std::getc(file);
+    if (next != '\n' && next != EOF) std::ungetc(next, file);
   }
   return std::ferror(file) == 0;
 }
@@ -157,7 +167,10 @@ const char* apply(const text_buffer& line, std::optional<endpoint> named, std::s
 // An invalid line that starts with a known name refuses that endpoint: the owner meant some other server, so the
 // built-in one must not get the password.
 void read_line(const text_buffer& line, const char* path, int number, std::FILE* errors) {
-  const std::string_view text = without_blanks_around(line.view());
+  constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+  std::string_view text = line.view();
+  if (number == 1 && text.starts_with(BYTE_ORDER_MARK)) text.remove_prefix(BYTE_ORDER_MARK.size());
+  text = without_blanks_around(text);
   if (text.empty() && !line.was_cut()) return;
   const std::string_view name = head_of(text, text.find_first_of(" \t\r\n=:"));
   const std::optional<endpoint> named = endpoint_called(name);
@@ -177,6 +190,14 @@ void refuse_all(const char* path, std::FILE* errors) {
   for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) refuse_endpoint(endpoint{i});
 }
 
+// True if `path` does not exist only because its directory is a link that leads nowhere.
+bool is_directory_lost(const path_text& path) {
+  fixed_text<PATH_CAPACITY> directory;
+  directory.append_text(head_of(path.view(), path.view().rfind('/')));
+  struct stat found {};
+  return lstat(directory.c_str(), &found) == 0 && stat(directory.c_str(), &found) != 0;
+}
+
 }  // namespace
 
 void read_endpoints(std::FILE* file, const char* path, std::FILE* errors) {
@@ -190,7 +211,7 @@ void load_endpoints(std::FILE* errors) {
   const path_text path(ENDPOINTS_PATH);
   struct stat found {};
   const int descriptor = open_regular_file(path.c_str(), O_RDONLY, found);
-  if (descriptor < 0 && errno == ENOENT) return;
+  if (descriptor < 0 && errno == ENOENT && !is_directory_lost(path)) return;
   std::FILE* const file = descriptor < 0 ? nullptr : fdopen(descriptor, "r");
   if (file == nullptr) {
     refuse_all(path.c_str(), errors);

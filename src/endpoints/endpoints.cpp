@@ -1,5 +1,7 @@
 #include "endpoints/endpoints.h"
 
+#include <strings.h>
+
 #include <cstring>
 #include <iterator>
 
@@ -46,9 +48,11 @@ const char* refused_value(endpoint_kind kind) {
     case endpoint_kind::software:
       return "refused";
     case endpoint_kind::packet_path:
+      return "REFUSED";
+    case endpoint_kind::seconds:
       break;
   }
-  return "REFUSED";
+  return "";
 }
 
 template <std::size_t size>
@@ -64,8 +68,11 @@ const char* endpoint_name(endpoint which) { return built_in_of(which).name; }
 endpoint_kind endpoint_kind_of(endpoint which) { return built_in_of(which).kind; }
 
 std::optional<endpoint> endpoint_called(std::string_view name) {
-  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i)
-    if (name == endpoint_name(endpoint{i})) return endpoint{i};
+  for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) {
+    const std::string_view candidate = endpoint_name(endpoint{i});
+    if (candidate.size() == name.size() && strncasecmp(candidate.data(), name.data(), name.size()) == 0)
+      return endpoint{i};
+  }
   return std::nullopt;
 }
 

@@ -14,8 +14,9 @@ enum class endpoint {
   COUNT
 };
 
-// "scheme://host[:port][/path]", "host[:port]", a host name, a mail address, a software name and an APRS path.
-enum class endpoint_kind { url, host_and_port, host, address, software, packet_path };
+// "scheme://host[:port][/path]", "host[:port]", a host name, a mail address, a software name, an APRS path, and 1 to 10
+// seconds.
+enum class endpoint_kind { url, host_and_port, host, address, software, packet_path, seconds };
 
 inline constexpr std::size_t ENDPOINT_CAPACITY = 127;
 inline constexpr std::size_t SUCCESS_TEXT_CAPACITY = 60;
@@ -26,7 +27,7 @@ const char* endpoint_name(endpoint which);
 // The kind of value this endpoint takes.
 endpoint_kind endpoint_kind_of(endpoint which);
 
-// The endpoint of that name; nothing if there is none.
+// The endpoint of that name, in upper or lower case; nothing if there is none.
 std::optional<endpoint> endpoint_called(std::string_view name);
 
 // The effective value. It contains no shell metacharacters and nothing that would end a URL or a line. For a refused

@@ -21,7 +21,8 @@ int write_into(const char* directory, const char* name, const char* debug_title,
     return -1;
   }
   if (debug_title != nullptr) debug_print("\n%s\n%s\n", debug_title, text.c_str());
-  replace_content(file, path.c_str(), text.view());
+  if (replace_content(file, path.c_str(), text.view()) != 0)
+    doubt_upload("%s was not written: %s", name, std::strerror(errno));
   return 0;
 }
 

@@ -38,6 +38,7 @@ void prepare_process() {
   set_action(SIGCHLD, SIG_DFL);
   // Unlike SIG_IGN, a handler is reset on exec.
   set_action(SIGPIPE, ignore_signal);
+  set_action(SIGXFSZ, ignore_signal);
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);

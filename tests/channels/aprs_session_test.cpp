@@ -160,6 +160,29 @@ TEST_F(AprsSession, OfCwopGoesFromTheFirstServerToTheSecond) {
   EXPECT_NE(sent.find("L456eNB49"), std::string::npos) << sent;
 }
 
+// A server that swallows the connection must not cost the run: the second one gets its turn in time.
+TEST_F(AprsSession, LeavesAServerThatDoesNotAccept) {
+  read_endpoint_lines("aprs_connect_seconds = 1\n");
+  const sim::full_server full;
+  replying_server second({"N0CALL"}, full.port(), "127.0.0.2");
+  const char* const servers[] = {"127.0.0.1", "127.0.0.2", nullptr};
+  EXPECT_EQ(aprs_session(servers, full.port(), "N0CALL", -1, true), 0) << error_text.c_str();
+  const char* const only_first[] = {"127.0.0.1", nullptr};
+  EXPECT_EQ(aprs_session(only_first, full.port(), "N0CALL", -1, true), -1);
+  EXPECT_EQ(error_text.view(), "error socket open (1) \"127.0.0.1\": Connection timed out, ");
+}
+
+// CWOP's own servers call every station unverified, and take its packets.
+TEST_F(AprsSession, CastsDoubtOnAnUnverifiedLoginToTheGeneralPool) {
+  replying_server server({"# logresp N0CALL unverified, server TEST\r\n"});
+  const char* const servers[] = {"127.0.0.1", nullptr};
+  for (const bool is_cwop : {true, false}) {
+    latest_exchange = {};
+    EXPECT_EQ(aprs_session(servers, server.port(), "N0CALL", -1, is_cwop), 0);
+    EXPECT_STREQ(latest_exchange.doubt, is_cwop ? "" : "unverified: most servers drop the packet");
+  }
+}
+
 // Stale data are not sent, so a refused endpoint is no failure.
 TEST_F(AprsSession, NeedsNoEndpointsForStaleData) {
   read_endpoint_lines("aprs_software = x/y\n");

@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "base/error_text.h"
 #include "channels/channels.h"
 #include "endpoints/endpoint_file.h"
 #include "endpoints/endpoints.h"
+#include "support/appliance_folder.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -44,6 +47,23 @@ TEST(MailReport, IsNotSentIfTheOnlySenderIsRefused) {
     EXPECT_EQ(error_text.view(), "error endpoint file: no valid value for mail_sender, nothing was sent");
   }
   reset_endpoints();
+}
+
+// Without a mail program the upload counts as good, but nothing was sent.
+TEST(MailReport, CastsDoubtOnItselfWithoutAMailProgram) {
+  std::signal(SIGPIPE, SIG_IGN);  // as in the program, from the shell that finds no mail program
+  const appliance_folder appliance;
+  live_data_stale = 0;
+  live_record = fully_equipped_station();
+  fill_settings(station_settings);
+  latest_exchange = {};
+  EXPECT_EQ(send_mail_report(), 0);
+  EXPECT_STREQ(latest_exchange.doubt, "the mail program cannot be run: No such file or directory");
+  appliance.write("/opt/sbin/sendmail", "#!/bin/sh\ncat >/dev/null\n");
+  std::filesystem::permissions(appliance.path("/opt/sbin/sendmail"), std::filesystem::perms::owner_all);
+  latest_exchange = {};
+  EXPECT_EQ(send_mail_report(), 0);
+  EXPECT_STREQ(latest_exchange.doubt, "");
 }
 
 }  // namespace

@@ -104,6 +104,9 @@ TEST_F(EndpointFile, RefusesEveryRowIfItCannotBeRead) {
   std::filesystem::create_symlink(path, path);
   expect_refused("Too many levels of symbolic links");
   std::filesystem::remove_all(path.parent_path());
+  std::filesystem::create_symlink("nowhere", path.parent_path());
+  expect_refused("No such file or directory");
+  std::filesystem::remove(path.parent_path());
   appliance.write("/etc/skypost", "not a directory");
   expect_refused("Not a directory");
 }

@@ -76,5 +76,24 @@ TEST_F(WgetStatus, OfAReplyThatFillsItsBufferSaysNothing) {
   }
 }
 
+// An upload that looks good by its reply may not have arrived.
+TEST_F(WgetStatus, OfAnErrorCastsDoubtOnAGoodVerdict) {
+  const struct {
+    const http_network& network;
+    const char* command;
+    int result;
+    bool is_doubted;
+  } cases[] = {
+      {SAUERLANDWETTER, "exit 0", 0, false}, {SAUERLANDWETTER, "exit 4", 0, true},
+      {WINDIT, "echo OK; exit 8", 0, true},  {WINDIT, "exit 8", -1, false},
+      {METEONEWS, "echo; exit 8", 0, false},  // tail's exit status, not wget's
+  };
+  for (const auto& [network, command, result, is_doubted] : cases) {
+    SCOPED_TRACE(std::string(network.id) + ": " + command);
+    EXPECT_EQ(upload(network, command), result);
+    EXPECT_EQ(latest_exchange.doubt[0] != '\0', is_doubted);
+  }
+}
+
 }  // namespace
 }  // namespace skypost::testing

@@ -10,6 +10,7 @@
 #include "run/run_list.h"
 #include "support/appliance_folder.h"
 #include "support/golden.h"
+#include "support/small_disk.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -57,6 +58,18 @@ TEST_F(PullFile, IsWrittenNowhereWithoutTheFirstDirectory) {
   EXPECT_EQ(error_text.view(), "error open file " + appliance_.path("/srv/www/awekas.txt").string() +
                                    ": No such file or directory\n");
   EXPECT_TRUE(std::filesystem::is_empty(uploads));
+}
+
+// The upload counts as good, but there is no file.
+TEST_F(PullFile, CastsDoubtOnItselfOnAFullDisk) {
+  appliance_.write("/srv/www/other", "");
+  appliance_.write("/var/run/nimbulog/uploads/other", "");
+  const small_disk disk(appliance_.path("/srv/www"));
+  if (!disk.is_mounted()) GTEST_SKIP() << "may not mount anything";
+  disk.fill();
+  latest_exchange = {};
+  EXPECT_EQ(write_awekas_file("awekas.txt"), 0);
+  EXPECT_STREQ(latest_exchange.doubt, "awekas.txt was not written: No space left on device");
 }
 
 }  // namespace
