@@ -137,12 +137,12 @@ inline constexpr live_row LIVE_TABLE[] = {
     number_of("year1_%s_total_mm",           &sensor_rain,   &LiveRecord::yearraintotal10,         number_scan::tenths),
     word_of("actual_sunrise_standard_local", nullptr,        &LiveRecord::sunrise,                 "---"),
     word_of("actual_sunset_standard_local",  nullptr,        &LiveRecord::sunset,                  "---"),
-    number_of("actual_%s_temp_c",            &sensor_extra_temp0, live_number::extra_temperature(0),    number_scan::tenths),
-    number_of("actual_%s_temp_c",            &sensor_extra_temp1, live_number::extra_temperature(1),    number_scan::tenths),
-    number_of("actual_%s_temp_c",            &sensor_extra_temp2, live_number::extra_temperature(2),    number_scan::tenths),
-    number_of("actual_%s_temp_c",            &sensor_extra_temp3, live_number::extra_temperature(3),    number_scan::tenths),
-    number_of("actual_%s_temp_c",            &sensor_extra_temp4, live_number::extra_temperature(4),    number_scan::tenths),
-    number_of("actual_%s_temp_c",            &sensor_extra_temp5, live_number::extra_temperature(5),    number_scan::tenths),
+    number_of("actual_%s_temp_c",            &sensor_extra_temp[0], live_number::extra_temperature(0),    number_scan::tenths),
+    number_of("actual_%s_temp_c",            &sensor_extra_temp[1], live_number::extra_temperature(1),    number_scan::tenths),
+    number_of("actual_%s_temp_c",            &sensor_extra_temp[2], live_number::extra_temperature(2),    number_scan::tenths),
+    number_of("actual_%s_temp_c",            &sensor_extra_temp[3], live_number::extra_temperature(3),    number_scan::tenths),
+    number_of("actual_%s_temp_c",            &sensor_extra_temp[4], live_number::extra_temperature(4),    number_scan::tenths),
+    number_of("actual_%s_temp_c",            &sensor_extra_temp[5], live_number::extra_temperature(5),    number_scan::tenths),
     // clang-format on
 };
 

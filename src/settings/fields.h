@@ -47,6 +47,11 @@ using handle_of = std::conditional_t<is_text_kind(kind), text_field, integer_fie
   inline constexpr handle_of<field_kind::kind> name{{offset, size, field_kind::kind}};
 #include "settings/fields.def"
 
+// The extra temperature sensors, which owners know as six fields.
+inline constexpr text_field sensor_extra_temp[] = {sensor_extra_temp0, sensor_extra_temp1,
+                                                   sensor_extra_temp2, sensor_extra_temp3,
+                                                   sensor_extra_temp4, sensor_extra_temp5};
+
 inline constexpr settings_field SETTINGS_FIELDS[] = {
 #define FIELD(name, ...) name,
 #include "settings/fields.def"
