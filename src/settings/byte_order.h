@@ -6,9 +6,9 @@
 
 namespace skypost {
 
-// Fields at `first`, `first` + `size`, …, `last`, of `size` bytes each (4: integer, 8: floating point), and
-// the same in each of `entries` entries `stride` bytes apart.
-struct field_range {
+// Adjacent numbers of `size` bytes each (4: integer, 8: floating point), at `first` up to and including `last`.
+// In an array, these are the numbers of its first entry, and each of the `entries` has them, `stride` bytes apart.
+struct converted_range {
   std::uint32_t first;
   std::uint32_t last;
   std::uint32_t size;
@@ -16,18 +16,8 @@ struct field_range {
   std::uint32_t stride = 0;
 };
 
-// The appliance's three arrays of entries, which other programs use. This program only marks entries free:
-// first integer -1.
-struct entry_array {
-  std::uint32_t first;
-  std::uint32_t entries;
-  std::uint32_t stride;
-};
-inline constexpr entry_array ENTRY_ARRAYS[] = {{29928, 20, 132}, {32568, 128, 40}, {38236, 20, 500}};
-inline constexpr entry_array LAST_ENTRY_ARRAY = ENTRY_ARRAYS[2];
-
-// The converted fields, in order of conversion.
-inline constexpr field_range CONVERTED_FIELDS[] = {
+// What every program of the appliance converts in a record of the other byte order.
+inline constexpr converted_range CONVERTED_RANGES[] = {
     // clang-format off
     {    0,     0, 4}, {  500,   500, 4}, { 6756,  6756, 4}, { 7016,  7016, 4}, {17136, 17136, 4},
     {17156, 17156, 4}, {17524, 17524, 4}, {18076, 18076, 4}, {18672, 18672, 4}, {21608, 21608, 4},
@@ -61,11 +51,11 @@ inline constexpr field_range CONVERTED_FIELDS[] = {
     // clang-format on
 };
 
-// Reverse the 4 or 8 bytes of one field in place.
-void swap_u32(unsigned char* field);
-void swap_f64(unsigned char* field);
+// Change the byte order of the number at this address: an integer, or a floating-point number.
+void swap_u32(unsigned char* number);
+void swap_f64(unsigned char* number);
 
-// Reverses all CONVERTED_FIELDS of `record`.
+// Converts all CONVERTED_RANGES of `record`.
 void convert_byte_order(settings_record& record);
 
 }  // namespace skypost

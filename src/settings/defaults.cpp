@@ -5,12 +5,11 @@
 #include <cstring>
 
 #include "endpoints/endpoints.h"
-#include "settings/byte_order.h"
 
 namespace skypost {
 namespace {
 
-// `count` integers from `offset` on.
+// Sets `count` adjacent integers, the first at `offset`.
 struct integer_default {
   std::uint32_t offset;
   std::uint32_t count;
@@ -21,7 +20,7 @@ struct integer_default {
 constexpr integer_default INTEGER_DEFAULTS[] = {
     // clang-format off
     {    0,                               1, 0},
-    {longitude_degrees.offset,            3, -1},  // and minutes, seconds
+    {longitude_degrees.offset,            3, -1},  // with its minutes and seconds
     {longitude_west.offset,               1, 0},
     {latitude_degrees.offset,             3, -1},
     {latitude_south.offset,               1, 0},
@@ -56,6 +55,10 @@ std::string_view system_host_name(char (&name)[60]) {
 
 }  // namespace
 
+void mark_entries_free(settings_record& record, const entry_array& array) {
+  for (std::uint32_t i = 0; i < array.entries; ++i) store(record, array.first + i * array.stride, -1);
+}
+
 void set_default_settings(settings_record& record) {
   for (const settings_field& field : SETTINGS_FIELDS) {
     if (field.is_text())
@@ -73,8 +76,7 @@ void set_default_settings(settings_record& record) {
     for (std::uint32_t i = 0; i < row.count; ++i) store(record, row.offset + 4 * i, row.value);
   for (std::uint32_t i = 0; i < FACTORS_COUNT; ++i)
     std::memcpy(record.bytes + FACTORS_OFFSET + 8 * i, &FACTOR_DEFAULT, sizeof FACTOR_DEFAULT);
-  for (const entry_array& array : ENTRY_ARRAYS)
-    for (std::uint32_t i = 0; i < array.entries; ++i) store(record, array.first + i * array.stride, -1);
+  for (const entry_array& array : ENTRY_ARRAYS) mark_entries_free(record, array);
 }
 
 }  // namespace skypost

@@ -8,8 +8,20 @@ namespace skypost {
 
 inline constexpr std::int32_t DEFAULT_RAPID_INTERVAL = 30;  // seconds
 
-// Writes the defaults: all networks off, no sensors and accounts, the rapid-fire intervals 30 seconds, the
-// name of this machine, and the appliance's mail sender. Other bytes are unchanged.
+// An array of other programs, with its entries `stride` bytes apart. This program only marks entries as free, by
+// writing -1 as their first integer.
+struct entry_array {
+  std::uint32_t first;
+  std::uint32_t entries;
+  std::uint32_t stride;
+};
+inline constexpr entry_array ENTRY_ARRAYS[] = {{29928, 20, 132}, {32568, 128, 40}, {38236, 20, 500}};
+inline constexpr entry_array LAST_ENTRY_ARRAY = ENTRY_ARRAYS[2];
+
+void mark_entries_free(settings_record& record, const entry_array& array);
+
+// Writes the defaults: all networks off, no sensors, no accounts, rapid-fire intervals of 30 seconds, this machine's
+// name, and the appliance's mail sender. Leaves all other bytes unchanged.
 void set_default_settings(settings_record& record);
 
 }  // namespace skypost

@@ -4,9 +4,8 @@
 #include <iterator>
 #include <type_traits>
 
-// The fields of the settings record: a typed handle per field, and SETTINGS_FIELDS with all of them. Their
-// names and meanings, which the uploader never prints, are in field_descriptions.h. Both come from
-// fields.def.
+// The fields of the settings record, from fields.def: a typed handle for each, and all of them as SETTINGS_FIELDS.
+// Their names and meanings, which the uploader never prints, are in tools/common/field_descriptions.h.
 namespace skypost {
 
 inline constexpr std::uint32_t SETTINGS_SIZE = 65'536;
@@ -35,14 +34,14 @@ struct settings_field {
   }
 };
 
-// Handles. A text cannot be read as a number by mistake, or vice versa.
+// The handles have two types, so that a text cannot be read as a number by mistake, or vice versa.
 struct text_field : settings_field {};
 struct integer_field : settings_field {};
 
 template <field_kind kind>
 using handle_of = std::conditional_t<is_text_kind(kind), text_field, integer_field>;
 
-// A macro, since one row makes a handle and a table entry.
+// A macro, because each row of fields.def becomes both a handle and a table entry.
 #define FIELD(name, kind, group, offset, size, meaning) \
   inline constexpr handle_of<field_kind::kind> name{{offset, size, field_kind::kind}};
 #include "settings/fields.def"

@@ -22,7 +22,7 @@ namespace {
 constexpr std::uint32_t GAP_OFFSET = 20'580;
 constexpr std::uint32_t GAP_SIZE = 4;
 
-bool is_platform(const char* platform, const char* name) {
+bool is_named(const char* platform, const char* name) {
   return platform != nullptr && std::strcmp(platform, name) == 0;
 }
 
@@ -34,7 +34,7 @@ void back_up_settings_file() {
   command.append_text(" ");
   append_shell_word(command, path.view());
   command.append_text(".old");
-  // A failed backup does no harm: the file itself is never written.
+  // A failed copy does no harm, since nothing is written to the file itself.
   [[maybe_unused]] const int ignored = std::system(command.c_str());
 }
 
@@ -44,76 +44,66 @@ void open_gap(settings_record& record) {
                SETTINGS_SIZE - GAP_OFFSET - GAP_SIZE);
 }
 
-// What becomes of an image that was read: upgrade_settings, or as much of it as changes no file.
-using upgrade = std::int32_t (*)(settings_record& record, std::int32_t size_unlisted);
-
-// Reads the open file of `size` bytes into the record; returns -1 if it cannot be used, otherwise 0.
-std::int32_t read_settings_file(int file, std::int64_t size, settings_record& record, upgrade upgraded_by) {
+// Reads the open file of `size` bytes into the record. Returns 0, or -1 if the file cannot be used.
+int read_settings_file(int file, std::int64_t size, settings_record& record, bool keep_backup) {
   const bool size_unlisted = is_size_unlisted(size, this_board().platform);
 
-  const std::int64_t count = read(file, record.bytes, SETTINGS_SIZE);
-  if (count <= 0) return -1;
-  if (count < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(count));
-  if (!size_unlisted && count != CURRENT_LAYOUT_SIZE && count != OLDER_PLUG_LAYOUT_SIZE &&
-      count != OLDER_LAYOUT_SIZE)
+  const std::int64_t length = read(file, record.bytes, SETTINGS_SIZE);
+  if (length <= 0) return -1;
+  if (length < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(length));
+  if (!size_unlisted && length != CURRENT_LAYOUT_SIZE && length != OLDER_PLUG_LAYOUT_SIZE &&
+      length != OLDER_LAYOUT_SIZE)
     return -1;
 
-  upgraded_by(record, size_unlisted ? 1 : 0);
+  if (keep_backup)
+    upgrade_settings(record, size_unlisted);
+  else
+    adapt_image(record, size_unlisted, this_board().platform);
   return 0;
-}
-
-std::int32_t load_settings_file(settings_record& record, upgrade upgraded_by) {
-  const path_text path(SETTINGS_PATH);
-  struct stat status {};
-  const int file = open_regular_file(path.c_str(), O_RDONLY, status);
-  const std::int32_t result = file < 0 ? -1 : read_settings_file(file, status.st_size, record, upgraded_by);
-  if (file >= 0) close(file);
-  if (result != 0) set_default_settings(record);
-  return result;
 }
 
 }  // namespace
 
 bool is_size_unlisted(std::int64_t size, const char* platform) {
   if (size == CURRENT_LAYOUT_SIZE || size == OLDER_LAYOUT_SIZE) return false;
-  return !(is_platform(platform, "PLUG") && size == OLDER_PLUG_LAYOUT_SIZE);
+  return !(is_named(platform, "PLUG") && size == OLDER_PLUG_LAYOUT_SIZE);
 }
 
-void complete_short_record(settings_record& record, std::uint32_t count) {
-  std::memset(record.bytes + count, 0, SETTINGS_SIZE - count);
-  constexpr std::int32_t FREE = -1;
-  for (std::uint32_t i = 0; i < LAST_ENTRY_ARRAY.entries; ++i)
-    std::memcpy(record.bytes + LAST_ENTRY_ARRAY.first + i * LAST_ENTRY_ARRAY.stride, &FREE, sizeof FREE);
+void complete_short_record(settings_record& record, std::uint32_t length) {
+  std::memset(record.bytes + length, 0, SETTINGS_SIZE - length);
+  mark_entries_free(record, LAST_ENTRY_ARRAY);
 }
 
 bool is_byte_order_foreign(const settings_record& record, const char* platform) {
   const std::int32_t marker = record.integer(byte_order_marker);
-  // NSLU2 wrote records before the marker existed.
-  if (is_platform(platform, "NSLU2") && marker == 0) return false;
+  // An NSLU2 may still have a record from before the marker existed.
+  if (is_named(platform, "NSLU2") && marker == 0) return false;
   return marker != 1;
 }
 
-std::int32_t adapt_image(settings_record& record, bool size_unlisted, const char* platform) {
+bool adapt_image(settings_record& record, bool size_unlisted, const char* platform) {
   if (size_unlisted) open_gap(record);
-  if (!is_byte_order_foreign(record, platform)) return 0;
-  convert_byte_order(record);
-  return 1;
+  const bool is_foreign = is_byte_order_foreign(record, platform);
+  if (is_foreign) convert_byte_order(record);
+  return is_foreign;
 }
 
-std::int32_t upgrade_settings(settings_record& record, std::int32_t size_unlisted) {
-  if (size_unlisted != 0) back_up_settings_file();
-  return adapt_image(record, size_unlisted != 0, this_board().platform);
+int upgrade_settings(settings_record& record, bool size_unlisted) {
+  if (size_unlisted) back_up_settings_file();
+  return adapt_image(record, size_unlisted, this_board().platform) ? 1 : 0;
 }
 
-std::int32_t load_settings(settings_record& record) { return load_settings_file(record, upgrade_settings); }
-
-std::int32_t look_at_settings(settings_record& record) {
-  return load_settings_file(record, [](settings_record& image, std::int32_t size_unlisted) {
-    return adapt_image(image, size_unlisted != 0, this_board().platform);
-  });
+int load_settings(settings_record& record, bool keep_backup) {
+  const path_text path(SETTINGS_PATH);
+  struct stat status {};
+  const int file = open_regular_file(path.c_str(), O_RDONLY, status);
+  const int result = file < 0 ? -1 : read_settings_file(file, status.st_size, record, keep_backup);
+  if (file >= 0) close(file);
+  if (result != 0) set_default_settings(record);
+  return result;
 }
 
-std::int32_t load_settings_with_retries(settings_record& record) {
+int load_settings_with_retries(settings_record& record) {
   constexpr int ATTEMPTS = 3;
   constexpr unsigned PAUSE = 1;  // seconds
   for (int attempt = 0; attempt < ATTEMPTS; ++attempt) {

@@ -27,13 +27,13 @@ struct settings_record {
     std::memcpy(bytes + field.offset, &value, sizeof value);
   }
 
-  // Without a NUL, the text fills the slot.
+  // A text without a NUL fills its slot.
   std::string_view text(const text_field& field) const {
     const char* const slot = reinterpret_cast<const char*>(bytes + field.offset);
     return {slot, strnlen(slot, field.size)};
   }
 
-  // Writes a text and its NUL, truncated to fit. The rest of the slot is unchanged.
+  // Writes the text and a NUL, truncated to fit. Leaves the rest of the slot unchanged.
   void set_text(const text_field& field, std::string_view text) {
     const std::size_t length = text.size() < field.size ? text.size() : field.size - 1;
     std::memcpy(bytes + field.offset, text.data(), length);
@@ -41,7 +41,7 @@ struct settings_record {
   }
 };
 
-// The settings record of this process. Loaded at start-up, and on every pass of the rapid-fire loop.
+// This process's settings, loaded at start-up and on every pass of the rapid-fire loop.
 extern settings_record station_settings;
 
 }  // namespace skypost

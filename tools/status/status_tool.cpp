@@ -73,10 +73,10 @@ void print_no_status(int reason) {
 }
 
 // As the uploader loads them, on the board that the environment names, if it does.
-int look_at_settings_of_this_board() {
+int load_settings_of_this_board() {
   const char* const platform = std::getenv(PLATFORM_VARIABLE);
   if (platform == nullptr || *platform == '\0') detect_platform();
-  return look_at_settings(station_settings);
+  return load_settings(station_settings, /*keep_backup=*/false);
 }
 
 bool is_colourful() {
@@ -97,7 +97,7 @@ int show(bool is_quiet) {
     if (!is_quiet) print_no_status(errno);
     return NO_STATUS;
   }
-  if (look_at_settings_of_this_board() != 0) {
+  if (load_settings_of_this_board() != 0) {
     if (!is_quiet) std::fprintf(stderr, "Error: cannot read %s\n", path_text(SETTINGS_PATH).c_str());
     return NOT_GOOD;
   }
