@@ -25,44 +25,45 @@ std::int64_t milliseconds_now() {
   return now.tv_sec * 1'000LL + now.tv_nsec / 1'000'000;
 }
 
-// Reads the report from a connected socket; returns its length in bytes. A recv() does not outlast its limit
-// even if bytes trickle in, so the last one starts early enough to end by the deadline.
-std::uint32_t read_report(int connection, std::int64_t deadline, report_buffer& report) {
+// Reads the report from a connected socket. Returns its length in bytes. SO_RCVTIMEO limits a whole MSG_WAITALL
+// recv(), however slowly bytes arrive, so none starts that could end after the deadline.
+std::uint32_t read_report(int connection, const fetch_limits& limits, std::int64_t deadline,
+                          report_buffer& report) {
   std::uint32_t length = 0;
-  while (READ_BUDGET - length > CHUNK_SIZE && milliseconds_now() + report_limits.wait <= deadline) {
-    const ssize_t count = recv(connection, report + length, CHUNK_SIZE, MSG_WAITALL);
-    if (count <= 0) break;
+  while (READ_BUDGET - length > CHUNK_SIZE && milliseconds_now() + limits.wait <= deadline) {
+    const ssize_t received = recv(connection, report + length, CHUNK_SIZE, MSG_WAITALL);
+    if (received <= 0) break;
     usleep(PAUSE_AFTER_CHUNK);
-    length += static_cast<std::uint32_t>(count);
+    length += static_cast<std::uint32_t>(received);
   }
   report[length] = '\0';
   return length;
 }
 
-// Connects and reads; returns 0, or -1 after writing the reason.
-std::int32_t fetch_over(int connection, report_buffer& report, const char* host, std::uint16_t port,
-                        std::FILE* errors) {
-  const std::int64_t deadline = milliseconds_now() + report_limits.whole;
+// Connects the socket and reads the report. Returns 0, or -1 after writing the reason.
+int fetch_over(int connection, report_buffer& report, const char* host, std::uint16_t port, std::FILE* errors,
+               const fetch_limits& limits) {
+  const std::int64_t deadline = milliseconds_now() + limits.whole;
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = inet_addr(host);
   address.sin_port = htons(port);
 
-  const timeval limit = {.tv_sec = report_limits.wait / 1'000, .tv_usec = report_limits.wait % 1'000 * 1'000};
-  if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit) != 0 ||
-      setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit) != 0) {
+  const timeval wait = {.tv_sec = limits.wait / 1'000, .tv_usec = limits.wait % 1'000 * 1'000};
+  if (setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &wait, sizeof wait) != 0 ||
+      setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &wait, sizeof wait) != 0) {
     std::fprintf(errors, "error set socket options %s:%d: %s\n", host, port, std::strerror(errno));
     return -1;
   }
   if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-    // When the timeout expires, connect() fails with EINPROGRESS.
+    // connect() fails with EINPROGRESS if the time-out expires.
     const int reason = errno == EINPROGRESS ? ETIMEDOUT : errno;
     std::fprintf(errors, "error connect socket %s:%d :%s\n", host, port, std::strerror(reason));
     return -1;
   }
-  // A plain close sets no errno; do not report a stale one.
+  // recv() leaves errno alone if the server closes the connection; do not report an older error.
   errno = 0;
-  if (read_report(connection, deadline, report) == 0) {
+  if (read_report(connection, limits, deadline, report) == 0) {
     std::fprintf(errors, "error read socket: %s", std::strerror(errno));
     return -1;
   }
@@ -71,16 +72,15 @@ std::int32_t fetch_over(int connection, report_buffer& report, const char* host,
 
 }  // namespace
 
-constinit fetch_limits report_limits;
-
-std::int32_t fetch_live_data(report_buffer& report, const char* host, std::uint16_t port, std::FILE* errors) {
+int fetch_live_data(report_buffer& report, const char* host, std::uint16_t port, std::FILE* errors,
+                    const fetch_limits& limits) {
   live_data_stale = 1;
   const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (connection < 0) {
     std::fprintf(errors, "error make socket %s:%d: %s\n", host, port, std::strerror(errno));
     return -1;
   }
-  const std::int32_t result = fetch_over(connection, report, host, port, errors);
+  const int result = fetch_over(connection, report, host, port, errors, limits);
   close(connection);
   if (result == 0) live_data_stale = 0;
   return result;

@@ -15,7 +15,7 @@ namespace skypost::testing {
 namespace {
 
 // Fetches a report that a server sends in pieces, into a buffer full of other bytes.
-std::string fetched(const std::vector<std::string>& pieces) {
+std::string fetched(const std::vector<std::string>& pieces, const fetch_limits& limits = {}) {
   const sim::tcp_server server(0, "data server", [&](const sim::connection& client) {
     for (const std::string& piece : pieces) {
       client.write(piece);
@@ -25,7 +25,7 @@ std::string fetched(const std::vector<std::string>& pieces) {
   static report_buffer report;
   std::memset(report, 'x', sizeof report);
   live_data_stale = 1;
-  EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port()), 0);
+  EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port(), stderr, limits), 0);
   EXPECT_EQ(live_data_stale, 0);
   return {report, strnlen(report, sizeof report)};
 }
@@ -47,10 +47,7 @@ TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
 
 // The server sends for 1.5 seconds, but the whole fetch may take only 0.6.
 TEST(DataServer, IsGivenUpWhenItTrickles) {
-  const fetch_limits usual = report_limits;
-  report_limits = {.wait = 500, .whole = 600};
-  const std::size_t length = fetched(std::vector<std::string>(30, "7")).size();
-  report_limits = usual;
+  const std::size_t length = fetched(std::vector<std::string>(30, "7"), {.wait = 500, .whole = 600}).size();
   EXPECT_GT(length, 0U);
   EXPECT_LT(length, 30U);
 }
