@@ -60,7 +60,7 @@ void prepare_station() {
   sim::select_sensors(station_settings);
   for (std::size_t i = 0; i < std::size(LIVE_TABLE); ++i) {
     const live_row& row = LIVE_TABLE[i];
-    keys[i].append_pattern(row.key, row.sensor == nullptr ? "" : station_settings.text(*row.sensor));
+    keys[i].append_pattern(row.key, station_settings.text(row.sensor));
   }
 }
 
@@ -75,7 +75,7 @@ void append_line(std::string_view key) {
 void append_other_sensors(int number) {
   for (const live_row& row : LIVE_TABLE)
     for (const auto& [setting, sensor] : sim::SENSORS) {
-      if (row.sensor != &setting) continue;
+      if (row.sensor.offset != setting.offset) continue;
       const std::string_view selected = sensor;
       key_text other;
       key_text key;

@@ -8,7 +8,7 @@
 
 namespace skypost {
 
-// A number missing from the report.
+// Stands for a number that the report does not have.
 inline constexpr std::int32_t MISSING_VALUE = -9999;
 
 constexpr bool known(std::int32_t value) { return value != MISSING_VALUE; }
@@ -130,31 +130,19 @@ struct LiveRecord {
   live_text sunset;   // the server's text
 };
 
-// Index of the first non-zero number.
-consteval std::int16_t first_number_set(const LiveRecord& live) {
-  std::int16_t index = 0;
-  for (const std::int32_t word : std::bit_cast<std::array<std::int32_t, sizeof live / 4>>(live)) {
-    if (word != 0) break;
-    ++index;
-  }
-  return index;
-}
-
-// Identifies one number: a member, or an element of `extratemp10`, which a pointer to member cannot. Two
-// bytes instead of eight save 3 KB of tables.
+// Identifies one number of the record: a member, or an element of `extratemp10`, which no pointer to member can
+// identify. It has two bytes, because pointers to members would make the tables 3 to 9 KB larger.
 class live_number {
  public:
   consteval live_number() = default;  // none
   consteval live_number(std::int32_t LiveRecord::*member) {
     LiveRecord live{};
-    live.*member = 1;
-    index_ = first_number_set(live);
+    point_to(live.*member, live);
   }
-  static consteval live_number extra_temperature(int number) {
+  static consteval live_number extra_temperature(int i) {
     LiveRecord live{};
-    live.extratemp10[number] = 1;
     live_number result;
-    result.index_ = first_number_set(live);
+    result.point_to(live.extratemp10[i], live);
     return result;
   }
 
@@ -171,16 +159,22 @@ class live_number {
   }
 
  private:
+  // Marks a number of the empty record `live`, and counts the words before the mark.
+  consteval void point_to(std::int32_t& number, LiveRecord& live) {
+    number = 1;
+    const auto content = std::bit_cast<std::array<std::int32_t, sizeof live / sizeof number>>(live);
+    for (index_ = 0; content[static_cast<std::size_t>(index_)] == 0;) ++index_;
+  }
   std::size_t offset() const { return sizeof(std::int32_t) * static_cast<std::size_t>(index_); }
 
   std::int16_t index_ = -1;
 };
 
-// The live record of this process. Only load_live_record writes it.
+// This process's live record. In the uploader, only load_live_record writes it.
 extern LiveRecord live_record;
 
-// While it is 1 the live record must not be sent; otherwise 0. The data server client sets it before each
-// fetch and clears it after a successful one; load_live_record sets it again if an outdoor value is missing.
+// 1 while the live record must not be sent, otherwise 0. fetch_live_data sets it, and clears it on success;
+// load_live_record sets it again if an outdoor value is missing.
 extern std::int32_t live_data_stale;
 
 }  // namespace skypost

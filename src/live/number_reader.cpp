@@ -5,9 +5,9 @@
 namespace skypost {
 namespace {
 
-// The exponent at the start of `text`, or 0.
+// Returns the exponent at the start of `text`, or 0.
 std::int32_t read_exponent(const char* text) {
-  constexpr std::int32_t LIMIT = 10'000'000;  // no report has enough digits to cancel more
+  constexpr std::int32_t LIMIT = 10'000'000;  // no report has enough digits to make up for more
   if (*text != 'e' && *text != 'E') return 0;
   ++text;
   const bool is_negative = *text == '-';
@@ -18,7 +18,7 @@ std::int32_t read_exponent(const char* text) {
   return is_negative ? -exponent : exponent;
 }
 
-// Stores digits * 10^power, rounded, if that fits.
+// Stores digits * 10^power, rounded, if the result fits.
 void store_number(std::int64_t digits, std::int32_t power, bool is_negative, std::int32_t& value) {
   constexpr std::int64_t HIGHEST = std::numeric_limits<std::int32_t>::max();
   for (; power > 0 && digits != 0; --power) {

@@ -15,7 +15,7 @@ namespace skypost {
 
 namespace {
 
-constexpr std::int32_t TIME_DIGITS = 14;
+constexpr int TIME_DIGITS = 14;
 
 constexpr bool is_blank(char character) {
   return character == ' ' || (character >= '\t' && character <= '\r');
@@ -43,7 +43,7 @@ void read_word(const char* text, live_text& destination) {
 }
 
 void read_time(const live_row& row, const char* text, LiveRecord& live) {
-  for (std::int32_t i = 0; i < TIME_DIGITS; ++i)
+  for (int i = 0; i < TIME_DIGITS; ++i)
     if (!is_digit(text[i])) return;
   format_hhmm(live.*row.text, text);
   if (row.number.is_none()) return;
@@ -73,8 +73,8 @@ void parse_row(const live_row& row, std::string_view report, const settings_reco
   }
 }
 
-// A current value and the extremes it may have exceeded since the server computed them. nullptr: no such
-// extreme. If there are two, both must be known.
+// A current value, and the extremes that it may have passed since the server computed them. nullptr: no such
+// extreme. If there are two, neither is widened unless both are known.
 struct widening {
   std::int32_t LiveRecord::*current;
   std::int32_t LiveRecord::*highest;
@@ -109,8 +109,8 @@ constexpr widening WIDENINGS[] = {
     // clang-format on
 };
 
-bool is_usable(std::int32_t LiveRecord::*field, const LiveRecord& live) {
-  return field == nullptr || known(live.*field);
+bool is_usable(std::int32_t LiveRecord::*extreme, const LiveRecord& live) {
+  return extreme == nullptr || known(live.*extreme);
 }
 
 void widen_extremes(LiveRecord& live) {
@@ -120,7 +120,7 @@ void widen_extremes(LiveRecord& live) {
     if (row.highest != nullptr && current > live.*row.highest) live.*row.highest = current;
     if (row.lowest != nullptr && current < live.*row.lowest) live.*row.lowest = current;
   }
-  // The day's highest gust is raised even if the report has none.
+  // Raise the day's highest gust even if the report has none.
   if (live.gust10 > live.todaymaxgust10) live.todaymaxgust10 = live.gust10;
 }
 
@@ -153,9 +153,9 @@ void dump_live_record(const LiveRecord& live) {
       live.yearmaxsealevel10, live.yearmaxgust10);
 }
 
-std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t count) {
+std::int32_t read_digits(const char* digits, int first, int length) {
   std::int32_t value = 0;
-  for (std::int32_t i = first; i < first + count; ++i) value = value * 10 + (digits[i] - '0');
+  for (int i = first; i < first + length; ++i) value = value * 10 + (digits[i] - '0');
   return value;
 }
 
@@ -163,8 +163,8 @@ std::int32_t read_digits(const char* digits, std::int32_t first, std::int32_t co
 
 const char* find_value(std::string_view report, const live_row& row, const settings_record& settings) {
   fixed_text<63> key;
-  key.append_pattern(row.key, row.sensor == nullptr ? std::string_view{} : settings.text(*row.sensor));
-  // Not strstr, which takes 2.6 to 6 times as long on ARM or with musl: see bench/parse_report.cpp.
+  key.append_pattern(row.key, settings.text(row.sensor));
+  // strstr would take 2.6 to 6 times as long on ARM or with musl: see bench/parse_report.cpp.
   const void* const place = memmem(report.data(), report.size(), key.c_str(), key.length());
   return place == nullptr ? nullptr : skip_blanks(skip_word(static_cast<const char*>(place)));
 }
@@ -177,7 +177,7 @@ void reset_live_record(LiveRecord& live) {
 }
 
 void parse_live_reply(const char* report, const settings_record& settings, LiveRecord& live) {
-  const std::string_view text = report;  // measured once
+  const std::string_view text = report;  // up to the first NUL
   for (const live_row& row : LIVE_TABLE) parse_row(row, text, settings, live);
   widen_extremes(live);
 }
@@ -199,7 +199,7 @@ void format_hhmm(live_text& destination, const char* digits) {
   copy_text(destination, {text, sizeof text});
 }
 
-std::int32_t load_live_record(const char* report) {
+int load_live_record(const char* report) {
   reset_live_record(live_record);
   parse_live_reply(report, station_settings, live_record);
   check_outdoor_values(live_record);

@@ -10,28 +10,27 @@ namespace skypost {
 
 struct live_row;
 
-// Finds the key of a row of the live table, with the sensor filled in that the settings select, and returns
-// the text after it; nullptr if it is missing. `report` is NUL-terminated.
+// Finds the row's key in `report`, a NUL-terminated text, with the sensor from the settings filled in. Returns the
+// text after it, or nullptr.
 const char* find_value(std::string_view report, const live_row& row, const settings_record& settings);
 
-// Resets every field to its value for "missing".
+// Makes every value of the record missing.
 void reset_live_record(LiveRecord& live);
 
-// Looks up every key of the live table in `report`, a NUL-terminated text, for the sensors that the settings
-// select, and stores what it finds in `live`; then widens the extremes that the current values have already
-// passed.
+// Looks up each key of the live table in `report`, a NUL-terminated text, and stores its value in `live`. The
+// settings select the sensors. Then widens the extremes that the current values have already passed.
 void parse_live_reply(const char* report, const settings_record& settings, LiveRecord& live);
 
-// Converts 14 digits, YYYYMMDDhhmmss in local time, to seconds since the epoch. A month 13 or a minute 75
-// carries over, as with mktime.
+// Converts a time of the report, 14 digits YYYYMMDDhhmmss in local time, to seconds since the epoch. A month 13 or
+// a minute 75 carries over, as in mktime().
 std::int64_t parse_server_time(const char* digits);
 
-// Writes the time of day in such a time as HH:MM.
+// Writes the time of day of such a time as HH:MM.
 void format_hhmm(live_text& destination, const char* digits);
 
-// Fills this process's live record from `report`, by this process's settings. If the outdoor temperature,
-// humidity or dew point is missing, all three are set to missing and `live_data_stale` is set. In debug mode
-// the main values go to standard error. Returns 0.
-std::int32_t load_live_record(const char* report);
+// Fills this process's live record from `report`, according to this process's settings. If the outdoor temperature,
+// humidity or dew point is missing, makes all three missing and sets `live_data_stale`. In debug mode, prints the
+// main values to standard error. Returns 0.
+int load_live_record(const char* report);
 
 }  // namespace skypost

@@ -9,7 +9,7 @@
 
 namespace skypost {
 
-// Everything that a text is composed from.
+// Everything that composers read.
 struct station {
   const settings_record& settings;
   const LiveRecord& live;
@@ -17,7 +17,7 @@ struct station {
   board host;
 };
 
-// The current station; nothing while its data must not be sent.
+// Returns the current station, or nothing while its live record must not be sent.
 std::optional<station> current_station();
 
 }  // namespace skypost

@@ -150,7 +150,7 @@ class LoadedReport : public ::testing::Test {
 
 void expect_nothing_known() {
   for (const live_row& row : LIVE_TABLE) {
-    if (row.sensor == nullptr) continue;
+    if (!row.has_sensor()) continue;
     SCOPED_TRACE(row.key);
     constexpr live_number HEIGHT = &LiveRecord::height;
     const bool is_zero = row.kind == value_kind::time || row.number == HEIGHT;

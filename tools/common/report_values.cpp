@@ -11,14 +11,12 @@ namespace skypost {
 
 std::string key_of(const live_row& row) {
   fixed_text<63> key;
-  key.append_pattern(row.key,
-                     row.sensor == nullptr ? std::string_view{} : station_settings.text(*row.sensor));
+  key.append_pattern(row.key, station_settings.text(row.sensor));
   return std::string(key.view().substr(0, key.view().find(' ')));
 }
 
 std::string source_of(const live_row& row) {
-  if (row.sensor != nullptr && station_settings.text(*row.sensor).empty())
-    return description_of(*row.sensor).name;
+  if (row.has_sensor() && station_settings.text(row.sensor).empty()) return description_of(row.sensor).name;
   return key_of(row);
 }
 

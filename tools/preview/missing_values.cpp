@@ -20,7 +20,7 @@ bool is_missing(const live_row& row, const LiveRecord& live) {
 }
 
 missing_value explained(const live_row& row, const char* report) {
-  if (row.sensor != nullptr && station_settings.text(*row.sensor).empty())
+  if (row.has_sensor() && station_settings.text(row.sensor).empty())
     return {source_of(row), "no sensor selected"};
   const std::optional<std::string> word = word_for(row, report);
   return {source_of(row), word ? quoted(*word) + " in the report" : "not in the report"};

@@ -29,8 +29,7 @@ std::string_view sensor_in(std::string_view key, const live_row& row) {
 std::vector<const live_row*> values_of(const settings_field& setting) {
   std::vector<const live_row*> rows;
   for (const live_row& row : LIVE_TABLE)
-    if (row.kind == value_kind::number && row.sensor != nullptr && row.sensor->offset == setting.offset)
-      rows.push_back(&row);
+    if (row.kind == value_kind::number && row.sensor.offset == setting.offset) rows.push_back(&row);
   return rows;
 }
 
@@ -54,7 +53,7 @@ std::vector<std::string> sensors_with_one_of(const std::vector<const live_row*>&
     report.remove_prefix(std::min(word.size() + 1, report.size()));
     for (const live_row* const row : rows) {
       const std::string_view sensor = sensor_in(word, *row);
-      if (is_sensor_identifier(sensor) && sensor.size() < row->sensor->size &&
+      if (is_sensor_identifier(sensor) && sensor.size() < row->sensor.size &&
           std::find(sensors.begin(), sensors.end(), sensor) == sensors.end())
         sensors.emplace_back(sensor);
     }
