@@ -19,18 +19,20 @@ namespace {
 constexpr std::int32_t LONGEST_PASS = 30;    // seconds
 constexpr std::int32_t FIXED_INTERVAL = 10;  // seconds
 
-// Copy of the settings before this reload.
+// The settings before a reload, which are restored if it fails.
 settings_record backup_settings;
 
 std::int32_t interval_of(const rapid_fire_network& network, const settings_record& settings) {
   return network.interval == nullptr ? FIXED_INTERVAL : settings.integer(*network.interval);
 }
 
-void send_what_is_due(rapid_fire_stamps& stamps, std::int64_t now) {
+void send_due_uploads(rapid_fire_stamps& stamps, std::int64_t now) {
   open_rapid_fire_status();
-  for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
-    if (take_turn(network, station_settings, stamps, now) && send_recorded(network, *network.upload) != 0)
+  for (std::size_t i = 0; i < stamps.size(); ++i) {
+    const rapid_fire_network& network = RAPID_FIRE_NETWORKS[i];
+    if (take_turn(network, station_settings, stamps[i], now) && send_recorded(network, *network.upload) != 0)
       report_failure(network.name);
+  }
   close_status();
 }
 
@@ -45,13 +47,13 @@ void reload_settings() {
 
 void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
   error_text.clear();
-  // Taken before the sleep, so that a network whose interval is the pass length is due on every pass.
+  // Take the time before the sleep, so that a network whose interval is the pass length is due on every pass.
   const std::int64_t now = std::time(nullptr);
   sleep(static_cast<unsigned>(pass_length(station_settings)));
   if (is_any_rapid_fire_active(station_settings) &&
       fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) == 0) {
     load_live_record(report);
-    send_what_is_due(stamps, now);
+    send_due_uploads(stamps, now);
   }
   reload_settings();
 }
@@ -59,8 +61,8 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 }  // namespace
 
 constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
-#define RAPID_FIRE(name, enabled, rapid_enabled, interval, last, upload) \
-  {{name, enabled, nullptr, rapid_enabled}, interval, &rapid_fire_stamps::last, &(upload)},
+#define RAPID_FIRE(name, enabled, rapid_enabled, interval, upload) \
+  {{name, enabled, nullptr, rapid_enabled}, interval, &(upload)},
 #include "run/run_list.def"
 };
 
@@ -76,9 +78,8 @@ std::int32_t pass_length(const settings_record& settings) {
   return length;
 }
 
-bool take_turn(const rapid_fire_network& network, const settings_record& settings, rapid_fire_stamps& stamps,
+bool take_turn(const rapid_fire_network& network, const settings_record& settings, std::int64_t& last,
                std::int64_t now) {
-  std::int64_t& last = stamps.*network.last;
   const bool is_from_the_future = last > now + TOLERATED_CLOCK_CHANGE;
   const bool is_due = is_from_the_future || last + interval_of(network, settings) <= now;
   if (!is_enabled(network, settings) || !is_due) return false;
@@ -93,7 +94,8 @@ void make_intervals_valid(settings_record& record) {
 }
 
 void run_rapid_fire(report_buffer& report, std::int64_t start) {
-  rapid_fire_stamps stamps{start, start, start};
+  rapid_fire_stamps stamps;
+  stamps.fill(start);
   for (;;) run_pass(report, stamps);
 }
 
