@@ -3,13 +3,7 @@
 
 #include "compose/md5.h"
 
-#include <openssl/crypto.h>
 #include <openssl/md5.h>
-#include <string.h>
-
-// MD5 wipes its state with this. libcrypto's own version pulls in CPU detection, which needs more of the C
-// library than some boards have.
-extern "C" void OPENSSL_cleanse(void* place, std::size_t size) { explicit_bzero(place, size); }
 
 namespace skypost {
 
