@@ -1,5 +1,5 @@
-// Only for static programs. libcrypto's MD5 wipes its state with this function. libcrypto's own version brings
-// processor detection along, which needs functions of glibc on ARMv7.
+// Linked into static programs only. libcrypto's MD5 wipes its state with this function. The original lies in one object
+// with libcrypto's processor detection, which needs functions of glibc on ARMv7.
 
 #include <openssl/crypto.h>
 #include <string.h>

@@ -131,7 +131,7 @@ struct LiveRecord {
 };
 
 // Identifies one number of the record: a member, or an element of `extratemp10`, which no pointer to member can
-// identify. It has two bytes, because pointers to members would make the tables 3 to 9 KB larger.
+// identify. It takes two bytes, because pointers to members would make the tables 3 to 9 KB larger.
 class live_number {
  public:
   consteval live_number() = default;  // none

@@ -16,7 +16,7 @@ enum class value_kind : std::uint8_t {
   time,  // 14 digits, YYYYMMDDhhmmss, local time
 };
 
-// For a key that contains no sensor.
+// The sensor of a key that has none.
 inline constexpr text_field NO_SENSOR{};
 
 // One key of the report, and the member of the live record that its value fills. A time may fill two.
@@ -48,7 +48,7 @@ consteval live_row time_of(const char* key, text_field sensor, live_text LiveRec
   return {key, sensor, value_kind::time, {}, seconds, 0, time_of_day, "---"};
 }
 
-// In the order in which the keys are looked up. A key that ends in a blank matches only as a whole, not as
+// The rows, in the order in which their keys are looked up. A key that ends in a blank matches only as a whole, not as
 // the start of a longer one.
 inline constexpr live_row LIVE_TABLE[] = {
     // clang-format off
@@ -151,7 +151,7 @@ inline constexpr live_row LIVE_TABLE[] = {
     // clang-format on
 };
 
-// Each byte of the record is filled by exactly one row.
+// True if each byte of the record is filled by exactly one row.
 consteval bool does_live_table_fill_the_record() {
   std::size_t filled = 0;
   for (const live_row& row : LIVE_TABLE) {

@@ -7,7 +7,7 @@ namespace {
 
 // Returns the exponent at the start of `text`, or 0.
 std::int32_t read_exponent(const char* text) {
-  constexpr std::int32_t LIMIT = 10'000'000;  // no report has enough digits to make up for more
+  constexpr std::int32_t LIMIT = 10'000'000;  // a report has too few digits to offset a larger one
   if (*text != 'e' && *text != 'E') return 0;
   ++text;
   const bool is_negative = *text == '-';

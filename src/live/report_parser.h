@@ -14,7 +14,7 @@ struct live_row;
 // text after it, or nullptr.
 const char* find_value(std::string_view report, const live_row& row, const settings_record& settings);
 
-// Makes every value of the record missing.
+// Sets every value of the record to missing.
 void reset_live_record(LiveRecord& live);
 
 // Looks up each key of the live table in `report`, a NUL-terminated text, and stores its value in `live`. The

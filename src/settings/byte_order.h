@@ -6,8 +6,8 @@
 
 namespace skypost {
 
-// Adjacent numbers of `size` bytes each (4: integer, 8: floating point), at `first` up to and including `last`.
-// In an array, these are the numbers of its first entry, and each of the `entries` has them, `stride` bytes apart.
+// Adjacent numbers of `size` bytes each (4: integer, 8: floating point), from offset `first` to offset `last`. In an
+// array, each of its `entries` has such numbers; the offsets are those of the first, and the next is `stride` bytes on.
 struct converted_range {
   std::uint32_t first;
   std::uint32_t last;
@@ -16,7 +16,7 @@ struct converted_range {
   std::uint32_t stride = 0;
 };
 
-// What every program of the appliance converts in a record of the other byte order.
+// The numbers that all programs of the appliance convert in a record of the other byte order.
 inline constexpr converted_range CONVERTED_RANGES[] = {
     // clang-format off
     {    0,     0, 4}, {  500,   500, 4}, { 6756,  6756, 4}, { 7016,  7016, 4}, {17136, 17136, 4},

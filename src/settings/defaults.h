@@ -8,8 +8,8 @@ namespace skypost {
 
 inline constexpr std::int32_t DEFAULT_RAPID_INTERVAL = 30;  // seconds
 
-// An array of other programs, with its entries `stride` bytes apart. This program only marks entries as free, by
-// writing -1 as their first integer.
+// An array that belongs to other programs, with entries `stride` bytes apart. This program only marks entries as free,
+// by setting their first integer to -1.
 struct entry_array {
   std::uint32_t first;
   std::uint32_t entries;
