@@ -32,6 +32,7 @@ std::uint32_t read_report(int connection, const fetch_limits& limits, std::int64
   std::uint32_t length = 0;
   while (READ_BUDGET - length > CHUNK_SIZE && milliseconds_now() + limits.wait <= deadline) {
     const ssize_t received = recv(connection, report + length, CHUNK_SIZE, MSG_WAITALL);
+    if (received < 0 && errno == EINTR) continue;  // the process was stopped and continued, for example
     if (received <= 0) break;
     usleep(PAUSE_AFTER_CHUNK);
     length += static_cast<std::uint32_t>(received);
@@ -55,7 +56,11 @@ int fetch_over(int connection, report_buffer& report, const char* host, std::uin
     std::fprintf(errors, "error set socket options %s:%d: %s\n", host, port, std::strerror(errno));
     return -1;
   }
-  if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+  int result = 0;
+  do {
+    result = connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  } while (result != 0 && errno == EINTR && milliseconds_now() < deadline);
+  if (result != 0) {
     // connect() fails with EINPROGRESS if the time-out expires.
     const int reason = errno == EINPROGRESS ? ETIMEDOUT : errno;
     std::fprintf(errors, "error connect socket %s:%d :%s\n", host, port, std::strerror(reason));

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <thread>
@@ -43,6 +44,25 @@ TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
   EXPECT_GT(report.size(), 467'230U);
   EXPECT_LE(report.size(), 499'998U);
   EXPECT_TRUE(text.starts_with(report));
+}
+
+// Ctrl-Z and fg, or a debugger, interrupt a recv() that has a time limit.
+TEST(DataServer, GoesOnAfterASignal) {
+  struct sigaction action {};
+  action.sa_handler = [](int) {};
+  sigaction(SIGUSR1, &action, nullptr);
+  const pthread_t fetching = pthread_self();
+  const sim::tcp_server server(0, "data server", [&](const sim::connection& client) {
+    for (const char* const piece : {"actual_th0_temp_c ", "21.5\n"}) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      pthread_kill(fetching, SIGUSR1);
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      client.write(piece);
+    }
+  });
+  static report_buffer report;
+  EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port()), 0);
+  EXPECT_STREQ(report, "actual_th0_temp_c 21.5\n");
 }
 
 // The server sends for 1.5 seconds, but the whole fetch may take only 0.6.
