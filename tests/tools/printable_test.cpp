@@ -18,7 +18,8 @@ TEST(Printable, LeavesNothingThatATerminalObeysOrABrowserGuesses) {
       {"\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},           // beyond the last code point
       {"\xe2\x82", "\\xe2\\x82"},                             // truncated
       {"\xe2\x80\xae", "\\xe2\\x80\\xae"},                    // a right-to-left override
-      {"\xe2\x81\xa6", "\\xe2\\x81\\xa6"},                    // a directional isolate
+      {"\xd8\x9c\xe2\x80\x8e\xe2\x80\x8f", "\\xd8\\x9c\\xe2\\x80\\x8e\\xe2\\x80\\x8f"},  // marks
+      {"\xe2\x81\xa6", "\\xe2\\x81\\xa6"},  // a directional isolate
   };
   for (const auto& [text, expected] : CASES) EXPECT_EQ(printable(text), expected);
   EXPECT_EQ(printable_lines("d\r"), std::vector<std::string>{"d\\x0d"});

@@ -54,6 +54,14 @@ TEST(HideSecrets, HidesASecretHoweverItIsWrittenAndNothingElse) {
       {"abcabd",   "abcabcabd",                "abc***"},
       {"a&b<\"'",  "a&amp;b&lt;&quot;&#039;",  "***"},          // HTML entities
       {"a&amp;b",  "a&amp;b a&amp;amp;b a%26amp;b", "*** *** ***"},
+      {"a'b",      "a&#39;b a&#0039;b a&#x27;b a&#X27;b a&apos;b", "*** *** *** *** ***"},
+      {"k\xE4y",   "k&auml;y k&#228;y k&#xe4;y k\\u00e4y k\\xE4y k\\344y", "*** *** *** *** *** ***"},
+      {"k\xC3\xA4y", "k&auml;y k&Atilde;&curren;y k\\u00E4y k\\303\\244y", "*** *** *** ***"},
+      {"\xC2\xA0\xC3\xBF\xE2\x82\xAC", "&nbsp;&yuml;&#8364; \\u00a0\\u00ff\\u20ac", "*** ***"},
+      {"a\xF0\x9F\x8C\xA7", "a&#x1F327;",      "***"},
+      {"a\"/\\b",  "a\\\"\\/\\\\b",          "***"},          // JSON
+      {"a'b",      "a&#39b a&#;b a\\47b a\\u27b a&aposb", "a&#39b a&#;b a\\47b a\\u27b a&aposb"},
+      {"x%2525",   "x%2525 x%25",              "*** ***"},  // the second was decoded once
       {"word",     "wor, Word, swords",        "wor, Word, s***s"},
       {"",         "50% of a%zz, 2026-11-25 01:23:45, deadbeef 100%", "50% of a%zz, 2026-11-25 01:23:45, deadbeef 100%"},
       {"of",       "one of them",              "one of them"},  // too short to be hidden
@@ -69,6 +77,9 @@ TEST(HideSecrets, HidesASecretHoweverItIsWrittenAndNothingElse) {
       {"s&cret",   "pass=s",                   "pass=*",   CUT},
       {"s&cret",   "pass=s&amp;",              "pass=***", CUT},
       {"s&cret",   "pass=s&a",                 "pass=***", CUT},
+      {"s'cret",   "pass=s&#3",                "pass=***", CUT},
+      {"s'cret",   "pass=s\\u00",              "pass=***", CUT},
+      {"s'cret",   "pass=s&x y",               "pass=s&x y", CUT},
       {"s&cret",   "pass=s&c",                 "pass=s&c"},     // not truncated
       // clang-format on
   };

@@ -14,8 +14,9 @@ std::size_t harmless_length(std::string_view text) {
   const std::size_t length = std::mbrtoc32(&character, text.data(), text.size(), &state);
   if (length > text.size()) return 0;  // invalid or incomplete
   const bool is_control = character < 0x20 || (character >= 0x7f && character < 0xa0);
-  const bool is_bidirectional_control =
-      (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
+  const bool is_bidirectional_control = character == 0x061c || character == 0x200e || character == 0x200f ||
+                                        (character >= 0x202a && character <= 0x202e) ||
+                                        (character >= 0x2066 && character <= 0x2069);
   const bool is_beyond_unicode = character > 0x10ffff;  // glibc accepts some of them
   return is_control || is_bidirectional_control || is_beyond_unicode ? 0 : length;
 }

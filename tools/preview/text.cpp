@@ -31,7 +31,7 @@ void print_table(std::ostream& out, const std::vector<table_row>& rows) {
       out << shown_value(row) << '\n';
     } else {
       print_padded(out, shown_value(row), value_width);
-      out << row.source << '\n';
+      out << printable(row.source) << '\n';
     }
   }
 }
