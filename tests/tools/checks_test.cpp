@@ -47,11 +47,12 @@ struct checked_station : owners_station {
   }
 
   // Records in the status file that a run began.
-  void record_run(std::int64_t begun) const {
+  void record_run(std::int64_t begun) {
     status_image image;
     read_status(-1, 0, image);
     image.records[RUN_RECORD].begun = begun;
     folder.write(STATUS_PATH, {reinterpret_cast<const char*>(&image), sizeof image});
+    change(std::string("mode 0600 ") + STATUS_PATH);
   }
 
   findings found() {
@@ -148,24 +149,38 @@ TEST(Checks, LookForTheCertificatesThatWgetTrusts) {
 }
 
 // A file's owner can always change it, its group only if the mode permits.
-TEST(Checks, FindAnAlarmScriptOfAnotherUser) {
+TEST(Checks, FindWhatAnotherUserOwns) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
   constexpr uid_t NOBODY = 65'534;
   const struct {
+    const char* path;
     uid_t owner;
     gid_t group;
     const char* mode;
     std::size_t findings;
-  } ROWS[] = {{0, 0, "0775", 0},
-              {0, NOBODY, "0755", 0},
-              {0, NOBODY, "0775", 1},
-              {NOBODY, 0, "0555", 1},
-              {0, 0, "0757", 1}};
+  } ROWS[] = {{ALARM_SCRIPT_PATH, 0, 0, "0775", 0},
+              {ALARM_SCRIPT_PATH, 0, NOBODY, "0755", 0},
+              {ALARM_SCRIPT_PATH, 0, NOBODY, "0775", 1},
+              {ALARM_SCRIPT_PATH, NOBODY, 0, "0555", 1},
+              {ALARM_SCRIPT_PATH, 0, 0, "0757", 1},
+              {MAIL_PROGRAM_PATH, NOBODY, 0, "0755", 1},
+              {MAIL_CONFIGURATION_PATH, NOBODY, 0, "0600", 1},
+              {"/opt/sbin", NOBODY, 0, "0755", 1},
+              {"/var/run/nimbulog", NOBODY, 0, "0755", 1},
+              {"/srv", NOBODY, 0, "0755", 1},
+              {STATUS_PATH, NOBODY, 0, "0600", 1},
+              {STATUS_PATH, 0, 0, "0600", 0}};
   for (const auto& row : ROWS) {
     checked_station station;
-    ASSERT_EQ(chown(station.folder.path(ALARM_SCRIPT_PATH).c_str(), row.owner, row.group), 0);
-    station.change(std::string("mode ") + row.mode + ' ' + ALARM_SCRIPT_PATH);
-    EXPECT_EQ(station.found().size(), row.findings) << row.owner << ':' << row.group << ' ' << row.mode;
+    station.record_run(station.appliance.now);
+    ASSERT_EQ(chown(station.folder.path(row.path).c_str(), row.owner, row.group), 0);
+    station.change(std::string("mode ") + row.mode + ' ' + row.path);
+    const findings found = station.found();
+    EXPECT_EQ(found.size(), row.findings) << row.owner << ':' << row.group << ' ' << row.mode;
+    for (const std::string& finding : found)
+      EXPECT_TRUE(
+          station.without_root(finding).starts_with(std::string(row.path) + ": users other than root"))
+          << finding;
   }
 }
 

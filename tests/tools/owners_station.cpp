@@ -32,7 +32,8 @@ const field_description& field(const std::string& name) {
 }  // namespace
 
 owners_station::owners_station()
-    : report(sim::lifelike_report(spring_morning().seconds)), endpoints_(local_servers()) {
+    : report(sim::lifelike_report(spring_morning().seconds)),
+      endpoints_(local_servers() + "aprs_path = TCPIP*\n") {
   change("platform X86");
   switch_everything_on(settings);
   save();

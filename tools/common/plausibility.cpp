@@ -169,6 +169,13 @@ std::string fault_of_port(const run_step& step, const settings_record& settings)
   return finding_of_number(aprs_port, settings, ", so the server of APRS is not reached. ");
 }
 
+std::string fault_of_site_id(const field_description& row, std::string_view text) {
+  if (row.field.offset != metoffice_site_id.offset || text.size() + 1 < metoffice_site_id.size) return {};
+  return "site IDs given since June 2016 have 36 characters and do not fit; the Belgian successor of Met "
+         "Office WOW"
+         " takes Weather Underground's protocol: see skypost-endpoints(5)";
+}
+
 const text_field* broken_call_sign(const run_step& step, const settings_record& settings) {
   const text_field& call_sign = step.upload == &CWOP ? cwop_id : aprs_call_sign;
   return settings.text(call_sign).find_first_of("\r\n") == std::string_view::npos ? nullptr : &call_sign;

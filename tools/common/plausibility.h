@@ -43,6 +43,9 @@ std::vector<std::string> faults_of_position(const settings_record& settings, con
 // Returns such a line if the step uses aprs_port and that is impossible.
 std::string fault_of_port(const run_step& step, const settings_record& settings);
 
+// The fault of a site ID of Met Office WOW that does not fit, or not whole; empty if it may be whole.
+std::string fault_of_site_id(const field_description& row, std::string_view text);
+
 // Returns the call-sign setting of an APRS step if it contains a line break, which prevents the upload; otherwise
 // nullptr.
 const text_field* broken_call_sign(const run_step& step, const settings_record& settings);

@@ -2,8 +2,10 @@
 #include <cctype>
 #include <string_view>
 
+#include "channels/channels.h"
 #include "common/composing.h"
 #include "common/plausibility.h"
+#include "networks/networks.h"
 #include "run/rapid_fire.h"
 #include "settings_tool/checks.h"
 #include "settings_tool/enabled_steps.h"
@@ -31,6 +33,11 @@ void check_packet(const run_step& step, findings& found) {
                     ": it contains a line break, so nothing is sent to " + network_of(step) +
                     ". Set it to the call sign alone.");
   if (const std::string fault = fault_of_port(step, station_settings); !fault.empty()) found.push_back(fault);
+  if (step.upload == &APRS && endpoint_value(endpoint::aprs_path) == std::string_view("TCPXX*"))
+    found.push_back(
+        in_endpoint_file(endpoint::aprs_path) +
+        ": servers of the general pool drop packets by way of TCPXX*, and each upload to APRS counts as"
+        " good. Set it to TCPIP*.");
 }
 
 bool is_hexadecimal(std::string_view text) {
@@ -64,9 +71,19 @@ void check_url_values(const run_step& step, findings& found) {
   }
 }
 
+// A file holds as much of a long site ID as fits.
+void check_site_id(findings& found) {
+  const field_description& row = description_of(metoffice_site_id);
+  const std::string fault = fault_of_site_id(row, station_settings.text(metoffice_site_id));
+  if (!fault.empty())
+    found.push_back(std::string(row.name) + ": it is as long as it can be, and probably cut off: " + fault +
+                    '.');
+}
+
 void check_account(const run_step& step, const checked_appliance& appliance, findings& found) {
   const std::string network = network_of(step);
   if (step.upload->by == carrier::aprs) check_packet(step, found);
+  if (step.upload == &METOFFICE) check_site_id(found);
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (row.group != network || !is_unset(station_settings, row)) continue;
     const bool is_told = is_lacking(step, row, appliance);
@@ -110,11 +127,6 @@ void check_accounts(const checked_appliance& appliance, findings& found) {
 void check_servers(const checked_appliance&, findings& found) {
   for (const run_step* const step : enabled_steps())
     for (const called_server& server : servers_of(*step)) check_server(*step, server, found);
-}
-
-void check_endpoint_file(const checked_appliance& appliance, findings& found) {
-  for (const std::string& fault : endpoint_faults(appliance.endpoint_errors))
-    found.push_back(fault + ". Correct it.");
 }
 
 void check_position(const checked_appliance&, findings& found) {

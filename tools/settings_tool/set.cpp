@@ -46,9 +46,12 @@ void store_number(settings_record& record, const field_description& row, const s
 
 void store_text(settings_record& record, const field_description& row, const std::string& text, bool force) {
   const settings_field& field = row.field;
-  if (text.size() >= field.size)
+  if (text.size() >= field.size) {
+    const std::string fault = fault_of_site_id(row, text);
     throw tool_error(std::string(row.name) + " holds at most " + std::to_string(field.size - 1) +
-                     " bytes; this text has " + std::to_string(text.size()));
+                     " bytes; this text has " + std::to_string(text.size()) +
+                     (fault.empty() ? "" : "; " + fault));
+  }
   if (!force) refuse(fault_of_text(row, text));
   // No tail of a longer old password may remain.
   std::memset(record.bytes + field.offset, 0, field.size);
