@@ -1,6 +1,7 @@
 // Golden sessions of the owner's tools with each kind of server. They show the number of requests, because no server
 // may get more than it must.
 
+#include <filesystem>
 #include <map>
 #include <optional>
 
@@ -14,6 +15,8 @@
 namespace skypost::testing {
 namespace {
 
+namespace fs = std::filesystem;
+
 std::vector<std::string> words_of(const std::string& line) { return all_matches(line, "[^ ]+"); }
 
 // The appliance of a golden session.
@@ -23,7 +26,8 @@ class owners_session : public program {
   //   only SWITCH...           switches all others off     set NAME=VALUE            sets one setting
   //   endpoint LINE            appended to the file        wgetrc LINE               replaces wget's settings
   //   interpose WHAT VALUE     see program.h               reply NETWORK KIND        sets its server's reply
-  //   data KIND                what the data server sends
+  //   data KIND                what the data server sends  program PATH COMMAND     replaces a program by a script
+  //   remove PATH
   void change(std::string line) {
     line = replaced(line, "ROOT", all.board.root());
     for (const auto& [name, port] : ports_) line = replaced(line, name, port);
@@ -46,6 +50,11 @@ class owners_session : public program {
       const std::map<std::string, sim::reply_kind> KINDS = {
           {"bad", sim::reply_kind::bad}, {"empty", sim::reply_kind::empty}, {"hang", sim::reply_kind::hang}};
       all.peers.set_reply(words.at(1), KINDS.at(words.at(2)));
+    } else if (words[0] == "program" || words[0] == "remove") {
+      fs::remove(all.board.path(words.at(1)));  // it may be a link to one of this machine's programs
+      if (words[0] == "remove") return;
+      all.board.write(words.at(1), "#!/bin/sh\n" + rest.substr(words[1].size() + 1) + '\n');
+      fs::permissions(all.board.path(words.at(1)), fs::perms::owner_all);
     } else if (rest == "nothing") {
       all.data->set_behaviour(sim::data_server::behaviour::nothing);
     } else if (rest == "empty") {

@@ -85,6 +85,23 @@ TEST_F(trying, sends_byte_for_byte_what_a_run_sends_and_keeps_no_trace) {
   EXPECT_TRUE(all.board.alarms().empty());
 }
 
+// The file is read back: here it keeps the end of a longer one, which a run does not see.
+TEST_F(trying, believes_no_file_that_does_not_hold_what_was_written) {
+  const std::pair<const char*, std::string> FAULTS[] = {
+      {"write:1", "awekas.txt was not written: Input/output error\n"},
+      {"ftruncate64:2",
+       all.board.path(PULL_DIRECTORIES[1]).string() + "awekas.txt does not hold what was written\n"},
+  };
+  for (const auto& [call, reason] : FAULTS) {
+    for (const char* const directory : PULL_DIRECTORIES)
+      all.board.write(std::string(directory) + "awekas.txt", std::string(9'000, 'x'));
+    interpose("FAIL", call);
+    const sim::run_result run = try_network("awekas_pull");
+    EXPECT_NE(run.output.find("\nawekas_pull: UNCLEAR: " + reason), std::string::npos) << run.output;
+    EXPECT_NE(run.status, 0);
+  }
+}
+
 TEST_F(trying, asks_first) {
   for (const auto& [keys, count] : {std::pair<std::string, int>{"", 0}, {"n", 0}, {"yes", 0}, {"y", 1}}) {
     all.peers.forget_requests();

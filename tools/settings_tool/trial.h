@@ -4,18 +4,20 @@
 
 #include "compose/upload.h"
 
-// Makes one upload as a run does: by the same function, with the same preparation and time limit. Uses the process's
-// settings, live record, endpoints and hardware address. Failures are not reported, and nothing is recorded.
+// Makes one upload as a run does: with the same preparation and time limit, and except for the mail by the same function.
+// The mail program is run without the logger, so that its output and exit status are known. A pull file is read back.
+// Uses the process's settings, live record, endpoints and hardware address. Failures are not reported, and nothing is
+// recorded.
 namespace skypost {
 
-enum class verdict { accepted, failed, ended_by_alarm };
+enum class verdict { accepted, unclear, failed, ended_by_alarm };
 
 // The texts contain no secrets.
 struct trial_result {
   verdict outcome;
   int wget_status;     // NO_WGET_STATUS if there is none
-  std::string reply;   // everything that the network replied, as received
-  std::string reason;  // the start of the reason for a failure
+  std::string reply;   // everything that the network replied, or the mail program printed, as received
+  std::string reason;  // why the upload is unclear, or the start of the reason for a failure
 };
 
 trial_result try_upload(const upload& upload);

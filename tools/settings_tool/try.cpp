@@ -100,27 +100,27 @@ bool is_wanted(std::ostream& out) {
   return false;
 }
 
-// True if the server accepts the login but drops the packets.
-bool is_unverified(const run_step& step, const trial_result& result) {
-  return step.upload == &APRS && result.reply.find(" unverified") != std::string::npos;
-}
-
 bool is_empty(std::string_view text) { return text.find_first_not_of("\r\n") == std::string_view::npos; }
+
+// For HTTP, in the words for wget's exit status.
+std::string unclear_sentence(const trial_result& result) {
+  const char* const meaning = wget_status_meaning(result.wget_status);
+  return "UNCLEAR: " + (meaning == nullptr ? "" : std::string(meaning) + "; ") + printable(result.reason);
+}
 
 // Claims no more than can be known from here.
 std::string sentence_for(const run_step& step, const trial_result& result) {
   if (result.outcome == verdict::ended_by_alarm)
     return "ENDED BY ITS ALARM after " + std::to_string(STEP_SECONDS) + " seconds";
   if (result.outcome == verdict::failed) return "FAILED: " + printable(result.reason);
+  if (result.outcome == verdict::unclear) return unclear_sentence(result);
   switch (step.upload->by) {
     case carrier::file:
       return "WRITTEN. Whether the network fetches it is not seen here.";
     case carrier::mail:
-      return "HANDED to the mail program. What that says is in the system log.";
+      return "HANDED to the mail program, which reported no error.";
     case carrier::aprs:
-      return is_unverified(step, result)
-                 ? "FAILED: unverified: packets are dropped by servers of the general pool"
-                 : "ACCEPTED. The server took the login; what becomes of the packet it does not tell.";
+      return "ACCEPTED. The server took the login; what becomes of the packet it does not tell.";
     case carrier::http:
       break;
   }
@@ -149,12 +149,12 @@ bool try_step(std::ostream& out, const candidate& one) {
   const run_step& step = *one.step;
   const trial_result result = try_upload(*step.upload);
   out << one.preview.id << ": " << sentence_for(step, result) << '\n';
-  print_lines(out, "Reply", result.reply);
+  print_lines(out, step.upload->by == carrier::mail ? "The mail program's words" : "Reply", result.reply);
   print_wget_status(out, result.wget_status);
   const bool is_http = step.upload->by == carrier::http;
   if (is_http && result.outcome == verdict::failed && is_empty(result.reply))
     print_lines(out, "The same request once more, in wget's words", messages_of_wget(*step.upload));
-  return result.outcome == verdict::accepted && !is_unverified(step, result);
+  return result.outcome == verdict::accepted;
 }
 
 }  // namespace
