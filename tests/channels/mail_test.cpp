@@ -10,6 +10,7 @@
 #include "endpoints/endpoint_file.h"
 #include "endpoints/endpoints.h"
 #include "support/appliance_folder.h"
+#include "support/no_more_files.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -64,6 +65,17 @@ TEST(MailReport, CastsDoubtOnItselfWithoutAMailProgram) {
   latest_exchange = {};
   EXPECT_EQ(send_mail_report(), 0);
   EXPECT_STREQ(latest_exchange.doubt, "");
+}
+
+TEST(MailReport, SaysThatItsErrorQuotesTheCommand) {
+  live_data_stale = 0;
+  live_record = fully_equipped_station();
+  fill_settings(station_settings);
+  latest_exchange = {};
+  const no_more_files limit;
+  EXPECT_EQ(send_mail_report(), -1);
+  EXPECT_TRUE(error_text.view().ends_with(": Too many open files")) << error_text.c_str();
+  EXPECT_TRUE(latest_exchange.is_command_quoted);
 }
 
 }  // namespace

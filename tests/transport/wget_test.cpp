@@ -11,6 +11,7 @@
 #include "base/error_text.h"
 #include "compose/command.h"
 #include "support/appliance_folder.h"
+#include "support/no_more_files.h"
 
 namespace skypost::testing {
 namespace {
@@ -24,6 +25,7 @@ class Upload : public ::testing::Test {
  protected:
   void SetUp() override {
     debug_flag = 0;
+    latest_exchange = {};
     error_text.clear();
     error_text.append_text("left by another network");
   }
@@ -59,6 +61,17 @@ TEST_F(Upload, RunsNoCommandThatDidNotFit) {
   ASSERT_EQ(upload("touch " + marker + "; echo OK #" + std::string(COMMAND_CAPACITY, 'x')), -1);
   EXPECT_NE(access(marker.c_str(), F_OK), 0);
   EXPECT_EQ(error().rfind("command longer than 9999 characters, not run: touch", 0), 0U) << error();
+  EXPECT_TRUE(latest_exchange.is_command_quoted);
+}
+
+// The alarm quotes the command with its password; the status must not.
+TEST_F(Upload, TellsApartWhetherTheErrorQuotesTheCommand) {
+  EXPECT_EQ(upload("echo refused"), -1);
+  EXPECT_FALSE(latest_exchange.is_command_quoted) << error();
+  const no_more_files limit;
+  EXPECT_EQ(upload("echo OK"), -1);
+  EXPECT_EQ(error(), "error open pipe echo OK: Too many open files");
+  EXPECT_TRUE(latest_exchange.is_command_quoted);
 }
 
 TEST_F(Upload, PrintsTheCommandInDebugMode) {
