@@ -4,10 +4,10 @@
 //   SKYPOST_TEST_FAIL=NAME:N     the N-th call of NAME, counted from 1, fails with EIO
 //   SKYPOST_TEST_FAIL=NAME:N-M   the N-th to M-th calls fail
 //   SKYPOST_TEST_HASTE=N         a pause takes an N-th of its time
-//   SKYPOST_TEST_CLOCK=N         the clock, including alarm(), runs N times as fast
+//   SKYPOST_TEST_CLOCK=N         the clock, including alarm() and the limits of a socket, runs N times as fast
 //   SKYPOST_TEST_TIME=N          the clock stands still at N seconds since the epoch
 //   SKYPOST_TEST_TRACE=FILE      one line per call is appended to FILE: "alarm 15", "popen COMMAND",
-//                                "system COMMAND", "write PATH", "send TEXT"
+//                                "system COMMAND", "write PATH", "send TEXT", "recv", "pause MILLISECONDS"
 //
 // The program is aborted at exit if it leaves a child, or a descriptor that was not open at its start. Its exit status
 // is 99 if the N-th call was never made.
@@ -27,6 +27,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <iterator>
@@ -72,10 +73,12 @@ function* real(const char* name) {
   return reinterpret_cast<function*>(dlsym(RTLD_NEXT, name));
 }
 
-void trace(const char* call, std::string_view what) {
+void trace(const char* call, std::string_view what = {}) {
   const char* const path = wanted("SKYPOST_TEST_TRACE");
   if (path == nullptr) return;
-  const std::string line = std::string(call) + ' ' + std::string(what.substr(0, what.find('\n'))) + '\n';
+  std::string line = call;
+  if (!what.empty()) line.append(" ").append(what.substr(0, what.find('\n')));
+  line += '\n';
   const int file = open(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
   if (real<ssize_t(int, const void*, std::size_t)>("write")(file, line.data(), line.size()) < 0) std::abort();
   real<int(int)>("close")(file);
@@ -127,9 +130,8 @@ INTERPOSE(ssize_t,     pwrite64,      -1,      (int file, const void* data, std:
 INTERPOSE(int,         fallocate64,   -1,      (int file, int how, off64_t first, off64_t size), (file, how, first, size))
 INTERPOSE(int,         ftruncate64,   -1,      (int file, off64_t size), (file, size))
 INTERPOSE(int,         socket,        -1,      (int domain, int type, int protocol), (domain, type, protocol))
-INTERPOSE(int,         setsockopt,    -1,      (int file, int level, int option, const void* value, socklen_t size), (file, level, option, value, size))
 INTERPOSE(int,         connect,       -1,      (int file, const sockaddr* address, socklen_t size), (file, address, size))
-INTERPOSE(ssize_t,     recv,          -1,      (int file, void* place, std::size_t size, int how), (file, place, size, how))
+INTERPOSE(ssize_t,     recv,          -1,      (int file, void* place, std::size_t size, int how), (file, place, size, how), trace("recv"))
 INTERPOSE(ssize_t,     send,          -1,      (int file, const void* data, std::size_t size, int how), (file, data, size, how), trace("send", {static_cast<const char*>(data), size}))
 INTERPOSE(int,         setenv,        -1,      (const char* name, const char* value, int replace), (name, value, replace))
 INTERPOSE(int,         sigaction,     -1,      (int number, const struct sigaction* wanted, struct sigaction* old), (number, wanted, old))
@@ -152,11 +154,33 @@ extern "C" int open64(const char* path, int how, ...) {
   return real<int(const char*, int, ...)>("open64")(path, how, mode);
 }
 
+extern "C" int setsockopt(int file, int level, int option, const void* value, socklen_t size) {
+  if (is_to_fail("setsockopt")) return -1;
+  timeval limit{};
+  if (level == SOL_SOCKET && (option == SO_RCVTIMEO || option == SO_SNDTIMEO)) {
+    std::memcpy(&limit, value, sizeof limit);
+    const long microseconds = (limit.tv_sec * 1'000'000 + limit.tv_usec) / factor_of("SKYPOST_TEST_CLOCK");
+    limit = {.tv_sec = microseconds / 1'000'000, .tv_usec = microseconds % 1'000'000};
+    value = &limit;
+  }
+  return real<int(int, int, int, const void*, socklen_t)>("setsockopt")(file, level, option, value, size);
+}
+
+extern "C" int clock_gettime(clockid_t clock, timespec* now) {
+  const int result = real<int(clockid_t, timespec*)>("clock_gettime")(clock, now);
+  if (clock != CLOCK_MONOTONIC) return result;
+  const long factor = factor_of("SKYPOST_TEST_CLOCK");
+  const long nanoseconds = now->tv_nsec * factor;
+  *now = {.tv_sec = now->tv_sec * factor + nanoseconds / 1'000'000'000,
+          .tv_nsec = nanoseconds % 1'000'000'000};
+  return result;
+}
+
 extern "C" std::time_t time(std::time_t* place) {
   using namespace std::chrono;
   static const steady_clock::time_point start = steady_clock::now();
   static const std::time_t start_time = real<std::time_t(std::time_t*)>("time")(nullptr);
-  const auto passed = (steady_clock::now() - start) * factor_of("SKYPOST_TEST_CLOCK");
+  const auto passed = steady_clock::now() - start;  // by the fast clock above
   const char* const stopped_at = wanted("SKYPOST_TEST_TIME");
   std::time_t now =
       stopped_at != nullptr ? std::atol(stopped_at) : start_time + duration_cast<seconds>(passed).count();
@@ -176,8 +200,9 @@ extern "C" unsigned alarm(unsigned seconds) {
 }
 
 extern "C" int nanosleep(const timespec* length, timespec* rest) {
-  const long long nanoseconds =
-      (length->tv_sec * 1'000'000'000LL + length->tv_nsec) / factor_of("SKYPOST_TEST_HASTE");
+  const long long wanted_nanoseconds = length->tv_sec * 1'000'000'000LL + length->tv_nsec;
+  trace("pause", std::to_string(wanted_nanoseconds / 1'000'000));
+  const long long nanoseconds = wanted_nanoseconds / factor_of("SKYPOST_TEST_HASTE");
   const timespec shortened = {.tv_sec = nanoseconds / 1'000'000'000, .tv_nsec = nanoseconds % 1'000'000'000};
   return real<int(const timespec*, timespec*)>("nanosleep")(&shortened, rest);
 }

@@ -45,12 +45,14 @@ class run_list_steps : public program {
 
  private:
   std::string in_short(const std::string& call) const {
-    if (call == "popen /sbin/ifconfig eth0 2>/dev/null" || call == "alarm 0") return {};  // start-up
+    // The start.
+    if (call == "popen /sbin/ifconfig eth0 2>/dev/null" || call == "alarm 0" || call == "recv") return {};
     if (call.starts_with("alarm ")) return '\n' + call + ':';
     if (const auto part = first_match(call, "^system .* skypost \"([^\"]*)\""); !part.empty())
       return " !" + part[1];
     if (const auto part = first_match(call, "https?://127.0.0.1:\\d+([^?\"]*)"); !part.empty())
       return " wget" + part[1];
+    if (call.starts_with("pause ")) return ' ' + call;
     if (call.starts_with("write ")) return ' ' + call.substr(6 + all.board.root().string().size());
     if (call.find("/opt/sbin/sendmail") != std::string::npos) return " mail";
     return " ?" + call;
@@ -58,7 +60,7 @@ class run_list_steps : public program {
 };
 
 // Each line has a switch, in the order of a run, then the limits that it sets and what is done under them: an upload is
-// shown by the path of its URL, a file by its path, a failure by its name.
+// shown by the path of its URL, a file by its path, a failure by its name, a pause in milliseconds.
 constexpr char STEPS[] = "end_to_end/golden/steps";
 
 TEST_F(run_list_steps, are_taken_in_their_order_under_their_limits_and_names) {

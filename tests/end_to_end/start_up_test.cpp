@@ -1,14 +1,24 @@
 #include <sys/stat.h>
 
+#include <atomic>
+#include <chrono>
 #include <filesystem>
+#include <sstream>
+#include <thread>
 
 #include "base/paths.h"
 #include "end_to_end/program.h"
+#include "live/data_server.h"
 
 namespace skypost::testing {
 namespace {
 
 namespace fs = std::filesystem;
+
+// Runs a shell command, in which "$0" is the program.
+sim::run_result run_by_shell(const sim::appliance& board, const std::string& command) {
+  return board.run_tool("/bin/sh", {"-c", command, SKYPOST_PROGRAM});
+}
 
 TEST_F(program, refuses_a_bad_command_line) {
   const struct {
@@ -32,9 +42,11 @@ TEST_F(program, refuses_a_bad_command_line) {
   EXPECT_EQ(all.data->clients(), 0);
 }
 
+// An alarm that the parent left running would end it before the third.
 TEST_F(program, gives_up_after_three_attempts_at_the_settings) {
   fs::remove(all.board.path(SETTINGS_PATH));
-  const sim::run_result run = all.board.run();
+  const sim::run_result run = run_by_shell(all.board, R"(exec perl -e 'alarm 1; exec @ARGV' "$0")");
+  EXPECT_EQ(run.signal, 0);
   EXPECT_EQ(run.status, 1);
   EXPECT_NEAR(run.seconds, 3, 0.9);
   const std::vector<sim::alarm_call> expected = {{"skypost", "Can't read nimbulog settings file", ""}};
@@ -62,6 +74,66 @@ TEST_F(program, lets_everybody_read_the_pull_files_whatever_its_parents_umask) {
     const fs::perms mode = fs::status(all.board.path(directory + "wetterspiegel.txt")).permissions();
     EXPECT_EQ(mode & fs::perms::others_read, fs::perms::others_read) << directory;
   }
+}
+
+// Takes the alarm script's place, and writes what it inherited from the program: closed descriptors, the status file,
+// SIGPIPE, SIGALRM or SIGXFSZ ignored, and where wget's settings are.
+constexpr char INHERITED[] = R"sh(#!/bin/sh
+ulimit -S -f unlimited
+for number in 0 1 2; do [ -e /proc/$$/fd/$number ] || closed="$closed $number"; done
+ignored=0x$(sed -n 's/^SigIgn:[[:space:]]*//p' /proc/self/status)
+{
+  echo "closed:$closed"
+  ls -l /proc/self/fd | grep -F skypost.status
+  echo "ignored: $((ignored & 0x1003000))"
+  echo "wgetrc: ${WGETRC#"$SKYPOST_ROOT"}"
+} >>"$SKYPOST_ROOT/inherited"
+)sh";
+
+// Neither the run nor the programs that it starts may suffer from what the parent left behind. Windfinder raises the
+// only alarm: an empty reply from Met Office is good if wget's exit status is 0, which an ignored SIGCHLD would lose.
+TEST_F(program, starts_other_programs_alike_whatever_its_own_start) {
+  enable_only({&windfinder_enabled, &metoffice_enabled});
+  all.peers.set_reply("windfinder", sim::reply_kind::bad);
+  all.peers.set_reply("metoffice", sim::reply_kind::empty);
+  all.board.write(STATUS_PATH, "");
+  all.board.write(ALARM_SCRIPT_PATH, INHERITED);
+  for (const char* const start : {
+           R"(exec "$0" <&- >&- 2>&-)",
+           R"(exec env --ignore-signal=CHLD "$0")",
+           R"(exec env --ignore-signal=ALRM --block-signal=ALRM sh -c 'kill -ALRM $$; exec "$0"' "$0")",
+           R"(exec env WGETRC= "$0")",
+           R"(ulimit -S -f 0; exec "$0")",
+       }) {
+    SCOPED_TRACE(start);
+    all.board.write("/inherited", "");
+    const sim::run_result run = run_by_shell(all.board, start);
+    EXPECT_EQ(run.signal, 0);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(all.board.read("/inherited"),
+              std::string("closed:\nignored: 0\nwgetrc: ") + WGET_SETTINGS_PATH + '\n');
+  }
+}
+
+// Each recv() waits five seconds, so that eleven fit into the minute.
+TEST_F(program, gives_up_a_report_that_trickles_for_a_minute) {
+  interpose("CLOCK", "20");
+  interpose("TRACE", all.board.path("/trace"));
+  all.data.reset();
+  std::atomic<bool> is_over = false;
+  const sim::tcp_server trickling(DATA_SERVER_PORT, "data server", [&](const sim::connection& client) {
+    for (int i = 0; i < 300 && !is_over; ++i) {
+      client.write("#");
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+  });
+  run_well();
+  is_over = true;
+  std::istringstream calls(all.board.read("/trace"));
+  int count = 0;
+  for (std::string call; std::getline(calls, call);) count += call == "recv" ? 1 : 0;
+  EXPECT_LE(count, 11);
+  EXPECT_GE(count, 9);  // on a busy machine
 }
 
 // MeteoNews is judged by wget's messages, which must be in English.
