@@ -12,6 +12,7 @@ inline constexpr char MAIL_CONFIGURATION_PATH[] = "/home/nimbulog/esmtprc";
 inline constexpr char MAIL_PROGRAM_PATH[] = "/opt/sbin/sendmail";
 inline constexpr char LAST_RUN_PATH[] = "/var/run/nimbulog/aerolan.last";
 inline constexpr char STATUS_PATH[] = "/var/run/nimbulog/skypost.status";
+inline constexpr char RAPID_FIRE_STATUS_PATH[] = "/var/run/nimbulog/skypost-rapid.status";
 inline constexpr char ENDPOINTS_PATH[] = "/etc/skypost/endpoints";
 inline constexpr char WGET_SETTINGS_PATH[] = "/etc/skypost/wgetrc";
 inline constexpr char PROCESSOR_PATH[] = "/proc/cpuinfo";

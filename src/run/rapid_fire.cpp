@@ -9,7 +9,7 @@
 #include "live/report_parser.h"
 #include "networks/networks.h"
 #include "run/last_run.h"
-#include "run/status_writer.h"
+#include "run/status_page.h"
 #include "settings/defaults.h"
 #include "settings/load.h"
 
@@ -27,13 +27,13 @@ std::int32_t interval_of(const rapid_fire_network& network, const settings_recor
 }
 
 void send_due_uploads(rapid_fire_stamps& stamps, std::int64_t now) {
-  open_rapid_fire_status();
+  open_rapid_fire_page();
   for (std::size_t i = 0; i < stamps.size(); ++i) {
     const rapid_fire_network& network = RAPID_FIRE_NETWORKS[i];
-    if (take_turn(network, station_settings, stamps[i], now) && send_recorded(network, *network.upload) != 0)
+    if (take_turn(network, station_settings, stamps[i], now) && send_in_rapid_fire(i, *network.upload) != 0)
       report_failure(network.name);
   }
-  close_status();
+  close_page();
 }
 
 void reload_settings() {

@@ -6,7 +6,7 @@
 #include "networks/networks.h"
 #include "pullfiles/pullfiles.h"
 #include "run/last_run.h"
-#include "run/status_writer.h"
+#include "run/status_page.h"
 
 namespace skypost {
 namespace {
@@ -17,7 +17,7 @@ constinit const run_step RUN_LIST[] = {
 };
 
 void run(const run_step& step) {
-  if (send_recorded(step, *step.upload) != 0) report_failure(step.name);
+  if (send_in_run(step.name.text, *step.upload) != 0) report_failure(step.name);
 }
 
 // The last-run time is written even if the step is disabled or failed.

@@ -18,7 +18,7 @@
 #include "run/process.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
-#include "run/status_writer.h"
+#include "run/status_page.h"
 #include "settings/load.h"
 
 namespace skypost {
@@ -42,18 +42,19 @@ bool read_argument(const char* argument) {
   return true;
 }
 
-status_outcome serve_networks(long long now) {
+// Returns the outcome for the status page.
+const char* serve_networks(long long now) {
   const long long age = last_run_age(now);
-  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return status_outcome::no_report;
+  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return OUTCOME_NO_REPORT;
   load_live_record(report);
   if (live_data_stale != 0 && is_any_network_enabled(station_settings)) report_failure(STALE_DATA_NAME);
   walk_run_list(station_settings, age, now);
-  return live_data_stale != 0 ? status_outcome::no_outdoor_data : status_outcome::good;
+  return live_data_stale != 0 ? OUTCOME_STALE : OUTCOME_GOOD;
 }
 
 void run_once(long long now) {
-  begin_run_status();
-  end_run_status(serve_networks(now));
+  begin_run_page();
+  end_run_page(serve_networks(now));
 }
 
 }  // namespace

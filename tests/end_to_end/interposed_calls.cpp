@@ -125,8 +125,6 @@ INTERPOSE(int,         fputs,         EOF,     (const char* text, std::FILE* fil
 INTERPOSE(int,         fstat64,       -1,      (int file, struct stat64* status), (file, status))
 INTERPOSE(ssize_t,     read,          -1,      (int file, void* place, std::size_t size), (file, place, size))
 INTERPOSE(ssize_t,     write,         -1,      (int file, const void* data, std::size_t size), (file, data, size))
-INTERPOSE(ssize_t,     pread64,       -1,      (int file, void* place, std::size_t size, off64_t first), (file, place, size, first))
-INTERPOSE(ssize_t,     pwrite64,      -1,      (int file, const void* data, std::size_t size, off64_t first), (file, data, size, first))
 INTERPOSE(int,         fallocate64,   -1,      (int file, int how, off64_t first, off64_t size), (file, how, first, size))
 INTERPOSE(int,         ftruncate64,   -1,      (int file, off64_t size), (file, size))
 INTERPOSE(int,         socket,        -1,      (int domain, int type, int protocol), (domain, type, protocol))

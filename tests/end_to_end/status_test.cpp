@@ -11,27 +11,27 @@
 #include "base/paths.h"
 #include "common/field_descriptions.h"
 #include "end_to_end/program.h"
-#include "run/status_writer.h"
+#include "run/status_page.h"
 #include "sim/report.h"
+#include "status/history.h"
 #include "support/golden.h"
 #include "support/pattern.h"
 #include "support/station.h"
-#include "transport/wget.h"
 
 namespace skypost::testing {
 namespace {
 
-// What the golden text's commands have at hand, in the status file's directory.
+// What the golden text's commands have at hand, in the directory of the status pages.
 constexpr char SHELL_START[] = R"(
 PATH=$TOOLS:$PATH
 cd "$SKYPOST_ROOT/var/run/nimbulog"
 home=$SKYPOST_ROOT/home/nimbulog
-# runs skypost with a variable of interposed_calls.cpp
-skypost_with() { env "LD_PRELOAD=$CALLS:$LD_PRELOAD" "SKYPOST_TEST_$1" "$SKYPOST"; }
+# a run, and then skypost-status, as after-run calls it; with a variable of interposed_calls.cpp
+run() { "$SKYPOST"; end_run $?; }
+run_with() { env "LD_PRELOAD=$CALLS:$LD_PRELOAD" "SKYPOST_TEST_$1" "$SKYPOST"; end_run $?; }
+end_run() { skypost-status --quiet; return $1; }
 # shows the status at a time, in seconds since the epoch
 status_at() { env "LD_PRELOAD=$CALLS:$LD_PRELOAD" "SKYPOST_TEST_TIME=$1" skypost-status; }
-# puts the bytes $3 into the record of number $1 at the offset $2
-put() { printf "$3" | dd bs=1 seek=$((16 + 272 * $1 + $2)) conv=notrunc status=none of=skypost.status; }
 )";
 
 // Sends nothing.
@@ -48,10 +48,9 @@ int fail() {
 void record_failure(int status, const std::string& reason) {
   wanted_status = status;
   wanted_reason = reason;
-  begin_run_status();
-  send_recorded(*std::ranges::find(STEP_SWITCHES, &windfinder_enabled, &upload_switch::enabled),
-                {"failing", carrier::http, nullptr, fail});
-  end_run_status(status_outcome::good);
+  begin_run_page();
+  send_in_run("windfinder", {"failing", carrier::http, nullptr, fail});
+  end_run_page(OUTCOME_GOOD);
 }
 
 class status : public program {
@@ -69,7 +68,8 @@ class status : public program {
 
   void begin_anew() {
     running_.reset();
-    std::filesystem::remove_all(all.board.path(STATUS_PATH));
+    for (const char* const path : {STATUS_PATH, HISTORY_PATH})
+      std::filesystem::remove_all(all.board.path(path));
     all.board.write(STATUS_PATH, "");
     change("report");
     all.data->set_behaviour(sim::data_server::behaviour::report);
@@ -152,12 +152,13 @@ TEST_F(status, is_as_in_the_golden_session) {
 TEST_F(status, lists_rapid_fire_beside_the_run) {
   enable_only_rapid_fire(1, 0);
   all.peers.set_reply("weather underground", sim::reply_kind::bad);
-  begin_run_status();
+  all.board.write(RAPID_FIRE_STATUS_PATH, "");
+  begin_run_page();
   {
     const sim::running_program running(all.board.root(), {"-r"});
     ASSERT_TRUE(comes_true([&] { return all.board.alarms().size() == 2; }, 20));
   }
-  end_run_status(status_outcome::good);
+  end_run_page(OUTCOME_GOOD);
   expect_golden("end_to_end/golden/status_of_rapid_fire", shell("skypost-status"));
 }
 

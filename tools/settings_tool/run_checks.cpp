@@ -3,28 +3,31 @@
 #include <fcntl.h>
 
 #include <optional>
+#include <string_view>
 
+#include "base/paths.h"
+#include "base/regular_file.h"
 #include "common/descriptor.h"
 #include "run/last_run.h"
 #include "run/run_list.h"
-#include "run/status_file.h"
 #include "settings_tool/checks.h"
+#include "status/status_line.h"
 
 namespace skypost {
 namespace {
 
 constexpr long long LONG_AGO = 3'600;  // seconds; runs are five minutes apart
 
-// Seconds since the last run in the status file began; nullopt if it has none.
+// Seconds since the last run began, according to its status page; nullopt if that records none.
 std::optional<long long> recorded_run_age(long long now) {
-  std::int64_t size = 0;
-  const descriptor file(open_status_file(O_RDONLY, size));
-  if (!file.is_open()) return std::nullopt;
-  status_image image;
-  read_status(file.number(), size, image);
-  const std::int64_t begun = image.records[RUN_RECORD].begun;
-  if (begun == 0) return std::nullopt;
-  return now - begun;
+  const descriptor page(open_sole_file(path_text(STATUS_PATH).c_str(), O_RDONLY));
+  char start[100];
+  const ssize_t count = page.is_open() ? read(page.number(), start, sizeof start) : 0;
+  const std::string_view text(start, count > 0 ? static_cast<std::size_t>(count) : 0);
+  std::size_t place = 0;
+  status_record run;
+  if (!read_line(text.substr(0, text.find('\n')), place, run) || place != RUN_RECORD) return std::nullopt;
+  return now - run.time / 1'000;
 }
 
 }  // namespace
@@ -33,7 +36,7 @@ void check_runs(const checked_appliance& appliance, findings& found) {
   if (!is_any_network_enabled(station_settings)) return;
   const auto is_timer = [&](const char* state) { return appliance.timer.find(state) != std::string::npos; };
   const std::optional<long long> recorded = recorded_run_age(appliance.now);
-  // Without a status file, use the last-run file, which runs write every 16 minutes if they get that far.
+  // Without a status page, use the last-run file, which runs write every 16 minutes if they get that far.
   const bool is_long_ago = recorded.value_or(last_run_age(appliance.now)) > LONG_AGO;
   if (is_timer("ActiveState=") && !is_timer("ActiveState=active") && is_long_ago)
     found.push_back(

@@ -5,27 +5,23 @@
 namespace skypost {
 namespace {
 
-bool has_outcome(const status_record& record, status_outcome outcome) {
-  return record.outcome == static_cast<std::uint32_t>(outcome);
-}
-
-// The run takes its steps in the order of the records, so the last of its number is where it was.
+// The run takes its steps in the order of the records, so the last one in its page is where it was.
 std::size_t last_begun_by_run(const status_record* records) {
   std::size_t last = RUN_RECORD;
   for (std::size_t i = FIRST_STEP_RECORD; i < FIRST_RAPID_FIRE_RECORD; ++i)
-    if (records[i].begun != 0 && records[i].run_number == records[RUN_RECORD].run_number) last = i;
+    if (records[i].time != 0 && records[i].page == records[RUN_RECORD].page) last = i;
   return last;
 }
 
 run_state state_of_run(const status_record& run, const status_record& last_begun, bool is_at_work) {
-  if (run.begun == 0) return run_state::never_begun;
+  if (run.time == 0) return run_state::never_begun;
   if (!is_unfinished(run)) {
-    if (has_outcome(run, status_outcome::no_report)) return run_state::no_report;
-    if (has_outcome(run, status_outcome::no_outdoor_data)) return run_state::no_outdoor_data;
+    if (run.outcome == status_outcome::no_report) return run_state::no_report;
+    if (run.outcome == status_outcome::stale) return run_state::no_outdoor_data;
     return run_state::complete;
   }
   if (is_at_work) return run_state::going_on;
-  if (&last_begun == &run || has_outcome(last_begun, status_outcome::good)) return run_state::ended_otherwise;
+  if (&last_begun == &run || last_begun.outcome == status_outcome::good) return run_state::ended_otherwise;
   return is_unfinished(last_begun) ? run_state::ended_in_upload : run_state::ended_in_alarm_script;
 }
 
@@ -33,13 +29,13 @@ bool was_ended(run_state run) { return run >= run_state::ended_in_upload; }
 
 // Of an upload that is under way, the one before it counts.
 upload_state state_of(const status_record& record, bool is_under_way) {
-  if (record.begun == 0) return upload_state::not_tried;
+  if (record.time == 0) return upload_state::not_tried;
   if (is_unfinished(record)) {
     if (!is_under_way) return upload_state::hung;
     if (record.failures > 0) return upload_state::failed;
     return record.last_good > 0 ? upload_state::good : upload_state::not_tried;
   }
-  return has_outcome(record, status_outcome::good) ? upload_state::good : upload_state::failed;
+  return record.outcome == status_outcome::good ? upload_state::good : upload_state::failed;
 }
 
 upload_state state_of_step(const judged_status& judged, std::size_t place) {
@@ -50,7 +46,7 @@ upload_state state_of_step(const judged_status& judged, std::size_t place) {
 
 // A network that has no switch for rapid fire is listed once rapid fire has served it.
 bool is_listed(const upload_switch& row, const status_record& record, const settings_record& settings) {
-  return is_enabled(row, settings) && (row.rapid_enabled != nullptr || record.begun != 0);
+  return is_enabled(row, settings) && (row.rapid_enabled != nullptr || record.time != 0);
 }
 
 bool is_all_good(const judged_status& judged) {
@@ -65,14 +61,14 @@ bool is_all_good(const judged_status& judged) {
 
 }  // namespace
 
-judged_status judge(const status_image& image, const settings_record& settings, const status_at_work& at_work,
-                    std::int64_t now) {
+judged_status judge(const status_records& records, const settings_record& settings,
+                    const status_at_work& at_work, std::int64_t now) {
   judged_status judged{};
-  judged.records = image.records;
-  const status_record& run = image.records[RUN_RECORD];
-  judged.last_begun = last_begun_by_run(image.records);
-  judged.run = state_of_run(run, image.records[judged.last_begun], at_work.run);
-  if (run.begun != 0) judged.seconds_since_run = std::max<std::int64_t>(now - run.begun, 0);
+  judged.records = records;
+  const status_record& run = records[RUN_RECORD];
+  judged.last_begun = last_begun_by_run(records);
+  judged.run = state_of_run(run, records[judged.last_begun], at_work.run);
+  if (run.time != 0) judged.seconds_since_run = std::max<std::int64_t>(now - run.page / 1'000, 0);
 
   std::size_t place = FIRST_STEP_RECORD;
   for (const upload_switch& row : STEP_SWITCHES) {
@@ -80,7 +76,7 @@ judged_status judge(const status_image& image, const settings_record& settings, 
     ++place;
   }
   for (const upload_switch& row : RAPID_FIRE_SWITCHES) {
-    const status_record& record = image.records[place];
+    const status_record& record = records[place];
     if (is_listed(row, record, settings)) judged.uploads[place] = state_of(record, at_work.rapid_fire);
     ++place;
   }

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "run/status_file.h"
+#include "status/history.h"
 
 namespace skypost {
 
@@ -27,14 +27,8 @@ enum class upload_state : std::uint8_t {
   no_turn,  // the run was ended before it
 };
 
-// Which parts of the status file another process is keeping now.
-struct status_at_work {
-  bool run;
-  bool rapid_fire;
-};
-
 struct judged_status {
-  const status_record* records;  // of the file
+  const status_record* records;
   run_state run;
   std::size_t last_begun;          // the record of the last upload that the run began; RUN_RECORD if none
   std::int64_t seconds_since_run;  // since the last run began; 0 if none has or the clock was set back
@@ -46,8 +40,8 @@ struct judged_status {
 inline constexpr std::int64_t LONGEST_WITHOUT_A_RUN = 3'600;
 
 // The status for the networks that are switched on in `settings`, at the time `now` in seconds since the epoch. Refers
-// to `image`.
-judged_status judge(const status_image& image, const settings_record& settings, const status_at_work& at_work,
-                    std::int64_t now);
+// to `records`.
+judged_status judge(const status_records& records, const settings_record& settings,
+                    const status_at_work& at_work, std::int64_t now);
 
 }  // namespace skypost

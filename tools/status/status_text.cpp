@@ -48,8 +48,8 @@ constexpr std::size_t LEAST_NAME_WIDTH = 15;
 
 using line_text = fixed_text<400>;
 
-void append_time(text_buffer& text, std::int64_t seconds) {
-  const std::tm local = moment_at(seconds).local;
+void append_time(text_buffer& text, std::int64_t milliseconds) {
+  const std::tm local = moment_at(milliseconds / 1'000).local;
   if (local.tm_mday == 0 || local.tm_year > 9'999 - 1'900) {
     text.append_text("?");
     return;
@@ -66,13 +66,14 @@ void append_age(text_buffer& text, std::int64_t seconds) {
 
 void append_end(text_buffer& text, const judged_status& judged) {
   const status_record& run = judged.records[RUN_RECORD];
-  if (run.ended >= run.begun) text.append(", %lld s", static_cast<long long>(run.ended - run.begun));
+  if (!is_unfinished(run) && run.time >= run.page)
+    text.append(", %lld s", static_cast<long long>(run.time / 1'000 - run.page / 1'000));
   text.append_text("; ");
   const bool is_before_first = judged.run == run_state::ended_otherwise && judged.last_begun == RUN_RECORD;
   if (is_before_first)
     text.append_text("it was ended from outside before the first upload");
   else
-    text.append_pattern(RUN_ENDS[static_cast<int>(judged.run)], judged.records[judged.last_begun].name);
+    text.append_pattern(RUN_ENDS[static_cast<int>(judged.run)], RECORD_NAMES[judged.last_begun]);
 }
 
 void append_run(text_buffer& text, const judged_status& judged) {
@@ -82,7 +83,7 @@ void append_run(text_buffer& text, const judged_status& judged) {
   }
   const bool is_going_on = judged.run == run_state::going_on;
   text.append_text(is_going_on ? "A run has been going on since " : "Last run: ");
-  append_time(text, judged.records[RUN_RECORD].begun);
+  append_time(text, judged.records[RUN_RECORD].page);
   if (!is_going_on) append_end(text, judged);
   text.append_text(".");
   if (judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN) return;
@@ -105,9 +106,9 @@ void make_printable(text_buffer& text) {
 }
 
 void append_failure(text_buffer& text, const status_record& record, const settings_record& settings) {
-  // One character less than the field, so that a reason which fills it counts as cut.
-  fixed_text<sizeof record.reason - 1> reason;
-  reason.append_text(reason_in(record));
+  // One character less, so that a reason which was cut counts as cut here too.
+  fixed_text<REASON_CAPACITY - 1> reason;
+  reason.append_text(record.reason);
   hide_secrets(reason, settings);
   make_printable(reason);
   const char* const meaning = wget_status_meaning(record.wget_status);
@@ -121,13 +122,12 @@ void append_failure(text_buffer& text, const status_record& record, const settin
 std::size_t name_width(const judged_status& judged) {
   std::size_t width = LEAST_NAME_WIDTH;
   for (std::size_t i = 0; i < STATUS_RECORDS; ++i)
-    if (judged.uploads[i] != upload_state::not_listed)
-      width = std::max(width, std::strlen(judged.records[i].name));
+    if (judged.uploads[i] != upload_state::not_listed) width = std::max(width, std::strlen(RECORD_NAMES[i]));
   return width;
 }
 
-void print_upload(std::FILE* out, const status_record& record, upload_state state, int width,
-                  const settings_record& settings, bool in_colour) {
+void print_upload(std::FILE* out, const char* name, const status_record& record, upload_state state,
+                  int width, const settings_record& settings, bool in_colour) {
   const state_words& words = STATES[static_cast<int>(state)];
   fixed_text<TIME_WIDTH> last_good;
   if (record.last_good == 0)
@@ -142,7 +142,7 @@ void print_upload(std::FILE* out, const status_record& record, upload_state stat
   // One that was ended counts as a failure when the next begins.
   const long long failures = record.failures + (state == upload_state::hung ? 1LL : 0LL);
 
-  std::fprintf(out, "%-*s  %s%s%s%*s  %-*s  %8lld%s%s\n", width, record.name, in_colour ? words.colour : "",
+  std::fprintf(out, "%-*s  %s%s%s%*s  %-*s  %8lld%s%s\n", width, name, in_colour ? words.colour : "",
                words.name, in_colour ? COLOUR_END : "",
                STATE_WIDTH - static_cast<int>(std::strlen(words.name)), "", TIME_WIDTH, last_good.c_str(),
                failures, reason.empty() ? "" : "  ", reason.c_str());
@@ -168,7 +168,7 @@ void print_status(std::FILE* out, const judged_status& judged, const settings_re
                TIME_WIDTH, "last good upload");
   for (std::size_t i = 0; i < STATUS_RECORDS; ++i)
     if (judged.uploads[i] != upload_state::not_listed)
-      print_upload(out, judged.records[i], judged.uploads[i], width, settings, in_colour);
+      print_upload(out, RECORD_NAMES[i], judged.records[i], judged.uploads[i], width, settings, in_colour);
 }
 
 }  // namespace skypost

@@ -1,6 +1,5 @@
 #include "status/status_tool.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -12,6 +11,7 @@
 #include "base/board.h"
 #include "base/paths.h"
 #include "settings/load.h"
+#include "status/history.h"
 #include "status/status_text.h"
 
 namespace skypost {
@@ -34,26 +34,7 @@ constexpr char HELP[] =
     "Exit status: 0 if the last run came to its end and every network is good; 1 if not; 2 for an\n"
     "invalid command line, or if no status is kept.\n";
 
-status_image status;
-
-status_at_work who_is_at_work(int file) {
-  return {is_status_locked(file, status_keeper::run), is_status_locked(file, status_keeper::rapid_fire)};
-}
-
-// Reads the status file, and who is at work; returns 0, or -1 with the reason in errno.
-int look_at_status(status_at_work& at_work) {
-  std::int64_t size = 0;
-  const int file = open_status_file(O_RDONLY, size);
-  if (file < 0) return -1;
-  at_work = who_is_at_work(file);
-  read_status(file, size, status);
-  // Once more, so that what begins or ends in between is not taken for something that was ended.
-  const status_at_work afterwards = who_is_at_work(file);
-  at_work.run = at_work.run || afterwards.run;
-  at_work.rapid_fire = at_work.rapid_fire || afterwards.rapid_fire;
-  close(file);
-  return 0;
-}
+status_records records;
 
 // Why there is no status, and what to do.
 void print_no_status(int reason) {
@@ -93,7 +74,7 @@ int flushed(int status_so_far) {
 
 int show(bool is_quiet) {
   status_at_work at_work{};
-  if (look_at_status(at_work) != 0) {
+  if (read_status(records, at_work) != 0) {
     if (!is_quiet) print_no_status(errno);
     return NO_STATUS;
   }
@@ -101,7 +82,7 @@ int show(bool is_quiet) {
     if (!is_quiet) std::fprintf(stderr, "Error: cannot read %s\n", path_text(SETTINGS_PATH).c_str());
     return NOT_GOOD;
   }
-  const judged_status judged = judge(status, station_settings, at_work, std::time(nullptr));
+  const judged_status judged = judge(records, station_settings, at_work, std::time(nullptr));
   if (!is_quiet) print_status(stdout, judged, station_settings, is_colourful());
   return flushed(judged.is_good ? GOOD : NOT_GOOD);
 }

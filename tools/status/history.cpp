@@ -1,0 +1,157 @@
+#include "status/history.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "base/paths.h"
+#include "base/regular_file.h"
+#include "status/status_line.h"
+
+namespace skypost {
+namespace {
+
+// The content of one file after the other, longer than any that skypost or this program writes.
+char bytes[65'536];
+text_buffer content{bytes};
+
+struct flock whole_file() {
+  struct flock whole {};
+  whole.l_type = F_WRLCK;
+  return whole;
+}
+
+bool is_at_work(int page) {
+  struct flock whole = whole_file();
+  return page >= 0 && fcntl(page, F_GETLK, &whole) == 0 && whole.l_type != F_UNLCK;
+}
+
+void read_content(int file) {
+  content.clear();
+  ssize_t count = 0;
+  do {
+    content.set_length(content.length() + static_cast<std::size_t>(count));
+    count = pread(file, content.storage() + content.length(), content.capacity() - content.length(),
+                  static_cast<off_t>(content.length()));
+  } while (count > 0);
+}
+
+// Takes the next line that is valid from `text`. Returns false if there is none. The text after the last line feed is no
+// line.
+bool take_line(std::string_view& text, std::size_t& place, status_record& record) {
+  for (;;) {
+    const std::size_t end = text.find('\n');
+    if (end == std::string_view::npos) return false;
+    const std::string_view line = head_of(text, end);
+    text = tail_of(text, end + 1);
+    if (read_line(line, place, record)) return true;
+  }
+}
+
+// Lines out of order are the rest of a longer text that is being replaced.
+void read_history(status_records& records) {
+  std::string_view text = content.view();
+  std::size_t place = 0, next = 0;
+  for (status_record record; take_line(text, place, record) && place >= next; next = place + 1)
+    records[place] = record;
+}
+
+// Adding the same line again changes nothing: the failures that a page has reported are replaced.
+void add_line(status_record& known, status_record line, std::int64_t page) {
+  std::uint32_t earlier = known.failures;
+  if (known.page == page)
+    earlier -= std::min(earlier, known.failures_in_page);
+  else if (is_unfinished(known))
+    ++earlier;
+  line.page = page;
+  line.failures_in_page = line.failures;
+  if (is_unfinished(line) && line.failures == 0 && line.last_good == 0) {
+    line.wget_status = known.wget_status;
+    std::memcpy(line.reason, known.reason, sizeof line.reason);
+  }
+  if (line.last_good == 0) {
+    line.failures += earlier;
+    line.last_good = known.last_good;
+  }
+  known = line;
+}
+
+// Lines of a run do not count: each upload is made once.
+void add_run_page(status_records& records) {
+  std::string_view text = content.view();
+  std::size_t place = 0;
+  status_record line;
+  if (!take_line(text, place, line) || place != RUN_RECORD) return;
+  const std::int64_t start = line.time;
+  do {
+    line.failures = is_unfinished(line) || line.outcome == status_outcome::good ? 0 : 1;
+    line.last_good = line.outcome == status_outcome::good ? line.time : 0;
+    if (place < FIRST_RAPID_FIRE_RECORD) add_line(records[place], line, start);
+  } while (take_line(text, place, line));
+}
+
+void add_rapid_fire_page(status_records& records) {
+  std::string_view text = content.view();
+  std::size_t place = 0;
+  status_record line;
+  if (!take_line(text, place, line) || place != RUN_RECORD) return;
+  const std::int64_t start = line.time;
+  for (std::size_t next = FIRST_RAPID_FIRE_RECORD; take_line(text, place, line) && place >= next;
+       next = place + 1)
+    add_line(records[place], line, start);
+}
+
+// Reads a page into `content`. Returns true if another process has it locked, before or afterwards, so that what begins
+// or ends meanwhile is not taken for something that was ended.
+bool read_page(int page) {
+  const bool is_locked = is_at_work(page);
+  read_content(page);
+  return is_at_work(page) || is_locked;
+}
+
+// Opens the history, and creates it if it is missing. Sets `may_write` if it can be written and no other process is doing
+// so. Returns -1 if there is none.
+int open_history(const char* path, bool& may_write) {
+  umask(S_IRWXG | S_IRWXO);  // a reason may quote a password
+  const int file = open_sole_file(path, O_RDWR | O_CREAT);
+  struct flock whole = whole_file();
+  may_write = file >= 0 && fcntl(file, F_SETLK, &whole) == 0;
+  return file >= 0 ? file : open_sole_file(path, O_RDONLY);
+}
+
+void write_history(int file, const char* path, const status_records& records) {
+  content.clear();
+  for (std::size_t place = 0; place < STATUS_RECORDS; ++place)
+    if (records[place].time != 0) append_line(content, place, records[place]);
+  replace_content(file, path, content.view());
+}
+
+}  // namespace
+
+int read_status(status_records& records, status_at_work& at_work) {
+  const int run_page = open_sole_file(path_text(STATUS_PATH).c_str(), O_RDONLY);
+  if (run_page < 0) return -1;
+  const int rapid_fire_page = open_sole_file(path_text(RAPID_FIRE_STATUS_PATH).c_str(), O_RDONLY);
+  const path_text path(HISTORY_PATH);
+  bool may_write = false;
+  const int history = open_history(path.c_str(), may_write);
+
+  read_content(history);
+  read_history(records);
+  at_work.run = read_page(run_page);
+  add_run_page(records);
+  at_work.rapid_fire = read_page(rapid_fire_page);
+  add_rapid_fire_page(records);
+
+  if (may_write)
+    write_history(history, path.c_str(), records);
+  else
+    close(history);
+  close(rapid_fire_page);
+  close(run_page);
+  return 0;
+}
+
+}  // namespace skypost

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "status/record.h"
+
+namespace skypost {
+
+inline constexpr char HISTORY_PATH[] = "/var/run/nimbulog/skypost.history";
+
+// Which pages another process is writing now.
+struct status_at_work {
+  bool run;
+  bool rapid_fire;
+};
+
+// Reads the history and what both status pages add to it, and writes the history anew, unless another process is doing so
+// or it may not be written. A page adds nothing twice. Returns 0, or -1 with the reason in errno if the page of the runs
+// is missing or may not be read.
+int read_status(status_records& records, status_at_work& at_work);
+
+}  // namespace skypost
