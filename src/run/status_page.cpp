@@ -85,18 +85,22 @@ void record_run(const char* outcome) {
   record(run, PROCESS_NAME, outcome, false);
 }
 
-void note_result(upload_memory& memory, int result) {
+// Returns the outcome.
+const char* note_result(upload_memory& memory, int result) {
   set_to_now(memory.time);
   memory.wget_status = latest_exchange.wget_status;
   memory.reason.clear();
-  if (result == 0) {
-    memory.failures = 0;
-    memory.last_good.clear();
-    memory.last_good.append_text(memory.time.view());
-  } else {
+  if (result != 0) {
     ++memory.failures;
     if (!latest_exchange.is_command_quoted) append_escaped(memory.reason, error_text.view());
+    return OUTCOME_FAILED;
   }
+  memory.failures = 0;
+  append_escaped(memory.reason, latest_exchange.doubt);
+  if (!memory.reason.empty()) return OUTCOME_UNCLEAR;
+  memory.last_good.clear();
+  memory.last_good.append_text(memory.time.view());
+  return OUTCOME_GOOD;
 }
 
 int send_recorded(const char* name, const upload& upload, upload_memory& memory, bool in_rapid_fire) {
@@ -106,8 +110,7 @@ int send_recorded(const char* name, const upload& upload, upload_memory& memory,
   set_to_now(memory.time);
   record(memory, name, OUTCOME_BEGIN, in_rapid_fire);
   const int result = upload.send();
-  note_result(memory, result);
-  record(memory, name, result == 0 ? OUTCOME_GOOD : OUTCOME_FAILED, in_rapid_fire);
+  record(memory, name, note_result(memory, result), in_rapid_fire);
   return result;
 }
 

@@ -13,6 +13,7 @@ namespace skypost {
 // nothing was sent.
 inline constexpr char OUTCOME_BEGIN[] = "begin";
 inline constexpr char OUTCOME_GOOD[] = "good";
+inline constexpr char OUTCOME_UNCLEAR[] = "unclear";  // counts as good, but there is a doubt
 inline constexpr char OUTCOME_FAILED[] = "failed";
 inline constexpr char OUTCOME_NO_REPORT[] = "no-report";
 inline constexpr char OUTCOME_STALE[] = "stale";

@@ -31,7 +31,12 @@ int fail() {
   fault();
   return -1;
 }
+int succeed_perhaps() {
+  doubt_upload("the disk\nis full");
+  return 0;
+}
 constexpr upload GOOD = {"good", carrier::http, nullptr, succeed};
+constexpr upload DOUBTFUL = {"doubtful", carrier::file, nullptr, succeed_perhaps};
 constexpr upload FAILING = {"failing", carrier::http, nullptr, fail};
 
 class StatusPage : public ::testing::Test {
@@ -71,6 +76,7 @@ TEST_F(StatusPage, SaysWhatARunDoes) {
   // The status of the wget before is not taken for its own.
   fault = [] {};
   EXPECT_EQ(send_in_run("weather underground", FAILING), -1);
+  EXPECT_EQ(send_in_run("wetterspiegel", DOUBTFUL), 0);
   EXPECT_EQ(send_in_run("windit", GOOD), 0);
   end_run_page(OUTCOME_STALE);
   EXPECT_EQ(send_in_run("of no run", GOOD), 0);
@@ -80,6 +86,8 @@ TEST_F(StatusPage, SaysWhatARunDoes) {
             "T\twindfinder\tfailed\t4\tno reply\n"
             "T\tweather underground\tbegin\t\t\n"
             "T\tweather underground\tfailed\t\t\n"
+            "T\twetterspiegel\tbegin\t\t\n"
+            "T\twetterspiegel\tunclear\t\tthe disk\\x0Ais full\n"
             "T\twindit\tbegin\t\t\n"
             "T\twindit\tgood\t0\t\n"
             "T\tskypost\tstale\t\t\n");

@@ -63,10 +63,14 @@ TEST_F(StatusHistory, CountsEachRunOnce) {
       {"6.000 skypost begin\n6.100 windit begin\n6.200 windit good 0 \n6.300 skypost no-report\n",
        "6.300 skypost no-report   4 2.300 6.000 1\n3.200 windfinder good 0  0 3.200 3.000 0\n"
        "6.200 windit good 0  0 6.200 6.000 0\n"},
+      // An unclear upload is no failure, and not the last good one.
+      {"7.000 skypost begin\n7.200 windit unclear 4 doubt\n7.300 skypost good\n",
+       "7.300 skypost good   0 7.300 7.000 0\n3.200 windfinder good 0  0 3.200 3.000 0\n"
+       "7.200 windit unclear 4 doubt 0 6.200 7.000 0\n"},
       // A page that the owner has emptied.
       {"",
-       "6.300 skypost no-report   4 2.300 6.000 1\n3.200 windfinder good 0  0 3.200 3.000 0\n"
-       "6.200 windit good 0  0 6.200 6.000 0\n"},
+       "7.300 skypost good   0 7.300 7.000 0\n3.200 windfinder good 0  0 3.200 3.000 0\n"
+       "7.200 windit unclear 4 doubt 0 6.200 7.000 0\n"},
   };
   for (const auto& [page, expected] : cases)
     for (int i = 0; i < 3; ++i) EXPECT_EQ(after(page), expected) << i;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr long long LONG_AGO = 3'600;  // seconds; runs are five minutes apart
 
-// Seconds since the last run began, according to its status page; nullopt if that records none.
+// Seconds since the last run began, according to its status page; nullopt if that records none, or one in the future.
 std::optional<long long> recorded_run_age(long long now) {
   const descriptor page(open_sole_file(path_text(STATUS_PATH).c_str(), O_RDONLY));
   char start[100];
@@ -27,7 +27,8 @@ std::optional<long long> recorded_run_age(long long now) {
   std::size_t place = 0;
   status_record run;
   if (!read_line(text.substr(0, text.find('\n')), place, run) || place != RUN_RECORD) return std::nullopt;
-  return now - run.time / 1'000;
+  const long long age = now - run.time / 1'000;
+  return age < -TOLERATED_CLOCK_CHANGE ? std::nullopt : std::optional(age);
 }
 
 }  // namespace

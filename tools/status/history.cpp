@@ -72,7 +72,7 @@ void add_line(status_record& known, status_record line, std::int64_t page) {
     std::memcpy(line.reason, known.reason, sizeof line.reason);
   }
   if (line.last_good == 0) {
-    line.failures += earlier;
+    if (line.outcome != status_outcome::unclear) line.failures += earlier;
     line.last_good = known.last_good;
   }
   known = line;
@@ -86,7 +86,7 @@ void add_run_page(status_records& records) {
   if (!take_line(text, place, line) || place != RUN_RECORD) return;
   const std::int64_t start = line.time;
   do {
-    line.failures = is_unfinished(line) || line.outcome == status_outcome::good ? 0 : 1;
+    line.failures = line.outcome > status_outcome::unclear ? 1 : 0;
     line.last_good = line.outcome == status_outcome::good ? line.time : 0;
     if (place < FIRST_RAPID_FIRE_RECORD) add_line(records[place], line, start);
   } while (take_line(text, place, line));

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "run/last_run.h"
+
 namespace skypost {
 namespace {
 
@@ -21,7 +23,9 @@ run_state state_of_run(const status_record& run, const status_record& last_begun
     return run_state::complete;
   }
   if (is_at_work) return run_state::going_on;
-  if (&last_begun == &run || last_begun.outcome == status_outcome::good) return run_state::ended_otherwise;
+  const bool has_succeeded =
+      last_begun.outcome == status_outcome::good || last_begun.outcome == status_outcome::unclear;
+  if (&last_begun == &run || has_succeeded) return run_state::ended_otherwise;
   return is_unfinished(last_begun) ? run_state::ended_in_upload : run_state::ended_in_alarm_script;
 }
 
@@ -35,6 +39,7 @@ upload_state state_of(const status_record& record, bool is_under_way) {
     if (record.failures > 0) return upload_state::failed;
     return record.last_good > 0 ? upload_state::good : upload_state::not_tried;
   }
+  if (record.outcome == status_outcome::unclear) return upload_state::unclear;
   return record.outcome == status_outcome::good ? upload_state::good : upload_state::failed;
 }
 
@@ -53,7 +58,7 @@ bool is_all_good(const judged_status& judged) {
   // A run that is going on says only whether the one before it came to its end.
   const bool is_run_good = judged.run == run_state::complete ||
                            (judged.run == run_state::going_on && judged.records[RUN_RECORD].failures == 0);
-  return is_run_good && judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN &&
+  return is_run_good && !judged.is_run_in_future && judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN &&
          std::all_of(std::begin(judged.uploads), std::end(judged.uploads), [](upload_state state) {
            return state == upload_state::not_listed || state == upload_state::good;
          });
@@ -68,7 +73,8 @@ judged_status judge(const status_records& records, const settings_record& settin
   const status_record& run = records[RUN_RECORD];
   judged.last_begun = last_begun_by_run(records);
   judged.run = state_of_run(run, records[judged.last_begun], at_work.run);
-  if (run.time != 0) judged.seconds_since_run = std::max<std::int64_t>(now - run.page / 1'000, 0);
+  if (run.time != 0) judged.seconds_since_run = now - run.page / 1'000;
+  judged.is_run_in_future = judged.seconds_since_run < -TOLERATED_CLOCK_CHANGE;
 
   std::size_t place = FIRST_STEP_RECORD;
   for (const upload_switch& row : STEP_SWITCHES) {

@@ -22,6 +22,7 @@ enum class upload_state : std::uint8_t {
   not_listed,  // off
   not_tried,
   good,
+  unclear,  // counts as good, but there is a doubt
   failed,
   hung,     // has begun and was ended before it was done
   no_turn,  // the run was ended before it
@@ -31,7 +32,8 @@ struct judged_status {
   const status_record* records;
   run_state run;
   std::size_t last_begun;          // the record of the last upload that the run began; RUN_RECORD if none
-  std::int64_t seconds_since_run;  // since the last run began; 0 if none has or the clock was set back
+  std::int64_t seconds_since_run;  // since the last run began; 0 if none has
+  bool is_run_in_future;           // so the clock has been set back since
   upload_state uploads[STATUS_RECORDS];
   bool is_good;
 };

@@ -13,6 +13,7 @@ namespace skypost {
 enum class status_outcome : std::uint8_t {
   begun,      // and not ended
   good,       // for the run: it finished
+  unclear,    // an upload counts as good, but there is a doubt
   failed,     // an upload
   no_report,  // the run
   stale       // the run

@@ -7,8 +7,8 @@ namespace skypost {
 namespace {
 
 // By the number of the status_outcome.
-constexpr std::string_view OUTCOMES[] = {OUTCOME_BEGIN, OUTCOME_GOOD, OUTCOME_FAILED, OUTCOME_NO_REPORT,
-                                         OUTCOME_STALE};
+constexpr std::string_view OUTCOMES[] = {OUTCOME_BEGIN,  OUTCOME_GOOD,      OUTCOME_UNCLEAR,
+                                         OUTCOME_FAILED, OUTCOME_NO_REPORT, OUTCOME_STALE};
 
 constexpr std::size_t COLUMNS = 9;
 constexpr std::uint32_t HIGHEST_EXIT_STATUS = 255;

@@ -35,7 +35,8 @@ constexpr state_words STATES[] = {
     {"",              "",           ""},
     {"not tried yet", "\033[33m",   ""},
     {"good",          "\033[32m",   ""},
-    {"failed",        "\033[1;31m", nullptr},  // the record has it
+    {"unclear",       "\033[33m",   nullptr},  // the record has it
+    {"failed",        "\033[1;31m", nullptr},
     {"hung",          "\033[1;31m", "it was ended before it was done"},
     {"no turn",       "\033[33m",   "the run was ended before its turn"},
     // clang-format on
@@ -86,6 +87,7 @@ void append_run(text_buffer& text, const judged_status& judged) {
   append_time(text, judged.records[RUN_RECORD].page);
   if (!is_going_on) append_end(text, judged);
   text.append_text(".");
+  if (judged.is_run_in_future) text.append_text(" That is in the future: was the clock set back?");
   if (judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN) return;
   text.append_text(" That was ");
   append_age(text, judged.seconds_since_run);
