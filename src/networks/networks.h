@@ -69,10 +69,9 @@ consteval upload sent_by_quiet_get(const char* id, const upload* rapid_variant =
 // By a POST request. Without -q, wget's messages are part of the reply.
 template <const http_network& network>
 consteval upload sent_by_post(const char* id) {
-  constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
-    append_post(command, network, source);
-  };
-  return {id, carrier::http, COMPOSE, upload_to<network>};
+  return {id, carrier::http,
+          [](text_buffer& command, const station& source) { append_post(command, network, source); },
+          upload_to<network>};
 }
 
 extern const http_network ANYTHINGWEATHER;

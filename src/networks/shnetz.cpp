@@ -15,24 +15,10 @@ constexpr char MISSING[] = "---";
 
 void append_station_type(text_buffer& record, const station&) { record.append("NB%d", STATION_TYPE); }
 
-void append_year(text_buffer& record, const station& source) {
-  record.append("%04d", source.now.local.tm_year + 1900);
-}
-
-void append_month(text_buffer& record, const station& source) {
-  record.append("%02d", source.now.local.tm_mon + 1);
-}
-
-void append_day(text_buffer& record, const station& source) {
-  record.append("%02d", source.now.local.tm_mday);
-}
-
-void append_hour(text_buffer& record, const station& source) {
-  record.append("%02d", source.now.local.tm_hour);
-}
-
-void append_minute(text_buffer& record, const station& source) {
-  record.append("%02d", source.now.local.tm_min);
+// A part of the local date or time, in at least two digits.
+template <int std::tm::*part, int first = 0>
+void append_part(text_buffer& record, const station& source) {
+  record.append("%02d", source.now.local.*part + first);
 }
 
 constexpr numbered_field FIELDS[] = {
@@ -54,11 +40,11 @@ constexpr numbered_field FIELDS[] = {
     field (15,     word_or  ("",      &LiveRecord::todaymaxhumtimestr)),
     field (16,     always(MISSING)),
     field (17,     made_by(append_local_date)),
-    field (18,     made_by(append_year)),
-    field (19,     made_by(append_month)),
-    field (20,     made_by(append_day)),
-    field (21,     made_by(append_hour)),
-    field (22,     made_by(append_minute)),
+    field (18,     made_by(append_part<&std::tm::tm_year, 1900>)),
+    field (19,     made_by(append_part<&std::tm::tm_mon, 1>)),
+    field (20,     made_by(append_part<&std::tm::tm_mday>)),
+    field (21,     made_by(append_part<&std::tm::tm_hour>)),
+    field (22,     made_by(append_part<&std::tm::tm_min>)),
     field (23,     made_by(append_local_clock)),
     field (24,     made_by(append_station_type)),
     fields(25, 29, always(MISSING)),

@@ -65,38 +65,15 @@ void append_utc(text_buffer& query, const station& source) {
                utc.tm_hour, utc.tm_min, utc.tm_sec);
 }
 
-// Login and time as three of the networks take them.
-void begin_update(text_buffer& query, const text_field& id, const text_field& password,
-                  const station& source) {
+// The query as three of the networks take it. In rapid fire, the interval in seconds is sent too.
+template <network_set network, const text_field& id, const text_field& password,
+          const integer_field* interval = nullptr>
+void append_update(text_buffer& query, const station& source) {
   append_parameter(query, "action=updateraw&ID=", source.settings.text(id));
   append_parameter(query, "&PASSWORD=", source.settings.text(password));
   append_utc(query, source);
-}
-
-void append_rapid_fire(text_buffer& query, std::int32_t interval) {
-  query.append("&realtime=1&rtfreq=%d", interval);
-}
-
-void append_wunderground(text_buffer& query, const station& source) {
-  begin_update(query, wunderground_id, wunderground_password, source);
-  append_values(query, source.live, WU);
-}
-
-void append_wunderground_rapid(text_buffer& query, const station& source) {
-  begin_update(query, wunderground_id, wunderground_password, source);
-  append_rapid_fire(query, source.settings.integer(wunderground_rapid_interval));
-  append_values(query, source.live, WU);
-}
-
-void append_weatherflow(text_buffer& query, const station& source) {
-  begin_update(query, weatherflow_id, weatherflow_password, source);
-  append_values(query, source.live, WF);
-}
-
-void append_weatherflow_rapid(text_buffer& query, const station& source) {
-  begin_update(query, weatherflow_id, weatherflow_password, source);
-  append_rapid_fire(query, source.settings.integer(weatherflow_rapid_interval));
-  append_values(query, source.live, WF);
+  if (interval != nullptr) query.append("&realtime=1&rtfreq=%d", source.settings.integer(*interval));
+  append_values(query, source.live, network);
 }
 
 void append_metoffice(text_buffer& query, const station& source) {
@@ -106,11 +83,6 @@ void append_metoffice(text_buffer& query, const station& source) {
   query.append("&dateutc=%04d-%02d-%02d+%02d%%3A%02d%%3A%02d", utc.tm_year + 1900, utc.tm_mon + 1,
                utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec);
   append_values(query, source.live, WOW);
-}
-
-void append_pwsweather(text_buffer& query, const station& source) {
-  begin_update(query, hamweather_id, hamweather_password, source);
-  append_values(query, source.live, PWS);
 }
 
 void append_weatherbug(text_buffer& query, const station& source) {
@@ -152,19 +124,22 @@ constexpr char WEATHERFLOW_PATH[] = "/wxengine/rest/collection/weatherstation";
 
 constinit const http_network WUNDERGROUND = {
     sent_by_quiet_get<WUNDERGROUND>("wunderground", &WUNDERGROUND_RAPID), endpoint::wunderground,
-    WUNDERGROUND_PATH, append_wunderground, wunderground_reply("\nWEATHER UNDERGROUND\nnormal: %s\n")};
+    WUNDERGROUND_PATH, append_update<WU, wunderground_id, wunderground_password>,
+    wunderground_reply("\nWEATHER UNDERGROUND\nnormal: %s\n")};
 
 constinit const http_network WUNDERGROUND_RAPID = {
     sent_by_quiet_get<WUNDERGROUND_RAPID>("wunderground_rapid"), endpoint::wunderground_rapid,
-    WUNDERGROUND_PATH, append_wunderground_rapid, wunderground_reply("\nWEATHER UNDERGROUND\nrapid: %s\n")};
+    WUNDERGROUND_PATH,
+    append_update<WU, wunderground_id, wunderground_password, &wunderground_rapid_interval>,
+    wunderground_reply("\nWEATHER UNDERGROUND\nrapid: %s\n")};
 
-constinit const http_network WEATHERFLOW = {sent_by_quiet_get<WEATHERFLOW>("weatherflow", &WEATHERFLOW_RAPID),
-                                            endpoint::weatherflow, WEATHERFLOW_PATH, append_weatherflow,
-                                            WEATHERFLOW_REPLY};
+constinit const http_network WEATHERFLOW = {
+    sent_by_quiet_get<WEATHERFLOW>("weatherflow", &WEATHERFLOW_RAPID), endpoint::weatherflow,
+    WEATHERFLOW_PATH, append_update<WF, weatherflow_id, weatherflow_password>, WEATHERFLOW_REPLY};
 
-constinit const http_network WEATHERFLOW_RAPID = {sent_by_quiet_get<WEATHERFLOW_RAPID>("weatherflow_rapid"),
-                                                  endpoint::weatherflow, WEATHERFLOW_PATH,
-                                                  append_weatherflow_rapid, WEATHERFLOW_REPLY};
+constinit const http_network WEATHERFLOW_RAPID = {
+    sent_by_quiet_get<WEATHERFLOW_RAPID>("weatherflow_rapid"), endpoint::weatherflow, WEATHERFLOW_PATH,
+    append_update<WF, weatherflow_id, weatherflow_password, &weatherflow_rapid_interval>, WEATHERFLOW_REPLY};
 
 // The server signals success only through its HTTP status; the body of a good reply is {} or empty.
 constinit const http_network METOFFICE = {sent_by_quiet_get<METOFFICE>("metoffice"),
@@ -180,7 +155,7 @@ constinit const http_network METOFFICE = {sent_by_quiet_get<METOFFICE>("metoffic
 constinit const http_network PWSWEATHER = {sent_by_quiet_get<PWSWEATHER>("pwsweather"),
                                            endpoint::pwsweather,
                                            "/pwsupdate/pwsupdate.php",
-                                           append_pwsweather,
+                                           append_update<PWS, hamweather_id, hamweather_password>,
                                            {.debug_header = "\nWEATHERFORYOU\n%s\n",
                                             .success = judge_pwsweather,
                                             .failure_format = "upload to HAMweather: %s",
