@@ -24,8 +24,8 @@ board this_board();
 
 // Start-up finds out which board this is with the functions below.
 
-// Points `text` at the contents of /proc/cpuinfo and /proc/bus/pci/devices (at most 8,000 bytes each), and
-// returns its length in bytes: 0 if the first cannot be read. Both are read by the first call only.
+// Reads the start of both system files, once per process, up to 8,000 bytes each. Sets `text` and returns its length: 0
+// without /proc/cpuinfo.
 std::size_t read_system_text(const char*& text);
 
 // Sets NIMBULOGHW in this process's environment to the kind of board, which the system text names. Leaves it alone if

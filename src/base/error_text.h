@@ -11,7 +11,7 @@ extern text_buffer error_text;
 
 inline constexpr int NO_WGET_STATUS = -1;
 
-// What else is known of the latest upload. Whoever sends an upload resets it first.
+// What else is known about the latest upload. The run resets it before each one.
 struct exchange {
   // Exit status of wget, or of the shell if it could not start wget. NO_WGET_STATUS if there is none: nothing was run,
   // a signal ended it, another command followed it in a pipeline, or its output filled the reply, so it may have failed
@@ -21,7 +21,7 @@ struct exchange {
   // error_text quotes a command that could not be run, which may contain a password.
   bool is_command_quoted = false;
 
-  // Why an upload that counts as good may not have arrived, in the owner's words; empty if nothing says so.
+  // Why an upload that counts as good may not have arrived, in the owner's words; empty if there is no doubt.
   char doubt[100] = "";
 };
 extern exchange latest_exchange;

@@ -14,8 +14,8 @@ int refuse(int file, int reason) {
   return -1;
 }
 
-// Reserves room for the text, so a disk that fills up does not leave half of it over the old one. Where the file system
-// cannot reserve space, only write() will tell.
+// Reserves room for the text, so a disk that fills up does not leave half of it over the old one. If the file
+// system cannot reserve space, a full disk shows only when write() fails.
 bool has_room(int file, std::size_t size) {
   return fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) == 0 ||
          (errno != ENOSPC && errno != EDQUOT);

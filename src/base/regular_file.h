@@ -9,7 +9,7 @@
 namespace skypost {
 
 // Opens `path` with open()'s `flags`, without waiting, and sets `found` to what is there. Returns the descriptor, or -1
-// with the reason in errno: EISDIR or ENXIO for anything but a regular file, ELOOP for a link that leads nowhere. So
+// with the reason in errno: EISDIR or ENXIO for anything but a regular file, ELOOP for a dangling link. So
 // ENOENT means that nothing is there.
 int open_regular_file(const char* path, int flags, struct stat& found);
 

@@ -24,7 +24,7 @@ namespace skypost {
 namespace {
 
 constexpr std::int32_t CWOP_PASSCODE = -1;  // CWOP stations are not verified
-constexpr char CWOP_PATH[] = "TCPXX*";      // the path of such a station
+constexpr char CWOP_PATH[] = "TCPXX*";      // the path in their packets
 constexpr int ATTEMPTS = 5;                 // per server
 constexpr std::size_t APRS_REPLY_CAPACITY = 1'000;
 
@@ -143,7 +143,7 @@ void add_failure(const char* action, int attempt, const char* host, const char* 
   error_text.append("error %s (%d) \"%s\": %s, ", action, attempt, host, reason);
 }
 
-// Limits how long connect() waits, if the endpoint file does. When the time is up, connect() fails with EINPROGRESS.
+// Limits how long connect() waits, if the endpoint file sets a limit. When the time is up, connect() fails with EINPROGRESS.
 void limit_connect(int connection) {
   const timeval limit = {.tv_sec = std::atoi(endpoint_value(endpoint::aprs_connect_seconds)), .tv_usec = 0};
   if (limit.tv_sec > 0) setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
@@ -161,9 +161,9 @@ const char* connect_to(int connection, const char* host, std::uint32_t port) {
   return nullptr;
 }
 
-// Reads what the server has sent so far, in one read. Returns false if that is nothing.
+// Reads what the server has sent so far, in one read. Returns false if nothing has arrived.
 bool receive_reply(int connection, text_buffer& reply) {
-  // If the server just closes the connection, errno is not set; it must not be an older error's.
+  // If the server just closes the connection, errno is not set; clear it, or an older error would be reported.
   errno = 0;
   const ssize_t count = read(connection, reply.storage(), reply.capacity());
   if (count < 1) return false;
@@ -171,7 +171,7 @@ bool receive_reply(int connection, text_buffer& reply) {
   return true;
 }
 
-outcome exchange(int connection, const aprs_task& task, const char* host, int attempt) {
+outcome converse(int connection, const aprs_task& task, const char* host, int attempt) {
   if (const char* const reason = connect_to(connection, host, task.port)) {
     add_failure("socket open", attempt, host, reason);
     return outcome::next_server;
@@ -190,7 +190,7 @@ outcome exchange(int connection, const aprs_task& task, const char* host, int at
   tell_reply(reply.view());
   debug_print("Reply: %s\n", reply.c_str());
   if (std::strstr(reply.c_str(), task.call_sign) != nullptr) {
-    // CWOP's own servers say so of every station, and take the packet.
+    // CWOP's own servers call every station unverified, but accept its packet.
     if (!task.cwop && std::strstr(reply.c_str(), " unverified") != nullptr)
       doubt_upload("unverified: most servers drop the packet");
     return outcome::sent;
@@ -206,7 +206,7 @@ outcome attempt_at(const char* host, const aprs_task& task, int attempt) {
     error_text.append("error socket init: %s, ", std::strerror(errno));
     return outcome::give_up;
   }
-  const outcome result = exchange(connection, task, host, attempt);
+  const outcome result = converse(connection, task, host, attempt);
   close(connection);
   return result;
 }

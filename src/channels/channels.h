@@ -14,7 +14,7 @@
 // are stale it sends nothing and returns 0.
 namespace skypost {
 
-// The login line and the packet, each followed by CR LF. The packet is a complete weather report with position and time
+// CWOP and APRS send the login line and the packet, each followed by CR LF. The packet is a complete weather report with position and time
 // stamp, as in the APRS Protocol Reference 1.0.1.
 extern const upload CWOP;
 extern const upload APRS;
@@ -28,7 +28,7 @@ inline constexpr endpoint CWOP_ENDPOINTS[] = {endpoint::cwop_first, endpoint::cw
 inline constexpr endpoint APRS_ENDPOINTS[] = {endpoint::aprs_software, endpoint::aprs_path,
                                               endpoint::aprs_connect_seconds};
 
-// The mail: header and body.
+// The mail consists of header and body.
 extern const upload BORGERVEJR;
 
 // The endpoints that the mail needs; mail_sender only if the settings give no sender.

@@ -79,8 +79,8 @@ void compose_mail(text_buffer& mail, const station& source) {
 constinit const upload BORGERVEJR = {"borgervejr", carrier::mail, compose_mail, send_mail_report};
 
 std::span<const endpoint> mail_endpoints(const settings_record& settings) {
-  static constexpr endpoint ROWS[] = {endpoint::borgervejr_recipient, endpoint::mail_sender};
-  return {ROWS, chosen_sender(settings).empty() ? 2U : 1U};
+  static constexpr endpoint NEEDED[] = {endpoint::borgervejr_recipient, endpoint::mail_sender};
+  return {NEEDED, chosen_sender(settings).empty() ? 2U : 1U};
 }
 
 void append_mail_command(text_buffer& command) {

@@ -16,11 +16,11 @@ void append_url(text_buffer& command, endpoint server, const char* path);
 // Begins a GET command, up to the "?" before the query.
 void begin_get(text_buffer& command, endpoint server, const char* path);
 
-// Begins a POST command, up to its first option. Without -q, wget's messages are part of the reply.
+// Begins a POST command; the caller appends its other options and the URL.
 void begin_post(text_buffer& command);
 
 // Appends a text from the settings or the report as a value in a query or a form. `&` and `#`, which would end the
-// value, are percent-encoded; wget encodes what else a URL cannot hold. `+` and `%` are left alone, so the network reads
+// value, are percent-encoded; wget encodes other characters that are not allowed in URLs. `+` and `%` are left alone, so the network reads
 // them as a space and an escape.
 void append_url_value(text_buffer& command, std::string_view value);
 

@@ -152,7 +152,7 @@ bool next_line(std::FILE* file, text_buffer& line) {
   return std::ferror(file) == 0;
 }
 
-// Overrides the endpoint that the line names, with `rest`, the line after its name. Returns nullptr, or what is wrong.
+// `rest` is the line after the name. Overrides the named endpoint; returns nullptr, or what is wrong with the line.
 const char* apply(const text_buffer& line, std::optional<endpoint> named, std::string_view rest) {
   if (line.was_cut()) return "too long";
   if (!rest.starts_with('=')) return "expected \"name = value\"";
@@ -190,7 +190,7 @@ void refuse_all(const char* path, std::FILE* errors) {
   for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) refuse_endpoint(endpoint{i});
 }
 
-// True if `path` does not exist only because its directory is a link that leads nowhere.
+// True if `path` does not exist only because its directory is a dangling link.
 bool is_directory_lost(const path_text& path) {
   fixed_text<PATH_CAPACITY> directory;
   directory.append_text(head_of(path.view(), path.view().rfind('/')));

@@ -35,7 +35,7 @@ owners_value overrides[std::size(ENDPOINTS)];
 
 owners_value& override_of(endpoint which) { return overrides[static_cast<std::size_t>(which)]; }
 
-// Stands for a refused value where a text is composed all the same, as in the preview.
+// Replaces a refused value in texts that are composed anyway, such as previews.
 const char* refused_value(endpoint_kind kind) {
   switch (kind) {
     case endpoint_kind::url:

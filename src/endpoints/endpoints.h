@@ -40,8 +40,8 @@ std::string_view endpoint_success_text(endpoint which);
 // The part of `url` from the first slash after the host; empty without one. The scheme may be missing.
 std::string_view path_in(std::string_view url);
 
-// True if the endpoint file has an invalid value for the endpoint, or cannot be read. The built-in value must not be
-// used then: the owner may want another server, or an encrypted one.
+// True if the endpoint file has an invalid value for the endpoint, or cannot be read. Do not fall back to the
+// built-in value: the owner may want another server, or an encrypted one.
 bool is_refused(endpoint which);
 
 // Returns 0, or -1 with the reason in `error_text` if one of the endpoints is refused.

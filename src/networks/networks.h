@@ -37,6 +37,7 @@ struct http_network : upload {
   upload_spec reply;
 };
 
+// Append the whole command. `end` closes a GET: the quote, and where wget's messages go.
 void append_get(text_buffer& command, const http_network& network, const station& source, const char* end);
 void append_post(text_buffer& command, const http_network& network, const station& source);
 int send_request(const http_network& network);
@@ -47,8 +48,8 @@ int upload_to() {
   return send_request(network);
 }
 
-// The next three say how a network is reached: the first column of its record. By a GET request whose reply includes
-// wget's standard error:
+// Each of the next three makes the first column of a network's record. A GET request whose reply includes wget's standard
+// error:
 template <const http_network& network>
 consteval upload sent_by_get(const char* id) {
   constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
@@ -57,7 +58,7 @@ consteval upload sent_by_get(const char* id) {
   return {id, carrier::http, COMPOSE, upload_to<network>};
 }
 
-// By a GET request whose reply is only what the server sends:
+// A GET request whose reply is only what the server sends:
 template <const http_network& network>
 consteval upload sent_by_quiet_get(const char* id, const upload* rapid_variant = nullptr) {
   constexpr composer COMPOSE = [](text_buffer& command, const station& source) {
@@ -66,7 +67,7 @@ consteval upload sent_by_quiet_get(const char* id, const upload* rapid_variant =
   return {id, carrier::http, COMPOSE, upload_to<network>, rapid_variant};
 }
 
-// By a POST request. Without -q, wget's messages are part of the reply.
+// A POST request. Without -q, wget's messages are part of the reply.
 template <const http_network& network>
 consteval upload sent_by_post(const char* id) {
   return {id, carrier::http,

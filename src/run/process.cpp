@@ -24,7 +24,7 @@ void set_action(int signal_number, void (*handler)(int)) {
 }  // namespace
 
 void prepare_process() {
-  // Otherwise a socket could become descriptor 2 and receive error messages.
+  // If a standard descriptor were closed, a socket could become descriptor 2 and receive error messages.
   int descriptor = 0;
   do {
     descriptor = open("/dev/null", O_RDWR);

@@ -60,7 +60,7 @@ void run_pass(report_buffer& report, rapid_fire_stamps& stamps) {
 
 }  // namespace
 
-constinit const rapid_fire_network RAPID_FIRE_NETWORKS[3] = {
+constinit const rapid_fire_network RAPID_FIRE_NETWORKS[std::size(RAPID_FIRE_SWITCHES)] = {
 #define RAPID_FIRE(name, enabled, rapid_enabled, interval, upload) \
   {{name, enabled, nullptr, rapid_enabled}, interval, &(upload)},
 #include "run/run_list.def"

@@ -17,9 +17,9 @@ struct rapid_fire_network : upload_switch {
 };
 
 // In the order in which a pass sends them.
-extern const rapid_fire_network RAPID_FIRE_NETWORKS[3];
+extern const rapid_fire_network RAPID_FIRE_NETWORKS[std::size(RAPID_FIRE_SWITCHES)];
 
-// When each of them last took its turn, in seconds since the epoch.
+// When each of them was last due and enabled, in seconds since the epoch.
 using rapid_fire_stamps = std::array<std::int64_t, std::size(RAPID_FIRE_NETWORKS)>;
 
 bool is_any_rapid_fire_active(const settings_record& settings);

@@ -43,13 +43,13 @@ bool read_argument(const char* argument) {
 }
 
 // Returns the outcome for the status page.
-const char* serve_networks(long long now) {
+status_outcome serve_networks(long long now) {
   const long long age = last_run_age(now);
-  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return OUTCOME_NO_REPORT;
+  if (fetch_live_data(report, DATA_SERVER_HOST, DATA_SERVER_PORT) != 0) return status_outcome::no_report;
   load_live_record(report);
   if (live_data_stale != 0 && is_any_network_enabled(station_settings)) report_failure(STALE_DATA_NAME);
   walk_run_list(station_settings, age, now);
-  return live_data_stale != 0 ? OUTCOME_STALE : OUTCOME_GOOD;
+  return live_data_stale != 0 ? status_outcome::stale : status_outcome::good;
 }
 
 void run_once(long long now) {

@@ -22,7 +22,7 @@ using line_text = fixed_text<4 * REASON_CAPACITY + 200>;
 // The latest upload under one name.
 struct upload_memory {
   time_text time;  // when it began or ended
-  // These are from the upload before until it ends.
+  // Until this upload ends, these describe the previous one.
   int wget_status = NO_WGET_STATUS;
   escaped_text reason;
   unsigned failures = 0;  // consecutive
@@ -64,10 +64,10 @@ void write_all_lines() {
   [[maybe_unused]] const int ignored = written < 0 ? 0 : ftruncate(page, written);
 }
 
-void record(upload_memory& memory, const char* name, const char* outcome, bool in_rapid_fire) {
+void record(upload_memory& memory, const char* name, status_outcome outcome, bool in_rapid_fire) {
   text_buffer& line = memory.line;
   line.clear();
-  line.append("%s\t%s\t%s\t", memory.time.c_str(), name, outcome);
+  line.append("%s\t%s\t%s\t", memory.time.c_str(), name, OUTCOME_NAMES[static_cast<int>(outcome)]);
   if (memory.wget_status != NO_WGET_STATUS) line.append("%d", memory.wget_status);
   line.append("\t%s", memory.reason.c_str());
   if (in_rapid_fire) line.append("\t%u\t%s", memory.failures, memory.last_good.c_str());
@@ -78,7 +78,7 @@ void record(upload_memory& memory, const char* name, const char* outcome, bool i
     add_line(memory);
 }
 
-void record_run(const char* outcome) {
+void record_run(status_outcome outcome) {
   if (page < 0) return;
   upload_memory run;
   set_to_now(run.time);
@@ -86,21 +86,21 @@ void record_run(const char* outcome) {
 }
 
 // Returns the outcome.
-const char* note_result(upload_memory& memory, int result) {
+status_outcome note_result(upload_memory& memory, int result) {
   set_to_now(memory.time);
   memory.wget_status = latest_exchange.wget_status;
   memory.reason.clear();
   if (result != 0) {
     ++memory.failures;
     if (!latest_exchange.is_command_quoted) append_escaped(memory.reason, error_text.view());
-    return OUTCOME_FAILED;
+    return status_outcome::failed;
   }
   memory.failures = 0;
   append_escaped(memory.reason, latest_exchange.doubt);
-  if (!memory.reason.empty()) return OUTCOME_UNCLEAR;
+  if (!memory.reason.empty()) return status_outcome::unclear;
   memory.last_good.clear();
   memory.last_good.append_text(memory.time.view());
-  return OUTCOME_GOOD;
+  return status_outcome::good;
 }
 
 int send_recorded(const char* name, const upload& upload, upload_memory& memory, bool in_rapid_fire) {
@@ -108,7 +108,7 @@ int send_recorded(const char* name, const upload& upload, upload_memory& memory,
   // With stale data nothing is sent, so there is no success or failure to record.
   if (page < 0 || live_data_stale != 0) return upload.send();
   set_to_now(memory.time);
-  record(memory, name, OUTCOME_BEGIN, in_rapid_fire);
+  record(memory, name, status_outcome::begun, in_rapid_fire);
   const int result = upload.send();
   record(memory, name, note_result(memory, result), in_rapid_fire);
   return result;
@@ -128,10 +128,10 @@ void append_escaped(text_buffer& text, std::string_view reason) {
 void begin_run_page() {
   open_page(STATUS_PATH);
   if (page >= 0 && ftruncate(page, 0) != 0) close_page();
-  record_run(OUTCOME_BEGIN);
+  record_run(status_outcome::begun);
 }
 
-void end_run_page(const char* outcome) {
+void end_run_page(status_outcome outcome) {
   record_run(outcome);
   close_page();
 }
@@ -141,7 +141,7 @@ void open_rapid_fire_page() {
   upload_memory& loop = rapid_fire_memory[0];
   if (page < 0 || !loop.time.empty()) return;
   set_to_now(loop.time);
-  record(loop, PROCESS_NAME, OUTCOME_BEGIN, true);
+  record(loop, PROCESS_NAME, status_outcome::begun, true);
 }
 
 void close_page() {

@@ -1,22 +1,25 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "compose/upload.h"
 
-// A run and the rapid-fire loop each record as text what they do, in a file of their own, if that file exists;
+// A run and the rapid-fire loop each record their progress as text, in a file of their own, if that exists;
 // skypost-status(8) describes its lines. Nothing is recorded if another user could have planted the file, or if another
 // process has locked it. Errors here never make the run fail.
 namespace skypost {
 
-// Outcomes. The last two are the run's: the data server could not be read; outdoor data were missing or out of date, so
-// nothing was sent.
-inline constexpr char OUTCOME_BEGIN[] = "begin";
-inline constexpr char OUTCOME_GOOD[] = "good";
-inline constexpr char OUTCOME_UNCLEAR[] = "unclear";  // counts as good, but there is a doubt
-inline constexpr char OUTCOME_FAILED[] = "failed";
-inline constexpr char OUTCOME_NO_REPORT[] = "no-report";
-inline constexpr char OUTCOME_STALE[] = "stale";
+// How a line says that a run or an upload began or ended.
+enum class status_outcome : std::uint8_t {
+  begun,      // and not ended
+  good,       // for the run: it finished
+  unclear,    // an upload counts as good, but there is a doubt
+  failed,     // an upload
+  no_report,  // run only: the data server could not be read
+  stale       // run only: outdoor data were missing or out of date, so nothing was sent
+};
+inline constexpr const char* OUTCOME_NAMES[] = {"begin", "good", "unclear", "failed", "no-report", "stale"};
 
 // The name in a line about the process itself.
 inline constexpr char PROCESS_NAME[] = "skypost";
@@ -24,14 +27,14 @@ inline constexpr char PROCESS_NAME[] = "skypost";
 // A longer reason is cut.
 inline constexpr std::size_t REASON_CAPACITY = 200;
 
-// Appends a reason on one line, without anything that could command a terminal.
+// Appends a reason on one line; backslashes and everything but printable ASCII become \xHH.
 void append_escaped(text_buffer& text, std::string_view reason);
 
 // Opens the page for a run and records that it has begun.
 void begin_run_page();
 
 // Records how the run has ended, and closes the page.
-void end_run_page(const char* outcome);
+void end_run_page(status_outcome outcome);
 
 // Opens the rapid-fire loop's page for the uploads of one pass.
 void open_rapid_fire_page();

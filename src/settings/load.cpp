@@ -45,7 +45,7 @@ void open_gap(settings_record& record) {
 }
 
 // Reads the open file of `size` bytes into the record. Returns 0, or -1 if the file cannot be used.
-int read_settings_file(int file, std::int64_t size, settings_record& record, bool keep_backup) {
+int read_settings_file(int file, std::int64_t size, settings_record& record, bool make_backup) {
   const bool size_unlisted = is_size_unlisted(size, this_board().platform);
 
   const std::int64_t length = read(file, record.bytes, SETTINGS_SIZE);
@@ -55,7 +55,7 @@ int read_settings_file(int file, std::int64_t size, settings_record& record, boo
       length != OLDER_LAYOUT_SIZE)
     return -1;
 
-  if (keep_backup)
+  if (make_backup)
     upgrade_settings(record, size_unlisted);
   else
     adapt_image(record, size_unlisted, this_board().platform);
@@ -93,11 +93,11 @@ int upgrade_settings(settings_record& record, bool size_unlisted) {
   return adapt_image(record, size_unlisted, this_board().platform) ? 1 : 0;
 }
 
-int load_settings(settings_record& record, bool keep_backup) {
+int load_settings(settings_record& record, bool make_backup) {
   const path_text path(SETTINGS_PATH);
-  struct stat status {};
-  const int file = open_regular_file(path.c_str(), O_RDONLY, status);
-  const int result = file < 0 ? -1 : read_settings_file(file, status.st_size, record, keep_backup);
+  struct stat found {};
+  const int file = open_regular_file(path.c_str(), O_RDONLY, found);
+  const int result = file < 0 ? -1 : read_settings_file(file, found.st_size, record, make_backup);
   if (file >= 0) close(file);
   if (result != 0) set_default_settings(record);
   return result;

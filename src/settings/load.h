@@ -13,8 +13,8 @@ inline constexpr std::int64_t OLDER_PLUG_LAYOUT_SIZE = 38'692;
 
 // Loads the appliance's settings file. Returns 0, or -1 with the defaults in the record if there is no usable file.
 // Prints nothing; the caller must report the failure. A file of unlisted size is first copied to FILE.old. A tool that
-// only reads must pass false for `keep_backup`, which leaves the copy out.
-int load_settings(settings_record& record, bool keep_backup = true);
+// only reads must pass false for `make_backup`, which leaves the copy out.
+int load_settings(settings_record& record, bool make_backup = true);
 
 // Calls load_settings up to three times, with a pause of one second after each failure, since the web pages may
 // be writing the file.

@@ -61,7 +61,7 @@ std::size_t read_reply(text_buffer& reply, std::FILE* stream);
 text_buffer& strip_line_breaks(text_buffer& text);
 
 // Runs `command` and judges its output; a truncated command is not run. `success_text` is the owner's, empty for none.
-// Sets latest_exchange. Returns 0, or -1 with the reason in `error_text`.
+// Records the outcome in latest_exchange, which the caller has reset. Returns 0, or -1 with the reason in `error_text`.
 int upload_via_wget(const text_buffer& command, const upload_spec& spec, std::string_view success_text = {});
 
 // Judges the reply to a command that printed `count` bytes and in which wget had the exit status `wget_status`. Returns

@@ -50,7 +50,7 @@ void record_failure(int status, const std::string& reason) {
   wanted_reason = reason;
   begin_run_page();
   send_in_run("windfinder", {"failing", carrier::http, nullptr, fail});
-  end_run_page(OUTCOME_GOOD);
+  end_run_page(status_outcome::good);
 }
 
 class status : public program {
@@ -158,7 +158,7 @@ TEST_F(status, lists_rapid_fire_beside_the_run) {
     const sim::running_program running(all.board.root(), {"-r"});
     ASSERT_TRUE(comes_true([&] { return all.board.alarms().size() == 2; }, 20));
   }
-  end_run_page(OUTCOME_GOOD);
+  end_run_page(status_outcome::good);
   expect_golden("end_to_end/golden/status_of_rapid_fire", shell("skypost-status"));
 }
 

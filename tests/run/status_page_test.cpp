@@ -58,7 +58,7 @@ class StatusPage : public ::testing::Test {
     fault = what;
     begin_run_page();
     EXPECT_EQ(send_in_run("windit", FAILING), -1);
-    end_run_page(OUTCOME_GOOD);
+    end_run_page(status_outcome::good);
     return first_match(page(), "failed(.*)\n")[1];
   }
 
@@ -78,7 +78,7 @@ TEST_F(StatusPage, SaysWhatARunDoes) {
   EXPECT_EQ(send_in_run("weather underground", FAILING), -1);
   EXPECT_EQ(send_in_run("wetterspiegel", DOUBTFUL), 0);
   EXPECT_EQ(send_in_run("windit", GOOD), 0);
-  end_run_page(OUTCOME_STALE);
+  end_run_page(status_outcome::stale);
   EXPECT_EQ(send_in_run("of no run", GOOD), 0);
   EXPECT_EQ(page(),
             "T\tskypost\tbegin\t\t\n"
@@ -157,7 +157,7 @@ TEST_F(StatusPage, StaysAsItIsWhileAnotherProcessHasIt) {
       ASSERT_TRUE(locked.is_locked());
       begin_run_page();
       EXPECT_EQ(send_in_run("windit", GOOD), 0);
-      end_run_page(OUTCOME_GOOD);
+      end_run_page(status_outcome::good);
       open_rapid_fire_page();
       EXPECT_EQ(send_in_rapid_fire(2, GOOD), 0);
       close_page();
@@ -173,12 +173,12 @@ TEST_F(StatusPage, OnAFullDiskCostsTheRunNothing) {
   disk.fill();
   begin_run_page();
   EXPECT_EQ(send_in_run("windit", GOOD), 0);
-  end_run_page(OUTCOME_GOOD);
+  end_run_page(status_outcome::good);
   EXPECT_EQ(page(), "");
   std::filesystem::remove(appliance.path(STATUS_PATH).parent_path() / "filler");
   begin_run_page();
   EXPECT_EQ(page(), "T\tskypost\tbegin\t\t\n");
-  end_run_page(OUTCOME_GOOD);
+  end_run_page(status_outcome::good);
 }
 
 }  // namespace

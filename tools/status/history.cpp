@@ -13,7 +13,7 @@
 namespace skypost {
 namespace {
 
-// The content of one file after the other, longer than any that skypost or this program writes.
+// Holds each file in turn; larger than any that skypost or this program writes.
 char bytes[65'536];
 text_buffer content{bytes};
 
@@ -38,8 +38,8 @@ void read_content(int file) {
   } while (count > 0);
 }
 
-// Takes the next line that is valid from `text`. Returns false if there is none. The text after the last line feed is no
-// line.
+// Takes the next valid line from `text`. Returns false if there is none. Text after the last line feed is an unfinished
+// line, which is skipped.
 bool take_line(std::string_view& text, std::size_t& place, status_record& record) {
   for (;;) {
     const std::size_t end = text.find('\n');
@@ -50,7 +50,7 @@ bool take_line(std::string_view& text, std::size_t& place, status_record& record
   }
 }
 
-// Lines out of order are the rest of a longer text that is being replaced.
+// A line out of order is left over from a longer text that is being replaced: stop there.
 void read_history(status_records& records) {
   std::string_view text = content.view();
   std::size_t place = 0, next = 0;
@@ -78,7 +78,7 @@ void add_line(status_record& known, status_record line, std::int64_t page) {
   known = line;
 }
 
-// Lines of a run do not count: each upload is made once.
+// A run's lines have no counts. Derive them from the outcome, since a run makes each upload once.
 void add_run_page(status_records& records) {
   std::string_view text = content.view();
   std::size_t place = 0;
@@ -103,8 +103,8 @@ void add_rapid_fire_page(status_records& records) {
     add_line(records[place], line, start);
 }
 
-// Reads a page into `content`. Returns true if another process has it locked, before or afterwards, so that what begins
-// or ends meanwhile is not taken for something that was ended.
+// Reads a page into `content`. Returns true if another process has it locked. Checks the lock before and after reading, so
+// an upload that begins or ends meanwhile is not taken for one that was killed.
 bool read_page(int page) {
   const bool is_locked = is_at_work(page);
   read_content(page);

@@ -31,7 +31,7 @@ run_state state_of_run(const status_record& run, const status_record& last_begun
 
 bool was_ended(run_state run) { return run >= run_state::ended_in_upload; }
 
-// Of an upload that is under way, the one before it counts.
+// While an upload is under way, the previous one is judged.
 upload_state state_of(const status_record& record, bool is_under_way) {
   if (record.time == 0) return upload_state::not_tried;
   if (is_unfinished(record)) {

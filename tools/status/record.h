@@ -10,25 +10,16 @@
 
 namespace skypost {
 
-enum class status_outcome : std::uint8_t {
-  begun,      // and not ended
-  good,       // for the run: it finished
-  unclear,    // an upload counts as good, but there is a doubt
-  failed,     // an upload
-  no_report,  // the run
-  stale       // the run
-};
-
 // The latest run, or the latest upload under one name. Times are milliseconds since the epoch; 0 means never.
 struct status_record {
   std::int64_t time = 0;  // when it began, or ended if it has
   status_outcome outcome = status_outcome::begun;
-  // Both are from the one before until it ends.
+  // Until this upload ends, these describe the previous one.
   int wget_status = NO_WGET_STATUS;
   char reason[REASON_CAPACITY + 1] = "";
   std::uint32_t failures = 0;  // consecutive; one that never ended is counted when the next one begins
   std::int64_t last_good = 0;
-  std::int64_t page = 0;               // when the run or the rapid-fire loop began whose page reports it
+  std::int64_t page = 0;               // start of the run or loop whose page reported this
   std::uint32_t failures_in_page = 0;  // how many of the failures this page has reported
 };
 

@@ -6,10 +6,6 @@
 namespace skypost {
 namespace {
 
-// By the number of the status_outcome.
-constexpr std::string_view OUTCOMES[] = {OUTCOME_BEGIN,  OUTCOME_GOOD,      OUTCOME_UNCLEAR,
-                                         OUTCOME_FAILED, OUTCOME_NO_REPORT, OUTCOME_STALE};
-
 constexpr std::size_t COLUMNS = 9;
 constexpr std::uint32_t HIGHEST_EXIT_STATUS = 255;
 constexpr std::size_t LONGEST_NAME = 100;
@@ -74,9 +70,9 @@ bool read_place(std::string_view text, std::size_t& place) {
 }
 
 bool read_outcome(std::string_view text, status_outcome& outcome) {
-  const auto found = std::find(std::begin(OUTCOMES), std::end(OUTCOMES), text);
-  outcome = static_cast<status_outcome>(found - std::begin(OUTCOMES));
-  return found != std::end(OUTCOMES);
+  const auto found = std::find(std::begin(OUTCOME_NAMES), std::end(OUTCOME_NAMES), text);
+  outcome = static_cast<status_outcome>(found - std::begin(OUTCOME_NAMES));
+  return found != std::end(OUTCOME_NAMES);
 }
 
 // Sets `character` if the text begins with an escape, "\\x" and two hexadecimal digits.
@@ -123,7 +119,7 @@ bool read_line(std::string_view line, std::size_t& place, status_record& record)
 
 void append_line(text_buffer& text, std::size_t place, const status_record& record) {
   append_time(text, record.time);
-  text.append("\t%s\t%s\t", RECORD_NAMES[place], OUTCOMES[static_cast<int>(record.outcome)].data());
+  text.append("\t%s\t%s\t", RECORD_NAMES[place], OUTCOME_NAMES[static_cast<int>(record.outcome)]);
   if (record.wget_status != NO_WGET_STATUS) text.append("%d", record.wget_status);
   text.append_text("\t");
   append_escaped(text, record.reason);

@@ -12,7 +12,7 @@
 namespace skypost {
 namespace {
 
-// By the number of the run_state. "%s" is the upload that the run had begun.
+// Indexed by run_state. "%s" is the upload that the run had begun.
 constexpr const char* RUN_ENDS[] = {
     "",
     "",
@@ -24,7 +24,7 @@ constexpr const char* RUN_ENDS[] = {
     "it was ended from outside after %s",
 };
 
-// By the number of the upload_state.
+// Indexed by upload_state.
 struct state_words {
   const char* name;
   const char* colour;
@@ -117,7 +117,7 @@ void append_failure(text_buffer& text, const status_record& record, const settin
   if (meaning != nullptr) text.append("%s%s", meaning, reason.empty() ? "" : "; ");
   text.append_text(reason.view());
   if (!text.empty()) return;
-  // Of one that was ended nothing is kept either; it shows as failed while the next is under way.
+  // An upload that was killed has no reason; while the next is under way, it shows as failed.
   text.append_text(is_unfinished(record) ? "it is being tried again" : "its command could not be run");
 }
 
