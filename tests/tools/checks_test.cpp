@@ -32,6 +32,8 @@ struct checked_station : owners_station {
       appliance.report_fault = line.substr(10);
     } else if (line.starts_with("now ")) {
       appliance.now = appliance.built + std::stoi(line.substr(4));
+    } else if (line.starts_with("at-hand ")) {
+      appliance.at_hand = line == "at-hand files" ? extent::files : extent::settings;
     } else if (line == "online") {
       appliance.online = true;
     } else if (line.starts_with("timer")) {

@@ -192,6 +192,12 @@ TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 
+// This machine has no alarm script, and its endpoints are not the board's.
+TEST_F(SettingsTool, ChecksTheSettingsAloneOfABoardWithoutARoot) {
+  unsetenv("SKYPOST_ROOT");
+  EXPECT_EQ(run("check --board /home/nimbulog/nimbulog.conf"), "Nothing wrong found.\n");
+}
+
 TEST_F(SettingsTool, TellsItsVersion) {
   EXPECT_EQ(run("--version"), "skypost-settings " SKYPOST_VERSION "\n");
 }

@@ -25,8 +25,9 @@ std::string interpreter_in(std::string_view line) {
   return std::string(line.substr(0, line.find_first_of(BLANKS)));
 }
 
-// Returns why the script cannot work as intended, and the remedy; empty if it may.
-std::string fault_of_script(const std::string& path) {
+// Returns why the script cannot work as intended, and the remedy; empty if it may. Its interpreter may be on another
+// machine.
+std::string fault_of_script(const std::string& path, extent at_hand) {
   constexpr char NOBODY[] = "nobody is told of a failed upload. ";
   if (const std::string fault = program_fault(path); !fault.empty())
     return "it cannot be run (" + fault + "), so " + NOBODY + "Put an executable script there.";
@@ -41,6 +42,7 @@ std::string fault_of_script(const std::string& path) {
   if (interpreter.empty())
     return "its first line does not begin with \"#!\", so sh runs it, whatever language it is in. Begin it"
            " with \"#!/bin/sh\", or with the program that it is written for.";
+  if (at_hand < extent::machine) return {};
   if (const std::string fault = program_fault(interpreter); !fault.empty())
     return "its first line names " + quoted(interpreter) + ", which cannot be run (" + fault + "), so " +
            NOBODY + "Name a program that is there, such as \"#!/bin/sh\".";
@@ -49,9 +51,10 @@ std::string fault_of_script(const std::string& path) {
 
 }  // namespace
 
-void check_alarm_script(const checked_appliance&, findings& found) {
+void check_alarm_script(const checked_appliance& appliance, findings& found) {
   const std::string path = appliance_path(ALARM_SCRIPT_PATH);
-  if (const std::string fault = fault_of_script(path); !fault.empty()) found.push_back(path + ": " + fault);
+  const std::string fault = fault_of_script(path, appliance.at_hand);
+  if (!fault.empty()) found.push_back(path + ": " + fault);
 }
 
 }  // namespace skypost

@@ -49,6 +49,9 @@ checked_appliance read_appliance(const words& arguments) {
   return appliance;
 }
 
+// True if the appliance's files are below a directory of their own.
+bool has_root() { return !appliance_path("").empty(); }
+
 // Without a report from the data server the check goes on; a file that cannot be read ends it.
 void read_report_into(checked_appliance& appliance, const std::optional<std::string>& path, bool quiet) {
   if (path) {
@@ -66,6 +69,7 @@ void read_report_into(checked_appliance& appliance, const std::optional<std::str
 
 int run_check(const words& all_arguments, std::ostream& out) {
   words arguments = all_arguments;
+  const bool is_elsewhere = take_option(arguments, "--board");
   const bool online = take_option(arguments, "--online");
   const bool quiet = take_option(arguments, "--quiet");
   const std::optional<std::string> report_path = take_file_option(arguments, "--report");
@@ -75,7 +79,8 @@ int run_check(const words& all_arguments, std::ostream& out) {
   checked_appliance appliance;
   try {
     appliance = read_appliance(arguments);
-    read_report_into(appliance, report_path, quiet);
+    if (is_elsewhere) appliance.at_hand = has_root() ? extent::files : extent::settings;
+    if (!is_elsewhere || report_path) read_report_into(appliance, report_path, quiet);
   } catch (const tool_error& fault) {
     if (quiet) return 2;
     throw tool_error(fault.what(), 2);

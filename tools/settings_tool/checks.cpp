@@ -4,7 +4,8 @@ namespace skypost {
 
 findings findings_of(const checked_appliance& appliance) {
   findings found;
-#define CHECK(name) check_##name(appliance, found);
+#define CHECK(name, needed) \
+  if (extent::needed <= appliance.at_hand) check_##name(appliance, found);
 #include "settings_tool/checks.def"
   return found;
 }

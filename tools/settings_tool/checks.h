@@ -9,6 +9,10 @@
 // Checks what keeps a station's uploads from arriving. Findings are sentences for the owner and contain no password.
 namespace skypost {
 
+// How much of the appliance a check can look at; each extent includes those before it. `settings`: the settings file and
+// the report. `files`: the other files below $SKYPOST_ROOT. `machine`: its programs, directories, clock and systemd.
+enum class extent { settings, files, machine };
+
 // The input of the checks, besides the appliance's own files. `station_settings` must hold the file's settings as the
 // uploader loads them, and the appliance's endpoints must be loaded.
 struct checked_appliance {
@@ -21,7 +25,8 @@ struct checked_appliance {
   std::string certificates;      // the directory where wget looks for CA certificates
   std::string timer;             // systemd's state of skypost.timer; empty if systemd is not running
   std::time_t now;
-  std::time_t built;            // not later than the build
+  std::time_t built;  // not later than the build
+  extent at_hand = extent::machine;
   bool online;                  // connect to the servers
   bool shows_progress = false;  // on standard error
 };
@@ -33,7 +38,7 @@ using findings = std::vector<std::string>;
 findings findings_of(const checked_appliance& appliance);
 
 // Each check adds its findings to `found`.
-#define CHECK(name) void check_##name(const checked_appliance& appliance, findings& found);
+#define CHECK(name, needed) void check_##name(const checked_appliance& appliance, findings& found);
 #include "settings_tool/checks.def"
 
 }  // namespace skypost

@@ -97,7 +97,7 @@ void check_account(const run_step& step, const checked_appliance& appliance, fin
                     ". Set it, or set " + switch_of(step) + " to 0.");
   }
   check_url_values(step, found);
-  if (appliance.hardware_address.empty() &&
+  if (appliance.at_hand == extent::machine && appliance.hardware_address.empty() &&
       is_hardware_address_told(*step.upload, station_without_values("")))
     found.push_back(
         "eth0: ifconfig shows no hardware address after \"HWaddr\", by which " + network +

@@ -99,6 +99,11 @@ void check_mail_program(const checked_appliance&, findings& found) {
                     ". Install a mail program, such as esmtp, and link it there: mkdir -p " + directory +
                     " && ln -s /usr/bin/esmtp " + path,
                 found);
+}
+
+void check_mail_settings(const checked_appliance&, findings& found) {
+  const std::string networks = networks_by(carrier::mail);
+  if (networks.empty()) return;
   const std::string configuration = appliance_path(MAIL_CONFIGURATION_PATH);
   if (access(configuration.c_str(), R_OK) != 0)
     found.push_back(configuration + ": it cannot be read (" + std::strerror(errno) +

@@ -31,11 +31,11 @@ constexpr command COMMANDS[] = {
      run_set},
     {"sensors", "[--report FILE]",
      "      prints which sensors can be selected for what, with their current values\n", run_sensors},
-    {"check", "[--online] [--quiet] [--report FILE] [FILE]",
-     "      prints what keeps the uploads from arriving, one finding per line, worst first. --online also\n"
-     "      connects to the servers, without sending a value; --quiet prints nothing. Exit status: 0 if "
-     "nothing\n"
-     "      was found, 1 if something was, 2 if the settings or the report cannot be read\n",
+    {"check", "[--board] [--online] [--quiet] [--report FILE] [FILE]",
+     "      prints what keeps the uploads from arriving, one finding per line, worst first. --board is for\n"
+     "      files that were copied from a board: this machine itself is not checked. --online also connects\n"
+     "      to the servers, without sending a value; --quiet prints nothing. Exit status: 0 if nothing was\n"
+     "      found, 1 if something was, 2 if the settings or the report cannot be read\n",
      run_check},
     {"try", "[--yes] NETWORK",
      "      makes one real upload to NETWORK, switched on or not, and prints what comes of it. Asks first, "
