@@ -143,7 +143,8 @@ void add_failure(const char* action, int attempt, const char* host, const char* 
   error_text.append("error %s (%d) \"%s\": %s, ", action, attempt, host, reason);
 }
 
-// Limits how long connect() waits, if the endpoint file sets a limit. When the time is up, connect() fails with EINPROGRESS.
+// Limits how long connect() waits, if the endpoint file sets a limit. When the time is up, connect() fails with
+// EINPROGRESS, or with EALREADY if a signal has interrupted it before.
 void limit_connect(int connection) {
   const timeval limit = {.tv_sec = std::atoi(endpoint_value(endpoint::aprs_connect_seconds)), .tv_usec = 0};
   if (limit.tv_sec > 0) setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
@@ -156,9 +157,12 @@ const char* connect_to(int connection, const char* host, std::uint32_t port) {
   if (resolve_host(address, host, port) != 0)
     return h_errno == SEE_ERRNO ? std::strerror(errno) : hstrerror(h_errno);
   limit_connect(connection);
-  if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-    return std::strerror(errno == EINPROGRESS ? ETIMEDOUT : errno);
-  return nullptr;
+  int result = 0;
+  do {
+    result = connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  } while (result != 0 && errno == EINTR);
+  if (result == 0) return nullptr;
+  return std::strerror(errno == EINPROGRESS || errno == EALREADY ? ETIMEDOUT : errno);
 }
 
 // Reads what the server has sent so far, in one read. Returns false if nothing has arrived.

@@ -61,8 +61,8 @@ int fetch_over(int connection, report_buffer& report, const char* host, std::uin
     result = connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address);
   } while (result != 0 && errno == EINTR && milliseconds_now() < deadline);
   if (result != 0) {
-    // connect() fails with EINPROGRESS if the time-out expires.
-    const int reason = errno == EINPROGRESS ? ETIMEDOUT : errno;
+    // When the time is up, connect() fails with EINPROGRESS, or with EALREADY if a signal has interrupted it before.
+    const int reason = errno == EINPROGRESS || errno == EALREADY ? ETIMEDOUT : errno;
     std::fprintf(errors, "error connect socket %s:%d :%s\n", host, port, std::strerror(reason));
     return -1;
   }

@@ -82,9 +82,14 @@ int upload_via_wget(const text_buffer& command, const upload_spec& spec, std::st
   reply_text reply;
   const std::size_t count = read_reply(reply, pipe);
   tell_reply(reply.view());
-  latest_exchange.wget_status = status_of_wget(pclose(pipe), count, spec);
+  const int end = pclose(pipe);
+  latest_exchange.wget_status = status_of_wget(end, count, spec);
   const int result = judge_upload(reply, count, spec, latest_exchange.wget_status, success_text);
-  if (result == 0 && latest_exchange.wget_status > 0) doubt_upload("counts as good all the same");
+  const bool was_killed = WIFSIGNALED(end) && count < REPLY_CAPACITY;
+  if (result == 0 && was_killed)
+    doubt_upload("wget was killed; counts as good all the same");
+  else if (result == 0 && latest_exchange.wget_status > 0)
+    doubt_upload("counts as good all the same");
   return result;
 }
 

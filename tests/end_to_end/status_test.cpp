@@ -100,7 +100,8 @@ class status : public program {
       all.board.save_settings();
     } else if (verb == "report") {
       std::getline(words >> std::ws, word);
-      all.data->set_report(word.empty() ? sim::lifelike_report(std::time(nullptr)) : word + '\n');
+      all.data->set_report(word.empty() ? sim::lifelike_report(std::time(nullptr))
+                                        : without_escapes(word) + "\n");
     } else if (verb == "no_report") {
       all.data->set_behaviour(sim::data_server::behaviour::nothing);
     } else if (verb == "begin") {  // a run, until that network's server has the request

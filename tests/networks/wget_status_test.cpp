@@ -84,8 +84,11 @@ TEST_F(WgetStatus, OfAnErrorCastsDoubtOnAGoodVerdict) {
     int result;
     bool is_doubted;
   } cases[] = {
-      {SAUERLANDWETTER, "exit 0", 0, false}, {SAUERLANDWETTER, "exit 4", 0, true},
-      {WINDIT, "echo OK; exit 8", 0, true},  {WINDIT, "exit 8", -1, false},
+      {SAUERLANDWETTER, "exit 0", 0, false},
+      {SAUERLANDWETTER, "exit 4", 0, true},
+      {WINDIT, "echo OK; exit 8", 0, true},
+      {WINDIT, "exit 8", -1, false},
+      {SAUERLANDWETTER, "kill -9 $$", 0, true},
       {METEONEWS, "echo; exit 8", 0, false},  // tail's exit status, not wget's
   };
   for (const auto& [network, command, result, is_doubted] : cases) {

@@ -10,6 +10,7 @@
 
 #include "base/error_text.h"
 #include "base/paths.h"
+#include "live/live_record.h"
 #include "support/appliance_folder.h"
 #include "support/locked_file.h"
 #include "support/pattern.h"
@@ -42,6 +43,7 @@ constexpr upload FAILING = {"failing", carrier::http, nullptr, fail};
 class StatusPage : public ::testing::Test {
  protected:
   StatusPage() {
+    live_data_stale = 0;
     appliance.write(STATUS_PATH, std::string(2'000, '\n'));
     appliance.write(RAPID_FIRE_STATUS_PATH, std::string(2'000, '\n'));
     fault = [] { error_text.append_text("no reply"); };

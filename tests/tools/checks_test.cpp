@@ -12,6 +12,7 @@
 #include "common/kept_text.h"
 #include "endpoints/endpoint_file.h"
 #include "endpoints/endpoints.h"
+#include "status/history.h"
 #include "support/golden.h"
 #include "support/small_disk.h"
 #include "tools/owners_station.h"
@@ -167,10 +168,16 @@ TEST(Checks, FindWhatAnotherUserOwns) {
               {"/var/run/nimbulog", NOBODY, 0, "0755", 1},
               {"/srv", NOBODY, 0, "0755", 1},
               {STATUS_PATH, NOBODY, 0, "0600", 1},
-              {STATUS_PATH, 0, 0, "0600", 0}};
+              {STATUS_PATH, 0, 0, "0600", 0},
+              {RAPID_FIRE_STATUS_PATH, 0, 0, "0640", 1},
+              {HISTORY_PATH, 0, 0, "0604", 1}};
   for (const auto& row : ROWS) {
     checked_station station;
     station.record_run(station.appliance.now);
+    for (const char* const path : {RAPID_FIRE_STATUS_PATH, HISTORY_PATH}) {
+      station.folder.write(path, "");
+      station.change(std::string("mode 0600 ") + path);
+    }
     ASSERT_EQ(chown(station.folder.path(row.path).c_str(), row.owner, row.group), 0);
     station.change(std::string("mode ") + row.mode + ' ' + row.path);
     const findings found = station.found();

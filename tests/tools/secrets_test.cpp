@@ -53,7 +53,6 @@ TEST(HideSecrets, HidesASecretHoweverItIsWrittenAndNothingElse) {
       {"\"k\xE9y", "\"k%E9y %22k\xE9y",        "*** ***"},
       {"abcabd",   "abcabcabd",                "abc***"},
       {"a&b<\"'",  "a&amp;b&lt;&quot;&#039;",  "***"},          // HTML entities
-      {"a&amp;b",  "a&amp;b a&amp;amp;b a%26amp;b", "*** *** ***"},
       {"a'b",      "a&#39;b a&#0039;b a&#x27;b a&#X27;b a&apos;b", "*** *** *** *** ***"},
       {"k\xE4y",   "k&auml;y k&#228;y k&#xe4;y k\\u00e4y k\\xE4y k\\344y", "*** *** *** *** *** ***"},
       {"k\xC3\xA4y", "k&auml;y k&Atilde;&curren;y k\\u00E4y k\\303\\244y", "*** *** *** ***"},
@@ -62,6 +61,7 @@ TEST(HideSecrets, HidesASecretHoweverItIsWrittenAndNothingElse) {
       {"a\"/\\b",  "a\\\"\\/\\\\b",          "***"},          // JSON
       {"a'b",      "a&#39b a&#;b a\\47b a\\u27b a&aposb", "a&#39b a&#;b a\\47b a\\u27b a&aposb"},
       {"x%2525",   "x%2525 x%25",              "*** ***"},  // the second was decoded once
+      {"x%25y",    "x%2525y x%25y x%y",        "*** *** ***"},  // the first was encoded once more
       {"word",     "wor, Word, swords",        "wor, Word, s***s"},
       {"",         "50% of a%zz, 2026-11-25 01:23:45, deadbeef 100%", "50% of a%zz, 2026-11-25 01:23:45, deadbeef 100%"},
       {"of",       "one of them",              "one of them"},  // too short to be hidden

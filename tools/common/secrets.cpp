@@ -137,14 +137,15 @@ std::size_t length_of(std::uint32_t character, std::string_view secret) {
 }
 
 // Length of the match for `secret` at the start of `text`, or 0. A partial match counts at the end of a truncated text.
-// An escape inside the secret also matches its decoded form, because servers decode it.
-std::size_t secret_length(std::string_view text, notation written, std::string_view secret, bool was_cut) {
+// If it was entered as in a URL, an escape inside it also matches its decoded form, because servers decode it.
+std::size_t secret_length(std::string_view text, notation written, std::string_view secret, notation entered,
+                          bool was_cut) {
   std::size_t length = 0;
   while (!secret.empty()) {
     const std::string_view rest = tail_of(text, length);
     if (rest.empty() || (was_cut && is_cut_character(rest, written))) return was_cut ? text.size() : 0;
     const written_character there = first_of(rest, written);
-    const written_character wanted = first_of(secret, notation::url);
+    const written_character wanted = first_of(secret, entered);
     if (there.value == wanted.value) {
       length += there.length;
       secret = tail_of(secret, wanted.length);
@@ -184,7 +185,8 @@ std::size_t hidden_length(std::string_view text, const settings_record& settings
     append_setting(secret, settings, field);
     if (secret.length() < STARS.size()) continue;
     for (const notation written : {notation::plain, notation::url, notation::page})
-      longest = std::max(longest, secret_length(text, written, secret.view(), was_cut));
+      for (const notation entered : {notation::plain, notation::url})
+        longest = std::max(longest, secret_length(text, written, secret.view(), entered, was_cut));
   }
   return longest;
 }

@@ -8,6 +8,7 @@
 #include "base/paths.h"
 #include "settings_tool/checks.h"
 #include "settings_tool/enabled_steps.h"
+#include "status/history.h"
 
 namespace skypost {
 namespace {
@@ -67,16 +68,19 @@ void check_settings_access(const checked_appliance& appliance, findings& found) 
                     "chmod 600.");
 }
 
-// Runs lock the status file, and it holds what servers reply.
+// The status pages and the history are locked while they are written, and hold what servers reply.
 void check_status_access(const checked_appliance&, findings& found) {
-  const std::string path = appliance_path(STATUS_PATH);
-  struct stat status {};
-  if (stat(path.c_str(), &status) != 0) return;
-  if (can_others_write(status.st_uid, status.st_gid, status.st_mode) || (status.st_mode & OTHERS) != 0)
+  for (const char* const file : {STATUS_PATH, RAPID_FIRE_STATUS_PATH, HISTORY_PATH}) {
+    const std::string path = appliance_path(file);
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) continue;
+    if (!can_others_write(status.st_uid, status.st_gid, status.st_mode) && (status.st_mode & OTHERS) == 0)
+      continue;
     found.push_back(
         path +
         ": users other than root can open it, read what servers reply, which may repeat a password, and"
         " keep runs from recording anything. Make it root's alone: chown root:root, chmod 600.");
+  }
 }
 
 void check_pull_directory_access(const checked_appliance&, findings& found) {

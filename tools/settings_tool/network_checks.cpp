@@ -33,11 +33,6 @@ void check_packet(const run_step& step, findings& found) {
                     ": it contains a line break, so nothing is sent to " + network_of(step) +
                     ". Set it to the call sign alone.");
   if (const std::string fault = fault_of_port(step, station_settings); !fault.empty()) found.push_back(fault);
-  if (step.upload == &APRS && endpoint_value(endpoint::aprs_path) == std::string_view("TCPXX*"))
-    found.push_back(
-        in_endpoint_file(endpoint::aprs_path) +
-        ": servers of the general pool drop packets by way of TCPXX*, and each upload to APRS counts as"
-        " good. Set it to TCPIP*.");
 }
 
 bool is_hexadecimal(std::string_view text) {

@@ -37,6 +37,7 @@ upload_state state_of(const status_record& record, bool is_under_way) {
   if (is_unfinished(record)) {
     if (!is_under_way) return upload_state::hung;
     if (record.failures > 0) return upload_state::failed;
+    if (record.reason[0] != '\0') return upload_state::unclear;
     return record.last_good > 0 ? upload_state::good : upload_state::not_tried;
   }
   if (record.outcome == status_outcome::unclear) return upload_state::unclear;
