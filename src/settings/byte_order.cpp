@@ -5,10 +5,6 @@
 namespace skypost {
 namespace {
 
-// Never converted, so a file from a board of the other byte order has them reversed. They are flags: a reversed 1
-// is still on.
-constexpr integer_field NEVER_CONVERTED[] = {hetweeractueel_enabled, weatherflow_enabled, metoffice_enabled};
-
 constexpr bool is_exempt(const settings_field& field) {
   return std::any_of(std::begin(NEVER_CONVERTED), std::end(NEVER_CONVERTED),
                      [&](const integer_field& exempt) { return exempt.offset == field.offset; });

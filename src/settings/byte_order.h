@@ -51,6 +51,11 @@ inline constexpr converted_range CONVERTED_RANGES[] = {
     // clang-format on
 };
 
+// Never converted, so a file from a board of the other byte order has them reversed. They are flags: a reversed 1 is
+// still on.
+inline constexpr integer_field NEVER_CONVERTED[] = {hetweeractueel_enabled, weatherflow_enabled,
+                                                    metoffice_enabled};
+
 // Change the byte order of the number at this address: an integer, or a floating-point number.
 void swap_u32(unsigned char* number);
 void swap_f64(unsigned char* number);

@@ -14,6 +14,7 @@
 #include "base/board.h"
 #include "base/paths.h"
 #include "common/errors.h"
+#include "settings/byte_order.h"
 #include "settings/load.h"
 
 namespace skypost {
@@ -85,6 +86,15 @@ void refuse_if_changed(const settings_file& before) {
     throw tool_error(before.path + ": somebody else has just changed it; nothing was set, try again");
 }
 
+// The uploader takes a reversed 1 for on; a person should see a 1. No switch holds so much that the smaller of the two
+// values could be the wrong one.
+void restore_reversed_switches(settings_record& record) {
+  for (const integer_field& flag : NEVER_CONVERTED) {
+    const std::uint32_t value = record.unsigned_integer(flag);
+    record.set_integer(flag, static_cast<std::int32_t>(std::min(value, __builtin_bswap32(value))));
+  }
+}
+
 }  // namespace
 
 const char* platform() {
@@ -148,6 +158,7 @@ settings_record as_loaded(const settings_file& file) {
   settings_record record = file.image;
   if (file.size < SETTINGS_SIZE) complete_short_record(record, static_cast<std::uint32_t>(file.size));
   adapt_image(record, is_size_unlisted(file.size, platform()), platform());
+  restore_reversed_switches(record);
   return record;
 }
 

@@ -41,7 +41,7 @@ std::string layout_of(const settings_file& file);
 // file, the fault and the remedy.
 std::vector<std::string> faults_of_layout(const settings_file& file);
 
-// The record that the uploader would load from the file.
+// The record that the uploader would load from the file, but a switch that is reversed, and on all the same, is 1.
 settings_record as_loaded(const settings_file& file);
 
 // Writes a record to a new file that only its owner can read, because it will hold passwords. Throws tool_error if the
