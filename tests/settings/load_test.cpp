@@ -17,6 +17,7 @@
 #include "settings/defaults.h"
 #include "support/appliance_folder.h"
 #include "support/golden.h"
+#include "support/other_order.h"
 
 namespace skypost::testing {
 
@@ -30,30 +31,16 @@ ssize_t limited_read(int file, void* place, std::size_t count) {
 namespace {
 
 constexpr std::size_t MARKER = 18936;
-constexpr char NATIVE[] = {1, 0, 0, 0};
-constexpr char FOREIGN[] = {0, 0, 0, 1};
+constexpr std::int32_t NATIVE = 1;
+constexpr std::int32_t FOREIGN = 0x01000000;
+
+std::string bytes_of(std::int32_t number) { return {reinterpret_cast<const char*>(&number), sizeof number}; }
 
 // Neighbouring bytes differ, so every shift and every reversed field shows.
-std::string image_of(std::size_t size, const char (&marker)[4] = NATIVE) {
+std::string image_of(std::size_t size, std::int32_t marker = NATIVE) {
   std::string image(size, '\0');
   for (std::size_t i = 0; i < size; ++i) image[i] = static_cast<char>(i * 7 + i / 251);
-  if (size >= MARKER + 4) image.replace(MARKER, 4, marker, 4);
-  return image;
-}
-
-void reverse_fields(std::string& image, std::size_t first, std::size_t count, std::size_t size) {
-  for (std::size_t offset = first; offset < first + count * size; offset += size)
-    std::reverse(image.begin() + static_cast<std::ptrdiff_t>(offset),
-                 image.begin() + static_cast<std::ptrdiff_t>(offset + size));
-}
-
-// The image as a board of the other byte order writes it. Each line of the table describes a group of integers: offset,
-// count and size, then how often the group repeats and at what distance.
-std::string in_other_order(std::string image) {
-  std::ifstream table(TESTS_DIRECTORY "/settings/golden/integers");
-  std::size_t first, count, size, entries, distance;
-  while (table >> first >> count >> size >> entries >> distance)
-    for (std::size_t i = 0; i < entries; ++i) reverse_fields(image, first + i * distance, count, size);
+  if (size >= MARKER + 4) image.replace(MARKER, 4, bytes_of(marker));
   return image;
 }
 
@@ -130,7 +117,7 @@ TEST_F(LoadSettings, ConvertsARecordOfTheOtherByteOrder) {
   std::string image = image_of(SETTINGS_SIZE);
   image.replace(17620, 20, std::string("ESCAT0800000008001A") + '\0');
   const std::string foreign = in_other_order(image);
-  ASSERT_EQ(foreign.substr(MARKER, 4), std::string(FOREIGN, 4));
+  ASSERT_EQ(foreign.substr(MARKER, 4), bytes_of(FOREIGN));
   EXPECT_EQ(load(foreign), 0);
   expect_record(image);
   EXPECT_EQ(record.text(meteoclimatic_station), "ESCAT0800000008001A");
@@ -144,14 +131,14 @@ TEST_F(LoadSettings, ConvertsAnUnlistedSizeAfterTheShift) {
 
 // Only the NSLU2 wrote native records without a marker. A marker other than 1 means the other byte order even there.
 TEST_F(LoadSettings, TakesARecordWithoutMarkerByTheBoard) {
-  const std::string without = image_of(SETTINGS_SIZE, {0, 0, 0, 0});
+  const std::string without = image_of(SETTINGS_SIZE, 0);
   for (const char* platform : {"X86", "PLUG", "A10", "NSLU"}) {
     EXPECT_EQ(load(without, platform), 0);
     expect_record(in_other_order(without));
   }
   EXPECT_EQ(load(without, "NSLU2"), 0);
   expect_record(without);
-  const std::string two = image_of(SETTINGS_SIZE, {2, 0, 0, 0});
+  const std::string two = image_of(SETTINGS_SIZE, 2);
   EXPECT_EQ(load(two, "NSLU2"), 0);
   expect_record(in_other_order(two));
 }
