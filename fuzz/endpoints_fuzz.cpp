@@ -20,11 +20,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (int i = 0; i < static_cast<int>(endpoint::COUNT); ++i) {
     const auto row = static_cast<endpoint>(i);
     const std::string_view value = endpoint_value(row);
-    const bool is_server = row != endpoint::aprs_software && row != endpoint::aprs_path;
-    fuzz::require(!value.empty() && value.size() <= ENDPOINT_CAPACITY, "a value, and not too long");
+    const endpoint_kind kind = endpoint_kind_of(row);
+    const bool is_number = kind == endpoint_kind::seconds;
+    const bool is_server =
+        !is_number && kind != endpoint_kind::software && kind != endpoint_kind::packet_path;
+    fuzz::require((is_number || !value.empty()) && value.size() <= ENDPOINT_CAPACITY,
+                  "a value, and not too long");
+    fuzz::require(!is_number || value.find_first_not_of("0123456789") == value.npos, "digits");
     fuzz::require(is_alphanumeric(value, is_server ? ".:/@_+-~" : "._-* "), "plain characters");
     fuzz::require(!is_server || value.front() != '-', "a value that no program takes for an option");
-    // If one of the other two is refused, nothing is sent at all.
+    // If one of the others is refused, nothing is sent at all.
     fuzz::require(!is_refused(row) || !is_server || value.ends_with(".invalid"), "a server that is none");
     const std::string_view text = endpoint_success_text(row);
     fuzz::require(
