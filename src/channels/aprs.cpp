@@ -146,7 +146,8 @@ void add_failure(const char* action, int attempt, const char* host, const char* 
 // Limits how long connect() waits, if the endpoint file sets a limit. When the time is up, connect() fails with
 // EINPROGRESS, or with EALREADY if a signal has interrupted it before.
 void limit_connect(int connection) {
-  const timeval limit = {.tv_sec = std::atoi(endpoint_value(endpoint::aprs_connect_seconds)), .tv_usec = 0};
+  const timeval limit = {.tv_sec = std::strtol(endpoint_value(endpoint::aprs_connect_seconds), nullptr, 10),
+                         .tv_usec = 0};
   if (limit.tv_sec > 0) setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
 }
 
