@@ -97,7 +97,7 @@ TEST_F(trying, believes_no_file_that_does_not_hold_what_was_written) {
       all.board.write(std::string(directory) + "awekas.txt", std::string(9'000, 'x'));
     interpose("FAIL", call);
     const sim::run_result run = try_network("awekas_pull");
-    EXPECT_NE(run.output.find("\nawekas_pull: UNCLEAR: " + reason), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("\nawekas-pull: UNCLEAR: " + reason), std::string::npos) << run.output;
     EXPECT_NE(run.status, 0);
   }
 }

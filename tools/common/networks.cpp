@@ -1,7 +1,6 @@
 #include "common/networks.h"
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 #include <sstream>
 
@@ -15,18 +14,8 @@
 namespace skypost {
 namespace {
 
-// The name in lower case, without spaces, hyphens and underscores.
-std::string simplified(std::string_view name) {
-  std::string result;
-  for (const char character : name)
-    if (character != ' ' && character != '-' && character != '_')
-      result += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-  return result;
-}
-
-const rapid_fire_network* rapid_fire_of(const run_step& step) {
-  return std::find_if(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),
-                      [&](const rapid_fire_network& network) { return network.enabled == step.enabled; });
+const row_names& names_of(const rapid_fire_network& network) {
+  return ROW_NAMES[std::size(STEP_SWITCHES) + static_cast<std::size_t>(&network - RAPID_FIRE_NETWORKS)];
 }
 
 }  // namespace
@@ -35,32 +24,29 @@ std::string network_of(const run_step& step) { return description_of(*step.enabl
 
 std::string switch_of(const run_step& step) { return description_of(*step.enabled).name; }
 
-std::string switch_name(const run_step& step) {
-  const std::string name = switch_of(step);
-  return name.substr(0, name.rfind('_'));
-}
-
-bool is_same_name(std::string_view one, std::string_view other) {
-  return simplified(one) == simplified(other);
-}
-
-bool is_network_name(std::string_view name, const run_step& step) {
-  return is_same_name(name, network_of(step)) || is_same_name(name, step.name.text) ||
-         is_same_name(name, step.upload->id) || is_same_name(name, switch_name(step));
-}
-
 bool handed_out::is_on(const settings_record& settings) const {
   return rapid == nullptr ? settings.is_on(*step.enabled) : is_enabled(*rapid, settings);
 }
 
 std::vector<handed_out> all_handed_out() {
   std::vector<handed_out> all;
+  const row_names* names = ROW_NAMES;
   for (const run_step& step : run_list()) {
-    all.push_back({step, *step.upload, nullptr});
-    if (step.upload->rapid_variant != nullptr)
-      all.push_back({step, *step.upload->rapid_variant, rapid_fire_of(step)});
+    all.push_back({step, *step.upload, nullptr, *names++});
+    for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
+      if (network.enabled == step.enabled && step.upload->rapid_variant != nullptr)
+        all.push_back({step, *step.upload->rapid_variant, &network, names_of(network)});
   }
   return all;
+}
+
+bool is_own_name(std::string_view name, const handed_out& one) {
+  if (is_row_name(name, one.names)) return true;
+  if (one.step.upload->rapid_variant != nullptr) return false;
+  return std::any_of(std::begin(RAPID_FIRE_NETWORKS), std::end(RAPID_FIRE_NETWORKS),
+                     [&](const rapid_fire_network& network) {
+                       return network.enabled == one.step.enabled && is_row_name(name, names_of(network));
+                     });
 }
 
 endpoint server_of(const upload& upload, const settings_record& settings) {
@@ -108,13 +94,24 @@ bool is_unknown_server(std::string_view server) {
   return server.substr(0, server.find(':')).ends_with(".invalid");
 }
 
-std::string suggested_network(const std::string& name) {
+std::string_view group_named(std::string_view name) {
+  for (const handed_out& one : all_handed_out())
+    if (is_own_name(name, one) || is_network_name(name, one.names)) return one.names.network;
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (is_same_name(name, row.group)) return row.group;
+  return {};
+}
+
+std::string suggested_network(const std::string& name, bool with_groups) {
   std::vector<std::string> names;
   for (const handed_out& one : all_handed_out()) {
-    names.emplace_back(one.upload.id);
-    names.push_back(switch_name(one.step));
-    names.push_back(network_of(one.step));
+    const std::string enabled = switch_of(one.step);
+    for (const std::string& known : {std::string(one.upload.id), enabled.substr(0, enabled.rfind('_')),
+                                     std::string(one.names.network), std::string(one.names.row)})
+      names.push_back(known);
   }
+  if (with_groups)
+    for (const field_description& row : FIELD_DESCRIPTIONS) names.emplace_back(row.group);
   return suggestion_for(name, names);
 }
 

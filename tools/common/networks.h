@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/network_names.h"
 #include "endpoints/endpoints.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
@@ -14,28 +15,24 @@ namespace skypost {
 // The step's network, which is also its group of settings ("Weather Underground").
 std::string network_of(const run_step& step);
 
-// The setting that switches the step on, and the same without "_enabled": "windfinder".
+// The setting that switches the step on.
 std::string switch_of(const run_step& step);
-std::string switch_name(const run_step& step);
-
-// True if two names are equal, ignoring case, spaces, hyphens and underscores.
-bool is_same_name(std::string_view one, std::string_view other);
-
-// True if `name` is the step's group of settings, its switch without "_enabled", the name under which it reports
-// failures, or its upload's id.
-bool is_network_name(std::string_view name, const run_step& step);
 
 // An upload of the run list: a step's own, or its rapid-fire variant.
 struct handed_out {
   const run_step& step;
   const struct upload& upload;
   const rapid_fire_network* rapid;  // nullptr: the step's own upload
+  const row_names& names;
 
   bool is_on(const settings_record& settings) const;
 };
 
 // All uploads in the order of a run, each rapid-fire variant after its step's own upload.
 std::vector<handed_out> all_handed_out();
+
+// True if the owner means this upload alone by `name`. Rapid fire sends WindIt what a run does.
+bool is_own_name(std::string_view name, const handed_out& one);
 
 // The endpoint that names the server of an HTTP upload.
 endpoint server_of(const upload& upload, const settings_record& settings);
@@ -56,7 +53,11 @@ std::vector<std::string> endpoint_faults(const std::string& errors);
 // optionally with a scheme and a port.
 bool is_unknown_server(std::string_view server);
 
-// Returns "; did you mean windfinder?" if `name` resembles that of a network or an upload, otherwise an empty text.
-std::string suggested_network(const std::string& name);
+// The group of settings that `name` refers to: a network's, or any other by its own name. Empty if there is none.
+std::string_view group_named(std::string_view name);
+
+// Returns "; did you mean windfinder?" if `name` resembles that of a network, an upload or, if `with_groups`, another
+// group of settings. Otherwise an empty text.
+std::string suggested_network(const std::string& name, bool with_groups = false);
 
 }  // namespace skypost

@@ -151,7 +151,7 @@ void print_state(std::ostream& out, const step_preview& step) {
 
 void print_step(std::ostream& out, const step_preview& step) {
   out << "<section id=\"" << shown(step.id) << "\">\n<h2>" << shown(step.network) << " <small>"
-      << shown(step.id) << "</small></h2>\n";
+      << shown(step.name) << "</small></h2>\n";
   for (const std::string& place : step.where)
     out << "<p class=\"where\">" << shown(step.how) << ' ' << shown(place) << "</p>\n";
   print_state(out, step);

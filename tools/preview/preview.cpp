@@ -24,8 +24,8 @@ using texts = std::vector<std::string>;
 
 // A network's name also selects its rapid-fire variant if that is on.
 bool is_meant(const std::string& name, const handed_out& one, const settings_record& settings) {
-  if (is_same_name(name, one.upload.id)) return true;
-  return is_network_name(name, one.step) && (one.rapid == nullptr || one.is_on(settings));
+  return is_own_name(name, one) ||
+         (is_network_name(name, one.names) && (one.rapid == nullptr || one.is_on(settings)));
 }
 
 std::string switched_off(const integer_field& enabled) {
@@ -142,6 +142,7 @@ step_preview preview_of(const handed_out& one, const preview_inputs& inputs) {
   preview.network = network_of(one.step);
   if (one.rapid != nullptr) preview.network += ", rapid fire";
   if (one.upload.by == carrier::file) preview.network += ", file";
+  preview.name = one.names.row;
   preview.id = one.upload.id;
   preview.obstacles = obstacles_of(one, inputs);
   compose_content(preview, one.upload, inputs);

@@ -12,6 +12,7 @@ namespace skypost {
 // What one upload would send now, in the owner's terms. Either `request` or `text` is set.
 struct step_preview {
   std::string network;  // "Weather Underground, rapid fire"
+  std::string name;     // "weather underground rapid fire", as failures and skypost-status call it
   std::string id;       // "wunderground_rapid"
   std::string how;      // "GET", "POST", "file", "APRS packet", "mail"
   std::vector<std::string> where;

@@ -46,7 +46,7 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
 }
 
 void print_step(std::ostream& out, const step_preview& step) {
-  out << '\n' << step.network << " (" << step.id << ")\n";
+  out << '\n' << step.network << " (" << step.name << ")\n";
   for (const std::string& place : step.where) out << "  " << step.how << ' ' << printable(place) << '\n';
   if (step.would_be_sent()) out << "  Would be sent\n";
   for (const std::string& reason : step.obstacles) out << "  NOT SENT: " << printable(reason) << '\n';

@@ -6,15 +6,29 @@
 
 #include "common/errors.h"
 #include "common/plausibility.h"
+#include "common/printable.h"
 #include "common/settings_file.h"
+#include "common/similar_name.h"
 #include "settings/byte_order.h"
 #include "settings/load.h"
 #include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
-#include "settings_tool/field_lookup.h"
 
 namespace skypost {
 namespace {
+
+const field_description* find_field(std::string_view name) {
+  for (const field_description& row : FIELD_DESCRIPTIONS)
+    if (name == row.name) return &row;
+  return nullptr;
+}
+
+const field_description& field_named(const std::string& name) {
+  if (const field_description* const row = find_field(name)) return *row;
+  std::vector<std::string> names;
+  for (const field_description& row : FIELD_DESCRIPTIONS) names.emplace_back(row.name);
+  throw tool_error("no setting " + quoted(name) + suggestion_for(name, names));
+}
 
 // Throws tool_error if the text is not a number that fits the field.
 std::int64_t number_for(const field_description& row, const std::string& text) {

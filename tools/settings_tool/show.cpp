@@ -1,12 +1,13 @@
 #include <ostream>
 
 #include "common/errors.h"
+#include "common/field_descriptions.h"
+#include "common/networks.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
 #include "settings/load.h"
 #include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
-#include "settings_tool/field_lookup.h"
 
 namespace skypost {
 namespace {
@@ -48,11 +49,11 @@ std::string_view take_group(words& arguments) {
 void check_file(const words& arguments) {
   if (arguments.size() > 2) throw usage_error("show takes at most one FILE and one NETWORK");
   if (arguments.size() == 2)
-    throw usage_error("no network " + quoted(arguments[1]) + suggested_group(arguments[1]));
+    throw usage_error("no network " + quoted(arguments[1]) + suggested_network(arguments[1], true));
   if (arguments.empty() || arguments[0].find('/') != std::string::npos) return;
   if (!is_there(arguments[0]))
     throw tool_error(quoted(arguments[0]) + " is neither a file nor a network" +
-                     suggested_group(arguments[0]));
+                     suggested_network(arguments[0], true));
 }
 
 }  // namespace

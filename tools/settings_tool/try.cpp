@@ -35,11 +35,12 @@ struct candidate {
 
 std::vector<const run_step*> steps_named(const std::string& name) {
   std::vector<const run_step*> steps;
-  for (const run_step& step : run_list()) {
-    if (is_network_name(name, step)) steps.push_back(&step);
-    if (step.upload->rapid_variant != nullptr && is_same_name(name, step.upload->rapid_variant->id))
+  for (const handed_out& one : all_handed_out()) {
+    const bool is_own = is_own_name(name, one);
+    if (is_own && one.rapid != nullptr)
       throw usage_error(quoted(name) + " is sent in rapid fire only, and cannot be tried; try " +
-                        step.upload->id);
+                        one.step.upload->id);
+    if (one.rapid == nullptr && (is_own || is_network_name(name, one.names))) steps.push_back(&one.step);
   }
   if (steps.empty()) throw usage_error("no network " + quoted(name) + suggested_network(name));
   return steps;
@@ -76,7 +77,7 @@ std::vector<candidate> candidates_for(const std::vector<const run_step*>& steps,
 }
 
 void print_before(std::ostream& out, const candidate& one, bool was_off) {
-  out << one.preview.network << " (" << one.preview.id << ")\n";
+  out << one.preview.network << " (" << one.preview.name << ")\n";
   for (const std::string& place : one.preview.where)
     out << "  " << one.preview.how << ' ' << printable(place) << '\n';
   if (was_off) out << "  Switched off: " << switch_of(*one.step) << " is 0, so a run does not send it.\n";
@@ -148,7 +149,7 @@ void print_wget_status(std::ostream& out, int status) {
 bool try_step(std::ostream& out, const candidate& one) {
   const run_step& step = *one.step;
   const trial_result result = try_upload(*step.upload);
-  out << one.preview.id << ": " << sentence_for(step, result) << '\n';
+  out << one.preview.name << ": " << sentence_for(step, result) << '\n';
   print_lines(out, step.upload->by == carrier::mail ? "The mail program's words" : "Reply", result.reply);
   print_wget_status(out, result.wget_status);
   const bool is_http = step.upload->by == carrier::http;
