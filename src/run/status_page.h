@@ -17,9 +17,11 @@ enum class status_outcome : std::uint8_t {
   unclear,    // an upload counts as good, but there is a doubt
   failed,     // an upload
   no_report,  // run only: the data server could not be read
-  stale       // run only: outdoor data were missing or out of date, so nothing was sent
+  stale,      // run only: outdoor data were missing or out of date, so nothing was sent
+  timed_out   // run only: SIGALRM ended it
 };
-inline constexpr const char* OUTCOME_NAMES[] = {"begin", "good", "unclear", "failed", "no-report", "stale"};
+inline constexpr const char* OUTCOME_NAMES[] = {"begin",     "good",  "unclear",  "failed",
+                                                "no-report", "stale", "timed-out"};
 
 // The name in a line about the process itself.
 inline constexpr char PROCESS_NAME[] = "skypost";
@@ -30,7 +32,7 @@ inline constexpr std::size_t REASON_CAPACITY = 200;
 // Appends a reason on one line; backslashes and everything but printable ASCII become \xHH.
 void append_escaped(text_buffer& text, std::string_view reason);
 
-// Opens the page for a run and records that it has begun.
+// Opens the page for a run and records that it has begun. SIGALRM still ends the run, but is recorded first.
 void begin_run_page();
 
 // Records how the run has ended, and closes the page.

@@ -28,10 +28,19 @@ cd "$SKYPOST_ROOT/var/run/nimbulog"
 home=$SKYPOST_ROOT/home/nimbulog
 # a run, and then skypost-status, as after-run calls it; with a variable of interposed_calls.cpp
 run() { "$SKYPOST"; end_run $?; }
-run_with() { env "LD_PRELOAD=$CALLS:$LD_PRELOAD" "SKYPOST_TEST_$1" "$SKYPOST"; end_run $?; }
-end_run() { skypost-status --quiet; return $1; }
+run_with() { with "$1" "$SKYPOST"; end_run $?; }
+with() { variable=SKYPOST_TEST_$1; shift; env "LD_PRELOAD=$CALLS:$LD_PRELOAD" "$variable" "$@"; }
+end_run() { skypost-status >status; return $1; }
 # shows the status at a time, in seconds since the epoch
-status_at() { env "LD_PRELOAD=$CALLS:$LD_PRELOAD" "SKYPOST_TEST_TIME=$1" skypost-status; }
+status_at() { with "TIME=$1" skypost-status; }
+# a run as it is begun and followed by the unit; and what follows one, at a time
+run_and_tell() { "$SKYPOST"; $AFTER_RUN; }
+tell_at() { with "TIME=$1" $AFTER_RUN; }
+# the page of a run that began at a time, from lines such as "windfinder failed 4 no_reply"
+page() {
+  start=$1; shift
+  for line in "skypost begin" "$@"; do echo "$start.000 $line"; done | tr ' _' '\t ' >skypost.status
+}
 )";
 
 // Sends nothing.
@@ -60,10 +69,11 @@ class status : public program {
     setenv("TOOLS", std::filesystem::path(STATUS_PROGRAM).parent_path().c_str(), 1);
     setenv("SKYPOST", SKYPOST_PROGRAM, 1);
     setenv("CALLS", INTERPOSED_CALLS, 1);
+    setenv("AFTER_RUN", TESTS_DIRECTORY "/../packaging/after-run", 1);
     begin_anew();
   }
   ~status() override {
-    for (const char* const name : {"SKYPOST_ROOT", "TOOLS", "SKYPOST", "CALLS"}) unsetenv(name);
+    for (const char* const name : {"SKYPOST_ROOT", "TOOLS", "SKYPOST", "CALLS", "AFTER_RUN"}) unsetenv(name);
   }
 
   void begin_anew() {
@@ -71,6 +81,8 @@ class status : public program {
     for (const char* const path : {STATUS_PATH, HISTORY_PATH})
       std::filesystem::remove_all(all.board.path(path));
     all.board.write(STATUS_PATH, "");
+    all.board.write("/etc/skypost/tell", "#!/bin/sh\nprintf 'told: %s\\n' \"$1\"\n");
+    std::filesystem::permissions(all.board.path("/etc/skypost/tell"), std::filesystem::perms::owner_all);
     change("report");
     all.data->set_behaviour(sim::data_server::behaviour::report);
     all.peers.set_reply(sim::reply_kind::good);
@@ -128,26 +140,24 @@ class status : public program {
     }
   }
 
+  // "# " begins anew with Windfinder and Windit, "$ " is a command, "+ " changes something or counts requests. A request
+  // that hangs takes one of its server's few threads for good, so the cases with most of them come last.
+  void expect_shell_session(const char* golden) {
+    expect_session(golden, [&](const std::string& line) {
+      if (line.starts_with('#')) begin_anew();
+      if (line == "+ requests") return std::to_string(requests("windfinder")) + '\n';
+      if (line.starts_with('+')) change(line.substr(2));
+      return line.starts_with('$') ? shell(line.substr(2)) : std::string();
+    });
+  }
+
  private:
   std::optional<sim::running_program> running_;
 };
 
-// "# " begins anew with Windfinder and Windit, "$ " is a command, "+ " changes something or counts requests. A request
-// that hangs takes one of its server's few threads for good, so the cases with most of them come last.
-TEST_F(status, is_as_in_the_golden_session) {
-  expect_session("end_to_end/golden/status", [&](const std::string& line) {
-    if (line.starts_with('#')) begin_anew();
-    if (line == "+ requests") return std::to_string(requests("windfinder")) + '\n';
-    if (line.starts_with('+')) change(line.substr(2));
-    if (!line.starts_with('$')) return std::string();
-    const std::string shown = shell(line.substr(2));
-    if (line == "$ skypost-status") {
-      const std::string exit_status = shown.substr(std::min(shown.find("-> "), shown.size()));
-      EXPECT_EQ(shell("skypost-status --quiet"), exit_status) << shown;
-    }
-    return shown;
-  });
-}
+TEST_F(status, is_as_in_the_golden_session) { expect_shell_session("end_to_end/golden/status"); }
+
+TEST_F(status, tells_the_news_of_the_golden_session) { expect_shell_session("end_to_end/golden/news"); }
 
 // While a run is going on too.
 TEST_F(status, lists_rapid_fire_beside_the_run) {

@@ -13,6 +13,9 @@
 namespace skypost {
 namespace {
 
+constinit int history = -1;
+constinit bool may_write = false;
+
 // Holds each file in turn; larger than any that skypost or this program writes.
 char bytes[65'536];
 text_buffer content{bytes};
@@ -61,9 +64,10 @@ void read_history(status_records& records) {
 // Adding the same line again changes nothing: the failures that a page has reported are replaced.
 void add_line(status_record& known, status_record line, std::int64_t page) {
   std::uint32_t earlier = known.failures;
+  const bool was_ended = known.page != page && is_unfinished(known);
   if (known.page == page)
     earlier -= std::min(earlier, known.failures_in_page);
-  else if (is_unfinished(known))
+  else if (was_ended)
     ++earlier;
   line.page = page;
   line.failures_in_page = line.failures;
@@ -75,6 +79,9 @@ void add_line(status_record& known, status_record line, std::int64_t page) {
     if (line.outcome != status_outcome::unclear) line.failures += earlier;
     line.last_good = known.last_good;
   }
+  line.told = known.told;
+  if (line.told != 0 || known.failing_since > line.last_good) line.failing_since = known.failing_since;
+  if (line.failing_since == 0 && line.failures > 0) line.failing_since = was_ended ? known.time : line.time;
   known = line;
 }
 
@@ -88,6 +95,7 @@ void add_run_page(status_records& records) {
   do {
     line.failures = line.outcome > status_outcome::unclear ? 1 : 0;
     line.last_good = line.outcome == status_outcome::good ? line.time : 0;
+    if (place == RUN_RECORD) std::memcpy(line.reason, records[place].reason, sizeof line.reason);
     if (place < FIRST_RAPID_FIRE_RECORD) add_line(records[place], line, start);
   } while (take_line(text, place, line));
 }
@@ -111,21 +119,14 @@ bool read_page(int page) {
   return is_at_work(page) || is_locked;
 }
 
-// Opens the history, and creates it if it is missing. Sets `may_write` if it can be written and no other process is doing
-// so. Returns -1 if there is none.
-int open_history(const char* path, bool& may_write) {
+// Opens the history, and creates it if it is missing. It is this process's to write if no other one has it locked.
+void open_history() {
+  const path_text path(HISTORY_PATH);
   umask(S_IRWXG | S_IRWXO);  // a reason may quote a password
-  const int file = open_sole_file(path, O_RDWR | O_CREAT);
+  history = open_sole_file(path.c_str(), O_RDWR | O_CREAT);
   struct flock whole = whole_file();
-  may_write = file >= 0 && fcntl(file, F_SETLK, &whole) == 0;
-  return file >= 0 ? file : open_sole_file(path, O_RDONLY);
-}
-
-void write_history(int file, const char* path, const status_records& records) {
-  content.clear();
-  for (std::size_t place = 0; place < STATUS_RECORDS; ++place)
-    if (records[place].time != 0) append_line(content, place, records[place]);
-  replace_content(file, path, content.view());
+  may_write = history >= 0 && fcntl(history, F_SETLK, &whole) == 0;
+  if (history < 0) history = open_sole_file(path.c_str(), O_RDONLY);
 }
 
 }  // namespace
@@ -134,24 +135,25 @@ int read_status(status_records& records, status_at_work& at_work) {
   const int run_page = open_sole_file(path_text(STATUS_PATH).c_str(), O_RDONLY);
   if (run_page < 0) return -1;
   const int rapid_fire_page = open_sole_file(path_text(RAPID_FIRE_STATUS_PATH).c_str(), O_RDONLY);
-  const path_text path(HISTORY_PATH);
-  bool may_write = false;
-  const int history = open_history(path.c_str(), may_write);
-
+  open_history();
   read_content(history);
   read_history(records);
   at_work.run = read_page(run_page);
   add_run_page(records);
   at_work.rapid_fire = read_page(rapid_fire_page);
   add_rapid_fire_page(records);
-
-  if (may_write)
-    write_history(history, path.c_str(), records);
-  else
-    close(history);
   close(rapid_fire_page);
   close(run_page);
   return 0;
+}
+
+int keep_status(const status_records& records) {
+  if (!may_write) return -1;
+  may_write = false;
+  content.clear();
+  for (std::size_t place = 0; place < STATUS_RECORDS; ++place)
+    if (records[place].time != 0) append_line(content, place, records[place]);
+  return replace_content(history, path_text(HISTORY_PATH).c_str(), content.view());
 }
 
 }  // namespace skypost

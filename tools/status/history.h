@@ -12,9 +12,13 @@ struct status_at_work {
   bool rapid_fire;
 };
 
-// Reads the history and what both status pages add to it, and writes the history anew, unless another process is doing so
-// or it may not be written. A page adds nothing twice. Returns 0, or -1 with the reason in errno if the page of the runs
-// is missing or may not be read.
+// Reads the history and what both status pages add to it. A page adds nothing twice. The history stays open, and locked
+// where it may be written. Returns 0, or -1 with the reason in errno if the page of the runs is missing or may not be
+// read.
 int read_status(status_records& records, status_at_work& at_work);
+
+// Writes the history that read_status() has opened. Returns 0, or -1 if that failed, or another process has it locked, or
+// it may not be written.
+int keep_status(const status_records& records);
 
 }  // namespace skypost

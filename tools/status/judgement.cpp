@@ -15,21 +15,16 @@ std::size_t last_begun_by_run(const status_record* records) {
   return last;
 }
 
-run_state state_of_run(const status_record& run, const status_record& last_begun, bool is_at_work) {
+run_state state_of_run(const status_record& run, bool is_at_work) {
   if (run.time == 0) return run_state::never_begun;
-  if (!is_unfinished(run)) {
-    if (run.outcome == status_outcome::no_report) return run_state::no_report;
-    if (run.outcome == status_outcome::stale) return run_state::no_outdoor_data;
-    return run_state::complete;
-  }
-  if (is_at_work) return run_state::going_on;
-  const bool has_succeeded =
-      last_begun.outcome == status_outcome::good || last_begun.outcome == status_outcome::unclear;
-  if (&last_begun == &run || has_succeeded) return run_state::ended_otherwise;
-  return is_unfinished(last_begun) ? run_state::ended_in_upload : run_state::ended_in_alarm_script;
+  if (is_unfinished(run)) return is_at_work ? run_state::going_on : run_state::killed;
+  if (run.outcome == status_outcome::no_report) return run_state::no_report;
+  if (run.outcome == status_outcome::stale) return run_state::no_outdoor_data;
+  if (run.outcome == status_outcome::timed_out) return run_state::timed_out;
+  return run_state::complete;
 }
 
-bool was_ended(run_state run) { return run >= run_state::ended_in_upload; }
+bool was_ended(run_state run) { return run >= run_state::timed_out; }
 
 // While an upload is under way, the previous one is judged.
 upload_state state_of(const status_record& record, bool is_under_way) {
@@ -55,16 +50,6 @@ bool is_listed(const upload_switch& row, const status_record& record, const sett
   return is_enabled(row, settings) && (row.rapid_enabled != nullptr || record.time != 0);
 }
 
-bool is_all_good(const judged_status& judged) {
-  // A run that is going on says only whether the one before it came to its end.
-  const bool is_run_good = judged.run == run_state::complete ||
-                           (judged.run == run_state::going_on && judged.records[RUN_RECORD].failures == 0);
-  return is_run_good && !judged.is_run_in_future && judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN &&
-         std::all_of(std::begin(judged.uploads), std::end(judged.uploads), [](upload_state state) {
-           return state == upload_state::not_listed || state == upload_state::good;
-         });
-}
-
 }  // namespace
 
 judged_status judge(const status_records& records, const settings_record& settings,
@@ -73,7 +58,7 @@ judged_status judge(const status_records& records, const settings_record& settin
   judged.records = records;
   const status_record& run = records[RUN_RECORD];
   judged.last_begun = last_begun_by_run(records);
-  judged.run = state_of_run(run, records[judged.last_begun], at_work.run);
+  judged.run = state_of_run(run, at_work.run);
   if (run.time != 0) judged.seconds_since_run = now - run.page / 1'000;
   judged.is_run_in_future = judged.seconds_since_run < -TOLERATED_CLOCK_CHANGE;
 
@@ -87,8 +72,35 @@ judged_status judge(const status_records& records, const settings_record& settin
     if (is_listed(row, record, settings)) judged.uploads[place] = state_of(record, at_work.rapid_fire);
     ++place;
   }
-  judged.is_good = is_all_good(judged);
   return judged;
+}
+
+bool has_run_failed(const judged_status& judged) { return judged.run > run_state::complete; }
+
+bool is_run_wrong(const judged_status& judged, const tolerance& tolerated) {
+  const bool is_good = judged.run == run_state::complete ||
+                       (judged.run == run_state::going_on && judged.records[RUN_RECORD].failures == 0);
+  return !is_good || judged.is_run_in_future || judged.seconds_since_run > tolerated.seconds_since_run;
+}
+
+std::uint32_t failures_in_row(const judged_status& judged, std::size_t place) {
+  // One that was ended counts in the record when the next begins.
+  const bool was_last_ended =
+      place == RUN_RECORD ? judged.run == run_state::killed : judged.uploads[place] == upload_state::hung;
+  return judged.records[place].failures + (was_last_ended ? 1 : 0);
+}
+
+bool is_upload_wrong(const judged_status& judged, std::size_t place, const tolerance& tolerated) {
+  switch (judged.uploads[place]) {
+    case upload_state::failed:
+    case upload_state::hung:
+      return failures_in_row(judged, place) >= tolerated.failures;
+    case upload_state::unclear:
+    case upload_state::not_tried:
+      return tolerated.failures == 1;
+    default:
+      return false;
+  }
 }
 
 }  // namespace skypost

@@ -16,11 +16,15 @@ struct status_record {
   status_outcome outcome = status_outcome::begun;
   // Until this upload ends, these describe the previous one.
   int wget_status = NO_WGET_STATUS;
-  char reason[REASON_CAPACITY + 1] = "";
+  char reason[REASON_CAPACITY + 1] = "";  // of the run: what news told last
   std::uint32_t failures = 0;  // consecutive; one that never ended is counted when the next one begins
   std::int64_t last_good = 0;
   std::int64_t page = 0;               // start of the run or loop whose page reported this
   std::uint32_t failures_in_page = 0;  // how many of the failures this page has reported
+  // When the failures in a row began, and when news told of them last. Once told, both stay until news has told that it
+  // works again.
+  std::int64_t failing_since = 0;
+  std::int64_t told = 0;
 };
 
 // Record layout: the run, then the steps of the run list, then rapid fire, each in list order.

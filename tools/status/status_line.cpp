@@ -6,7 +6,7 @@
 namespace skypost {
 namespace {
 
-constexpr std::size_t COLUMNS = 9;
+constexpr std::size_t COLUMNS = 11;
 constexpr std::uint32_t HIGHEST_EXIT_STATUS = 255;
 constexpr std::size_t LONGEST_NAME = 100;
 constexpr std::size_t LONGEST_TIME = 16;  // its milliseconds fit into 64 bits
@@ -114,7 +114,9 @@ bool read_line(std::string_view line, std::size_t& place, status_record& record)
          read_number(columns[5], record.failures) &&                //
          read_time(columns[6], record.last_good) &&                 //
          read_time(columns[7], record.page) &&                      //
-         read_number(columns[8], record.failures_in_page);
+         read_number(columns[8], record.failures_in_page) &&        //
+         read_time(columns[9], record.failing_since) &&             //
+         read_time(columns[10], record.told);
 }
 
 void append_line(text_buffer& text, std::size_t place, const status_record& record) {
@@ -127,7 +129,11 @@ void append_line(text_buffer& text, std::size_t place, const status_record& reco
   append_time(text, record.last_good);
   text.append_text("\t");
   append_time(text, record.page);
-  text.append("\t%u\n", record.failures_in_page);
+  text.append("\t%u\t", record.failures_in_page);
+  append_time(text, record.failing_since);
+  text.append_text("\t");
+  append_time(text, record.told);
+  text.append_text("\n");
 }
 
 }  // namespace skypost

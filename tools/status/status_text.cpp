@@ -2,123 +2,65 @@
 
 #include <algorithm>
 #include <cstring>
-#include <ctime>
 
-#include "base/moment.h"
-#include "base/text.h"
-#include "common/secrets.h"
-#include "common/wget_status.h"
+#include "status/words.h"
 
 namespace skypost {
 namespace {
 
-// Indexed by run_state. "%s" is the upload that the run had begun.
-constexpr const char* RUN_ENDS[] = {
-    "",
-    "",
-    "it came to its end",
-    "the data server could not be read",
-    "the station's outdoor values were not current, so nothing was sent",
-    "it was ended by its alarm in %s",
-    "it was ended by its alarm in the alarm script, called for %s",
-    "it was ended from outside after %s",
-};
-
 // Indexed by upload_state.
-struct state_words {
-  const char* name;
-  const char* colour;
-  const char* reason;
-};
-constexpr state_words STATES[] = {
-    // clang-format off
-    {"",              "",           ""},
-    {"not tried yet", "\033[33m",   ""},
-    {"good",          "\033[32m",   ""},
-    {"unclear",       "\033[33m",   nullptr},  // the record has it
-    {"failed",        "\033[1;31m", nullptr},
-    {"hung",          "\033[1;31m", "it was ended before it was done"},
-    {"no turn",       "\033[33m",   "the run was ended before its turn"},
-    // clang-format on
-};
+constexpr const char* COLOURS[] = {"",           "\033[33m",   "\033[32m", "\033[33m",
+                                   "\033[1;31m", "\033[1;31m", "\033[33m"};
 constexpr char COLOUR_END[] = "\033[0m";
 
 constexpr int STATE_WIDTH = 13;
 constexpr int TIME_WIDTH = 19;
 constexpr std::size_t LEAST_NAME_WIDTH = 15;
+// On a narrower terminal, reasons have lines of their own.
+constexpr int LEAST_WIDTH_FOR_REASONS = 120;
+constexpr int INDENT = 4;
 
-using line_text = fixed_text<400>;
+using line_text = fixed_text<LONGEST_REASON>;
 
-void append_time(text_buffer& text, std::int64_t milliseconds) {
-  const std::tm local = moment_at(milliseconds / 1'000).local;
-  if (local.tm_mday == 0 || local.tm_year > 9'999 - 1'900) {
-    text.append_text("?");
-    return;
-  }
-  char digits[TIME_WIDTH + 1];
-  text.append_text({digits, std::strftime(digits, sizeof digits, "%Y-%m-%d %H:%M:%S", &local)});
+// Prints a text on lines that end between words.
+void print_wrapped(const screen& to, std::string_view text, int indent) {
+  const std::size_t width =
+      to.columns == 0 ? text.size() : static_cast<std::size_t>(std::max(to.columns - indent, 20));
+  do {
+    std::size_t length = text.size();
+    if (length > width) length = std::min(text.rfind(' ', width), text.find(' ', width));
+    const std::string_view line = head_of(text, length);
+    std::fprintf(to.out, "%*s%.*s\n", indent, "", static_cast<int>(line.size()), line.data());
+    text = tail_of(text, line.size() + 1);
+  } while (!text.empty());
 }
 
-void append_age(text_buffer& text, std::int64_t seconds) {
-  const bool in_days = seconds >= 2 * 86'400;
-  const long long count = seconds / (in_days ? 86'400 : 3'600);
-  text.append("%lld %s%s ago", count, in_days ? "day" : "hour", count == 1 ? "" : "s");
-}
-
-void append_end(text_buffer& text, const judged_status& judged) {
-  const status_record& run = judged.records[RUN_RECORD];
-  if (!is_unfinished(run) && run.time >= run.page)
-    text.append(", %lld s", static_cast<long long>(run.time / 1'000 - run.page / 1'000));
-  text.append_text("; ");
-  const bool is_before_first = judged.run == run_state::ended_otherwise && judged.last_begun == RUN_RECORD;
-  if (is_before_first)
-    text.append_text("it was ended from outside before the first upload");
+void append_time_or(text_buffer& text, std::int64_t time, const char* none) {
+  if (time == 0)
+    text.append_text(none);
   else
-    text.append_pattern(RUN_ENDS[static_cast<int>(judged.run)], RECORD_NAMES[judged.last_begun]);
+    append_time(text, time);
 }
 
-void append_run(text_buffer& text, const judged_status& judged) {
+void append_run(text_buffer& text, const judged_status& judged, const tolerance& tolerated) {
   if (judged.run == run_state::never_begun) {
     text.append_text("No run yet.");
     return;
   }
+  const status_record& run = judged.records[RUN_RECORD];
   const bool is_going_on = judged.run == run_state::going_on;
   text.append_text(is_going_on ? "A run has been going on since " : "Last run: ");
-  append_time(text, judged.records[RUN_RECORD].page);
-  if (!is_going_on) append_end(text, judged);
+  append_time(text, run.page);
+  if (!is_unfinished(run) && run.time >= run.page)
+    text.append(", %lld s", static_cast<long long>(run.time / 1'000 - run.page / 1'000));
+  if (!is_going_on) text.append_text("; ");
+  append_run_end(text, judged);
   text.append_text(".");
   if (judged.is_run_in_future) text.append_text(" That is in the future: was the clock set back?");
-  if (judged.seconds_since_run <= LONGEST_WITHOUT_A_RUN) return;
+  if (judged.seconds_since_run <= tolerated.seconds_since_run) return;
   text.append_text(" That was ");
   append_age(text, judged.seconds_since_run);
   text.append_text(is_going_on ? "." : ": is skypost still started?");
-}
-
-bool is_printable(char character) { return character >= ' ' && character <= '~'; }
-
-// A server's own text must not command the terminal.
-void make_printable(text_buffer& text) {
-  char* const bytes = text.storage();
-  std::size_t length = text.length();
-  // Some texts end with a separator.
-  while (length > 0 && std::strchr(" ,\n", bytes[length - 1]) != nullptr) --length;
-  text.set_length(length);
-  std::replace_if(
-      bytes, bytes + length, [](char character) { return !is_printable(character); }, '?');
-}
-
-void append_failure(text_buffer& text, const status_record& record, const settings_record& settings) {
-  // One character less, so that a reason which was cut counts as cut here too.
-  fixed_text<REASON_CAPACITY - 1> reason;
-  reason.append_text(record.reason);
-  hide_secrets(reason, settings);
-  make_printable(reason);
-  const char* const meaning = wget_status_meaning(record.wget_status);
-  if (meaning != nullptr) text.append("%s%s", meaning, reason.empty() ? "" : "; ");
-  text.append_text(reason.view());
-  if (!text.empty()) return;
-  // An upload that was killed has no reason; while the next is under way, it shows as failed.
-  text.append_text(is_unfinished(record) ? "it is being tried again" : "its command could not be run");
 }
 
 std::size_t name_width(const judged_status& judged) {
@@ -128,49 +70,79 @@ std::size_t name_width(const judged_status& judged) {
   return width;
 }
 
-void print_upload(std::FILE* out, const char* name, const status_record& record, upload_state state,
-                  int width, const settings_record& settings, bool in_colour) {
-  const state_words& words = STATES[static_cast<int>(state)];
+void print_row(const screen& to, const judged_status& judged, std::size_t place, int width,
+               const settings_record& settings) {
+  const upload_state state = judged.uploads[place];
+  const char* const name = state_name(state);
   fixed_text<TIME_WIDTH> last_good;
-  if (record.last_good == 0)
-    last_good.append_text("never");
-  else
-    append_time(last_good, record.last_good);
+  append_time_or(last_good, judged.records[place].last_good, "never");
   line_text reason;
-  if (words.reason != nullptr)
-    reason.append_text(words.reason);
-  else
-    append_failure(reason, record, settings);
-  // One that was ended counts as a failure when the next begins.
-  const long long failures = record.failures + (state == upload_state::hung ? 1LL : 0LL);
+  append_reason(reason, judged, place, settings);
 
-  std::fprintf(out, "%-*s  %s%s%s%*s  %-*s  %8lld%s%s\n", width, name, in_colour ? words.colour : "",
-               words.name, in_colour ? COLOUR_END : "",
-               STATE_WIDTH - static_cast<int>(std::strlen(words.name)), "", TIME_WIDTH, last_good.c_str(),
-               failures, reason.empty() ? "" : "  ", reason.c_str());
+  std::fprintf(to.out, "%-*s  %s%s%s%*s  %-*s  %8u", width, RECORD_NAMES[place],
+               to.in_colour ? COLOURS[static_cast<int>(state)] : "", name, to.in_colour ? COLOUR_END : "",
+               STATE_WIDTH - static_cast<int>(std::strlen(name)), "", TIME_WIDTH, last_good.c_str(),
+               failures_in_row(judged, place));
+  const bool is_narrow = to.columns > 0 && to.columns < LEAST_WIDTH_FOR_REASONS;
+  if (!reason.empty() && !is_narrow) std::fprintf(to.out, "  %s", reason.c_str());
+  std::fputc('\n', to.out);
+  if (!reason.empty() && is_narrow) print_wrapped(to, reason.view(), INDENT);
+}
+
+void print_fact(const screen& to, const char* what, const text_buffer& fact) {
+  if (!fact.empty()) std::fprintf(to.out, "%*s%-19s  %s\n", INDENT, "", what, fact.c_str());
+}
+
+void print_time(const screen& to, const char* what, std::int64_t time) {
+  fixed_text<TIME_WIDTH> text;
+  append_time_or(text, time, "never");
+  print_fact(to, what, text);
 }
 
 }  // namespace
 
-void print_status(std::FILE* out, const judged_status& judged, const settings_record& settings,
-                  bool in_colour) {
+void print_status(const screen& to, const judged_status& judged, const settings_record& settings,
+                  const tolerance& tolerated) {
   line_text run;
-  append_run(run, judged);
-  std::fprintf(out, "%s\n", run.c_str());
+  append_run(run, judged, tolerated);
+  print_wrapped(to, run.view(), 0);
 
   const bool is_any_listed =
       std::any_of(std::begin(judged.uploads), std::end(judged.uploads),
                   [](upload_state state) { return state != upload_state::not_listed; });
   if (!is_any_listed) {
-    std::fputs("No network is switched on.\n", out);
+    std::fputs("No network is switched on.\n", to.out);
     return;
   }
   const int width = static_cast<int>(name_width(judged));
-  std::fprintf(out, "%-*s  %-*s  %-*s  failures  reason\n", width, "network", STATE_WIDTH, "state",
-               TIME_WIDTH, "last good upload");
+  const bool is_narrow = to.columns > 0 && to.columns < LEAST_WIDTH_FOR_REASONS;
+  std::fprintf(to.out, "%-*s  %-*s  %-*s  failures%s\n", width, "network", STATE_WIDTH, "state", TIME_WIDTH,
+               "last good upload", is_narrow ? "" : "  reason");
   for (std::size_t i = 0; i < STATUS_RECORDS; ++i)
-    if (judged.uploads[i] != upload_state::not_listed)
-      print_upload(out, RECORD_NAMES[i], judged.records[i], judged.uploads[i], width, settings, in_colour);
+    if (judged.uploads[i] != upload_state::not_listed) print_row(to, judged, i, width, settings);
+}
+
+void print_upload(const screen& to, const judged_status& judged, std::size_t place,
+                  const settings_record& settings) {
+  const status_record& record = judged.records[place];
+  const char* const state = state_name(judged.uploads[place]);
+  std::fprintf(to.out, "%s: %s\n", RECORD_NAMES[place], *state == '\0' ? "switched off" : state);
+  print_time(to, is_unfinished(record) ? "last upload began" : "last upload", record.time);
+  print_time(to, "last good upload", record.last_good);
+  line_text fact;
+  fact.append("%u in a row", failures_in_row(judged, place));
+  print_fact(to, "failures", fact);
+  if (record.failing_since != 0) print_time(to, "failing since", record.failing_since);
+  if (record.told != 0) print_time(to, "told", record.told);
+  if (record.wget_status != NO_WGET_STATUS) {
+    fact.clear();
+    fact.append("%d", record.wget_status);
+    print_fact(to, "exit status of wget", fact);
+  }
+  fixed_text<40 + LONGEST_REASON> reason;
+  reason.append("%-19s  ", "reason");
+  append_reason(reason, judged, place, settings);
+  if (*state != '\0' && judged.uploads[place] != upload_state::good) print_wrapped(to, reason.view(), INDENT);
 }
 
 }  // namespace skypost
