@@ -6,11 +6,32 @@
 #include <fstream>
 #include <sstream>
 #include <utility>
+#include <vector>
 
 #include "sim/folder.h"
 #include "support/pattern.h"
 
 namespace skypost::testing {
+namespace {
+
+// Lines to compare. The values of a command or record are on one line, so it is broken between them.
+std::vector<std::string> in_pieces(const std::string& text) {
+  std::vector<std::string> pieces(1);
+  for (const char character : text) {
+    if (character == '&' || character == ';') pieces.emplace_back();
+    if (character == '\n')
+      pieces.emplace_back();
+    else
+      pieces.back() += character == '\r' ? "\\r" : std::string(1, character);
+  }
+  return pieces;
+}
+
+std::string difference(const std::string& golden, const std::string& text) {
+  return ::testing::internal::edit_distance::CreateUnifiedDiff(in_pieces(golden), in_pieces(text));
+}
+
+}  // namespace
 
 std::string read_whole_file(const std::string& path) {
   EXPECT_TRUE(std::filesystem::exists(path)) << path;
@@ -34,14 +55,19 @@ std::string without_escapes(std::string text) {
 }
 
 void expect_golden(const std::string& name, const std::string& text) {
-  const std::string golden = TESTS_DIRECTORY "/" + name;
-  if (std::filesystem::exists(golden) && read_whole_file(golden) == text) return;
+  const std::filesystem::path golden = TESTS_DIRECTORY "/" + name;
   const std::filesystem::path place = COMPOSED_DIRECTORY "/" + name;
+  const bool is_there = std::filesystem::exists(golden);
+  const std::string wanted = sim::read_file(golden);
+  if (is_there && wanted == text) {
+    std::filesystem::remove(place);
+    return;
+  }
   std::filesystem::create_directories(place.parent_path());
   std::ofstream(place, std::ios::binary) << text;
-  if (!std::filesystem::exists(golden))
-    FAIL() << "tests/" << name << " is missing; what would be in it: " << place;
-  EXPECT_EQ(text, read_whole_file(golden)) << "the first is in " << place;
+  ADD_FAILURE() << "tests/" << name << (is_there ? " differs from " : " is missing; it would be ") << place
+                << '\n'
+                << (is_there ? difference(wanted, text) : text);
 }
 
 void expect_session(const std::string& name, const std::function<std::string(const std::string& line)>& run) {

@@ -14,8 +14,9 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 // Decodes \n, \r, \t, \0, \e and \xHH; leaves any other backslash alone.
 std::string without_escapes(std::string text);
 
-// Compares the text with the golden text tests/`name`. If that is missing or different, writes the text to
-// composed/`name` in the build directory; check it before you copy it to tests/.
+// Compares the text with the golden text tests/`name`. If that is missing or different, fails with the difference (the
+// golden text's lines with -, the new ones with +) and writes the text to composed/`name` in the build directory.
+// Otherwise removes that file. Check it before you copy it to tests/.
 void expect_golden(const std::string& name, const std::string& text);
 
 // Replays a golden session: passes each line that starts with "# ", "+ " or "$" to `run`, which returns the lines
