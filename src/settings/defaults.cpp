@@ -40,6 +40,16 @@ constexpr integer_default INTEGER_DEFAULTS[] = {
     // clang-format on
 };
 
+consteval bool are_fields_outside_entry_arrays() {
+  for (const settings_field& field : SETTINGS_FIELDS)
+    for (const entry_array& array : ENTRY_ARRAYS)
+      if (field.offset < array.first + array.entries * array.stride &&
+          array.first < field.offset + field.size)
+        return false;
+  return true;
+}
+static_assert(are_fields_outside_entry_arrays(), "a field of fields.def is inside another program's array");
+
 constexpr std::uint32_t FACTORS_OFFSET = 20584;
 constexpr std::uint32_t FACTORS_COUNT = 64;
 constexpr double FACTOR_DEFAULT = 1.0;

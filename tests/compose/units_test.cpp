@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace skypost::testing {
 namespace {
 
@@ -36,6 +38,12 @@ constexpr conversion_row CONVERSIONS[] = {
 TEST(Units, AreConvertedWithEachDigitOfTheirConstants) {
   for (const conversion_row& row : CONVERSIONS)
     EXPECT_DOUBLE_EQ(row.convert(row.stored), row.sent) << row.name << " of " << row.stored;
+}
+
+TEST(Units, AreRoundedToTheNearestWholeNumber) {
+  constexpr std::pair<double, long long> CASES[] = {{0.49, 0},  {0.5, 1},   {1.49, 1},   {2.5, 3},
+                                                    {-0.49, 0}, {-0.5, -1}, {-1.49, -1}, {-2.5, -3}};
+  for (const auto& [value, whole] : CASES) EXPECT_EQ(to_nearest(value), whole) << value;
 }
 
 }  // namespace

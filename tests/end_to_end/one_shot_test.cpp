@@ -40,7 +40,7 @@ TEST_F(program, reaches_every_network_and_raises_no_alarm) {
     all.board.write(LAST_RUN_PATH, "1");
     all.peers.forget_requests();
     EXPECT_EQ(run_well().errors, "");
-    EXPECT_TRUE(all.board.alarms().empty());
+    EXPECT_EQ(all.board.alarms(), std::vector<alarm_call>());
     EXPECT_EQ(requests(), static_cast<int>(asked_networks().size()));
     const auto seen = all.peers.requests();
     const auto is_second = [](const auto& one) { return one.network->which == sim::server::second; };
