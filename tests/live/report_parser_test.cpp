@@ -16,16 +16,6 @@
 namespace skypost::testing {
 namespace {
 
-// All other fields are in a network's golden text or in the debug output.
-TEST(ReportParser, FillsTheFieldsThatNoGoldenTextHas) {
-  const LiveRecord live = parsed(full_report());
-  EXPECT_EQ(live.height, 513);
-  EXPECT_EQ(live.indoorhum, 46);
-  EXPECT_EQ(live.last15mwind10, 53);
-  EXPECT_EQ(live.todayhum, 62);
-  EXPECT_STREQ(live.todaymaxwindtimestr, "03:35");
-}
-
 TEST(ReportParser, TruncatesWordsToTheirField) {
   const LiveRecord live = parsed(
       "actual_wind0_dir_de 123456789012345\nactual_wind0_dir_en 12345678901\n"

@@ -46,15 +46,7 @@ LiveRecord parsed(const std::string& report) {
   return live;
 }
 
-LiveRecord fully_equipped_station() {
-  LiveRecord live = parsed(full_report());
-  live.gust10 = 100;
-  live.indoorhum = 45;
-  live.last15mmaxgust10 = 72;
-  live.last15mwind10 = 52;
-  live.todayhum = 61;
-  return live;
-}
+LiveRecord fully_equipped_station() { return parsed(full_report()); }
 
 LiveRecord sparse_station() {
   return parsed("actual_th0_temp_c 21.5\nactual_th1_hum_rel 57\nactual_th2_dew_c 10.0\n");
