@@ -16,24 +16,15 @@
 namespace skypost::testing {
 namespace {
 
-std::string command_under(const std::string& root) {
-  setenv("SKYPOST_ROOT", root.c_str(), 1);
+// golden/failing_calls has the command under an ordinary root.
+TEST(MailReport, QuotesARootWithSpecialCharacters) {
+  setenv("SKYPOST_ROOT", R"(/a b"$`\c)", 1);
   fixed_text<1'000> command;
   append_mail_command(command);
   unsetenv("SKYPOST_ROOT");
-  return command.c_str();
-}
-
-// A root with any special character needs quotes.
-TEST(MailReport, CommandReachesTheMailProgramUnderAnyRoot) {
-  const std::string rest = " borgervejr@dmi.dk 2>&1 | /usr/bin/logger";
-  EXPECT_EQ(command_under(""), "/opt/sbin/sendmail -C /home/nimbulog/esmtprc" + rest);
-  for (const char character : std::string(" \t\n!\"#$%&'()*+,:;<=>?@[\\]^`{|}~\x80\xff")) {
-    const bool is_escaped = std::string("\"$`\\").find(character) != std::string::npos;
-    const std::string root = std::string("/a") + (is_escaped ? "\\" : "") + character;
-    EXPECT_EQ(command_under({'/', 'a', character}),
-              '"' + root + "/opt/sbin/sendmail\" -C \"" + root + "/home/nimbulog/esmtprc\"" + rest);
-  }
+  EXPECT_STREQ(command.c_str(),
+               R"("/a b\"\$\`\\c/opt/sbin/sendmail" -C "/a b\"\$\`\\c/home/nimbulog/esmtprc" )"
+               "borgervejr@dmi.dk 2>&1 | /usr/bin/logger");
 }
 
 // The second sender is cut at its line break, so it is empty too.

@@ -58,24 +58,20 @@ TEST_F(failing_calls, are_reported_by_name_and_the_run_goes_on) {
   expect_golden(GOLDEN, with_matches_as(found, "http://127.0.0.1:.*\"", "http://..."));
 }
 
-// A call of the C library that can fail, and the least number of times that a run makes it.
-using call_row = std::pair<std::string, int>;
-
-const call_row CALLS[] = {
+// The calls of the C library that can fail.
+const std::string CALLS[] = {
     // clang-format off
-    {"open64", 8},  {"fstat64", 7},    {"read", 3},    {"fallocate64", 5}, {"write", 20}, {"ftruncate64", 6},
-    {"close", 9},   {"fopen64", 1},    {"fread", 7},   {"getc", 500},  {"fclose", 2},
-    {"socket", 2},  {"setsockopt", 1}, {"connect", 2}, {"recv", 3},    {"send", 1},   {"gethostbyname", 1},
-    {"popen", 7},   {"fgets", 1},      {"fputs", 1},   {"pclose", 7},  {"system", 1},
-    {"time", 5},    {"setenv", 1},  {"sigaction", 3},  {"sigprocmask", 1},
+    "open64", "fstat64", "read", "fallocate64", "write", "ftruncate64", "close", "fopen64", "fread", "getc", "fclose",
+    "socket", "setsockopt", "connect", "recv", "send", "gethostbyname",
+    "popen", "fgets", "fputs", "pclose", "system", "time", "setenv", "sigaction", "sigprocmask",
     // clang-format on
 };
 
-class each_call : public failing_calls, public ::testing::WithParamInterface<call_row> {};
+class each_call : public failing_calls, public ::testing::WithParamInterface<std::string> {};
 
 // Whichever call fails, the run must reach its last step, lose no step but the current one, and leave nothing open.
 TEST_P(each_call, may_fail_at_any_time) {
-  const auto [name, least_calls] = GetParam();
+  const std::string& name = GetParam();
   // If one of these fails, the endpoint file cannot be read and no upload is sent.
   const bool reads_endpoints = name == "open64" || name == "fstat64" || name == "getc";
   enable_only({&awekas_enabled, &meteonews_enabled, &windfinder_enabled, &hetweeractueel_enabled,
@@ -89,7 +85,7 @@ TEST_P(each_call, may_fail_at_any_time) {
 
   int number = 1;
   // getc is called thousands of times, so the steps grow.
-  for (;; number += number < 40 ? 1 : number) {
+  for (;; number += name == "getc" && number >= 10 ? number : 1) {
     SCOPED_TRACE(number);
     const sim::run_result run = run_failing(name + ':' + std::to_string(number));
     ASSERT_EQ(run.signal, 0);
@@ -106,11 +102,11 @@ TEST_P(each_call, may_fail_at_any_time) {
     // Windfinder fails in any case, and the failing call costs one step; more networks reject half a report.
     EXPECT_LE(all.board.alarms().size(), name == "recv" ? 6U : reads_endpoints ? 8U : 2U);
   }
-  EXPECT_GT(number, least_calls);
+  EXPECT_GT(number, 1) << "the program never makes this call";
 }
 
 INSTANTIATE_TEST_SUITE_P(failing, each_call, ::testing::ValuesIn(CALLS),
-                         [](const auto& row) { return row.param.first; });
+                         [](const auto& row) { return row.param; });
 
 }  // namespace
 }  // namespace skypost::testing
