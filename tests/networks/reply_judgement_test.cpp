@@ -23,6 +23,8 @@ std::string with_escapes(std::string text) {
   return replaced(replaced(text, {'\0'}, "\\0"), "\xE9", "\\xE9");
 }
 
+constexpr char OF_ANOTHER[] = "left by another network";
+
 // A failure must replace the error text of another network; a success must leave it.
 std::string judged(const http_network& network, const std::string& text) {
   std::string judgement;
@@ -31,21 +33,22 @@ std::string judged(const http_network& network, const std::string& text) {
     reply.append_text(text);
     reply.set_length(std::strlen(reply.c_str()));
     error_text.clear();
-    error_text.append_text("left by another network");
+    error_text.append_text(OF_ANOTHER);
     debug_flag = debug;
     ::testing::internal::CaptureStderr();
     const int result = judge_upload(reply, text.size(), network.reply, NO_WGET_STATUS,
                                     endpoint_success_text(network.server.in(station_settings)));
     debug_flag = 0;
     const std::string output = ::testing::internal::GetCapturedStderr();
-    const std::string found =
-        "    result: " + std::to_string(result) + "\n    error:  " + error_text.c_str() + '\n';
+    std::string found = result == 0 ? "    good" : "    bad";
+    if (result != 0 || error_text.view() != OF_ANOTHER) found += std::string(": ") + error_text.c_str();
+    found += '\n';
     if (debug == 0) {
       EXPECT_EQ(output, "");
       judgement = found;
     } else {
       EXPECT_EQ(judgement, found);
-      judgement += "    debug:  " + with_escapes(output) + '\n';
+      if (!output.empty()) judgement += "    debug: " + with_escapes(output) + '\n';
     }
   }
   return judgement;

@@ -6,10 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <set>
+#include <map>
 #include <string>
 
-#include "base/text.h"
 #include "common/field_descriptions.h"
 #include "settings/record.h"
 #include "support/golden.h"
@@ -17,17 +16,18 @@
 namespace skypost::testing {
 namespace {
 
-// The golden text was checked against what the pages write.
+// The golden text was checked against what the pages write: the offsets of integers, the slots of texts.
 TEST(SettingsFields, AreWhereTheyBelong) {
-  std::set<std::string> lines;
+  std::map<std::string, std::string> groups;
   for (const field_description& row : FIELD_DESCRIPTIONS) {
-    fixed_text<80> line;
-    line.append("%5d %3d %s\n", row.field.offset, row.field.size, row.name);
-    lines.insert(line.c_str());
+    const int offset = row.field.offset;
+    std::string& text = groups[row.group];
+    text += (text.empty() ? " " : ", ") + std::string(row.name) + ' ' + std::to_string(offset);
+    if (row.field.is_text()) text += '-' + std::to_string(offset + row.field.size - 1);
   }
-  std::string text;
-  for (const std::string& line : lines) text += line;
-  expect_golden("settings/golden/fields", text);
+  std::string lines;
+  for (const auto& [group, text] : groups) lines += group + ':' + text + '\n';
+  expect_golden("settings/golden/fields", lines);
 }
 
 TEST(SettingsRecord, TruncatesATextThatDoesNotFitItsSlot) {
