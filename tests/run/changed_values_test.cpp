@@ -61,9 +61,11 @@ std::string difference(const std::string& before, const std::string& after) {
       std::min(before.find_first_of(SEPARATORS, static_cast<std::size_t>(last - before.begin())),
                before.size());
   const auto piece_of = [&](const std::string& text) {
-    return replaced(text.substr(begin, text.size() - rest - begin), "\n", "\\n") + '\n';
+    return replaced(text.substr(begin, text.size() - rest - begin), "\n", "\\n");
   };
-  return "    - " + piece_of(before) + "    + " + piece_of(after);
+  const std::string old_piece = piece_of(before), new_piece = piece_of(after);
+  if (old_piece.size() + new_piece.size() < 80) return "    " + old_piece + " -> " + new_piece + '\n';
+  return "    - " + old_piece + "\n    + " + new_piece + '\n';
 }
 
 // Each line of the golden text has an upload and the changes: values of the report, settings, the time or the board. It
