@@ -16,19 +16,11 @@
 #include "endpoints/endpoints.h"
 #include "support/appliance_folder.h"
 #include "support/golden.h"
-#include "support/pattern.h"
 
 namespace skypost::testing {
 namespace {
 
 constexpr int ROW_COUNT = static_cast<int>(endpoint::COUNT);
-
-// Expands "<3 a>" to "aaa".
-std::string with_repetitions(std::string text) {
-  for (auto part = first_match(text, "<(\\d+) (.)>"); !part.empty(); part = first_match(text, "<(\\d+) (.)>"))
-    text = replaced(text, part[0], std::string(std::stoul(part[1]), part[2][0]));
-  return text;
-}
 
 class EndpointFile : public ::testing::Test {
  protected:
@@ -71,7 +63,7 @@ TEST_F(EndpointFile, OverridesOrRefusesRowByRow) {
   std::string found, before;
   for (std::string line; std::getline(lines, line);) {
     if (line.starts_with("    ")) continue;
-    appliance.write(ENDPOINTS_PATH, without_escapes(with_repetitions(line)));
+    appliance.write(ENDPOINTS_PATH, without_escapes(line));
     std::istringstream results(load_and_tell());
     std::string indented;
     for (std::string result; std::getline(results, result);) indented += "    " + result + '\n';

@@ -48,6 +48,9 @@ std::string without_escapes(std::string text) {
   const std::pair<const char*, std::string> ESCAPES[] = {
       {"\\n", "\n"}, {"\\r", "\r"}, {"\\t", "\t"}, {"\\e", "\x1b"}, {"\\0", std::string(1, '\0')}};
   for (const auto& [escape, byte] : ESCAPES) text = replaced(text, escape, byte);
+  const char* const REPEATED = "<(\\d+) (.)>";
+  for (auto part = first_match(text, REPEATED); !part.empty(); part = first_match(text, REPEATED))
+    text = replaced(text, part[0], std::string(std::stoul(part[1]), part[2][0]));
   const char* const NUMBER = "\\\\x([0-9A-Fa-f]{2})";
   for (auto part = first_match(text, NUMBER); !part.empty(); part = first_match(text, NUMBER))
     text = replaced(text, part[0], std::string(1, static_cast<char>(std::stoi(part[1], nullptr, 16))));

@@ -11,7 +11,7 @@ std::string read_whole_file(const std::string& path);
 // Replaces every `from` by `to`.
 std::string replaced(std::string text, const std::string& from, const std::string& to);
 
-// Decodes \n, \r, \t, \0, \e and \xHH; leaves any other backslash alone.
+// Decodes \n, \r, \t, \0, \e, \xHH, and "<3 a>" as "aaa"; leaves any other backslash alone.
 std::string without_escapes(std::string text);
 
 // Compares the text with the golden text tests/`name`. If that is missing or different, fails with the difference (the
