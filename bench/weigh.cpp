@@ -1,64 +1,80 @@
-// The measuring half of scripts/weigh. Runs a program over every network, on a simulated appliance with a report of
-// 150 KB.
+// The measuring half of scripts/weigh.
 //
 //   skypost-weigh COMMAND...
 //
-// prints one figure per line with its name: the report's size in bytes, the program's peak memory in KiB, and its
-// processor time in microseconds, without and with its children.
+// runs the program over every network, on a simulated appliance, and prints its peak memory without its children, in
+// KiB.
 
+#include <fcntl.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <exception>
-#include <filesystem>
-#include <regex>
-#include <sstream>
+#include <fstream>
+#include <stdexcept>
 #include <string>
+#include <system_error>
 
-#include "base/paths.h"
-#include "measured_run.h"
-#include "sim/report.h"
 #include "sim/world.h"
 
 namespace skypost {
 namespace {
 
-// An afternoon in June.
-constexpr std::time_t MOMENT = 1'718'634'912;
-constexpr int ROUNDS = 2;
+[[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
 
-// A station's report with seven of ten lines repeated for a sensor that the settings do not select: th10 for th0.
-std::string report_of_150_kilobytes() {
-  static const std::regex SENSOR("_([a-z]+)([0-9]+)_");
-  std::istringstream lines(sim::lifelike_report(MOMENT));
-  std::string report;
-  int number = 0;
-  for (std::string line; std::getline(lines, line); ++number) {
-    report += line + '\n';
-    if (number % 10 < 7) report += std::regex_replace(line, SENSOR, "_$011$2_") + '\n';
+// Starts the command without output, traced by this process and stopped before the first instruction.
+pid_t start_traced(char** command) {
+  const pid_t process = fork();
+  if (process < 0) fail("fork");
+  if (process == 0) {
+    const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, descriptor);
+    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    execv(command[0], command);
+    _exit(127);
   }
-  return report;
+  int status = 0;
+  if (waitpid(process, &status, 0) != process || !WIFSTOPPED(status)) fail(command[0]);
+  return process;
 }
 
-void weigh(const words& command) {
-  const std::string report = report_of_150_kilobytes();
-  sim::world all;
-  all.data->set_report(report);
+long peak_so_far(pid_t process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/status");
+  for (std::string word; status >> word;) {
+    long kibibytes = 0;
+    if (word == "VmHWM:" && status >> kibibytes) return kibibytes;
+  }
+  throw std::runtime_error("no VmHWM");
+}
+
+long peak_memory_of(char** command) {
+  const pid_t process = start_traced(command);
+  if (ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_EXITKILL | PTRACE_O_TRACEEXIT) != 0)
+    fail("ptrace");
+  ptrace(PTRACE_CONT, process, nullptr, nullptr);
+
+  long peak = 0;
+  int status = 0;
+  while (waitpid(process, &status, 0) == process && WIFSTOPPED(status)) {
+    const int event = status >> 16;
+    // Read just before the exit: afterwards the kernel's figure includes wget.
+    if (event == PTRACE_EVENT_EXIT) peak = peak_so_far(process);
+    // SIGTRAP only reports the exec; all other signals are for the program.
+    const int signal = WSTOPSIG(status);
+    ptrace(PTRACE_CONT, process, nullptr, event != 0 || signal == SIGTRAP ? 0 : signal);
+  }
+  return peak;
+}
+
+void weigh(char** command) {
+  const sim::world all;
   setenv("SKYPOST_ROOT", all.board.root().c_str(), 1);
   setenv("HOME", all.board.root().c_str(), 1);
-  // Otherwise the second run would skip the gated network.
-  const auto forget_last_run = [&] { std::filesystem::remove(all.board.path(LAST_RUN_PATH)); };
-
-  const long peak = peak_memory_of(command);
-  cpu_time sum;
-  for (int i = 0; i < ROUNDS; ++i) {
-    forget_last_run();
-    const cpu_time time = cpu_time_of(command);
-    sum.own += time.own;
-    sum.with_children += time.with_children;
-  }
-  std::printf("report %zu\npeak %ld\nown %.0f\nall %.0f\n", report.size(), peak, sum.own / ROUNDS,
-              sum.with_children / ROUNDS);
+  std::printf("%ld\n", peak_memory_of(command));
 }
 
 }  // namespace
@@ -70,7 +86,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   try {
-    skypost::weigh({arguments + 1, arguments + count});
+    skypost::weigh(arguments + 1);
     return 0;
   } catch (const std::exception& fault) {
     std::fprintf(stderr, "skypost-weigh: %s\n", fault.what());

@@ -1,5 +1,5 @@
 # Toolchain: Debian's cross compiler and C library for the architecture BOARD_ARCH (Debian's name). BOARD_FILES is the
-# folder into which scripts/foreign unpacks libcrypto and musl for it.
+# folder into which scripts/lib/foreign unpacks libcrypto and musl for it.
 
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES BOARD_ARCH BOARD_FILES)
 
