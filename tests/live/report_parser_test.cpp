@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <iomanip>
 #include <sstream>
 #include <string>
@@ -19,7 +20,10 @@ namespace {
 // Loads reports into the process-wide live record.
 class LoadedReport : public ::testing::Test {
  protected:
-  LoadedReport() { station_settings = sensors_of_the_report(); }
+  LoadedReport() {
+    setenv("TZ", "Europe/Berlin", 1);
+    station_settings = sensors_of_the_report();
+  }
   ~LoadedReport() override {
     station_settings = {};
     live_data_stale = debug_flag = 0;
