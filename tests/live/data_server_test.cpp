@@ -46,11 +46,15 @@ TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
   EXPECT_TRUE(text.starts_with(report));
 }
 
-// Ctrl-Z and fg, or a debugger, interrupt a recv() that has a time limit.
-TEST(DataServer, GoesOnAfterASignal) {
+// Ctrl-Z and fg, or a debugger, interrupt a system call that has a time limit. So does this signal.
+void catch_signal() {
   struct sigaction action {};
   action.sa_handler = [](int) {};
   sigaction(SIGUSR1, &action, nullptr);
+}
+
+TEST(DataServer, GoesOnAfterASignal) {
+  catch_signal();
   const pthread_t fetching = pthread_self();
   const sim::tcp_server server(0, "data server", [&](const sim::connection& client) {
     for (const char* const piece : {"actual_th0_temp_c ", "21.5\n"}) {
@@ -78,9 +82,15 @@ TEST(DataServer, IsGivenUpIfItsQueueIsFull) {
   static report_buffer report;
   ::testing::internal::CaptureStderr();
   live_data_stale = 0;
+  catch_signal();
+  std::thread interrupting([connecting = pthread_self()] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    pthread_kill(connecting, SIGUSR1);
+  });
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port(), stderr, {.wait = 500}), -1);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+  interrupting.join();
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),
             "error connect socket 127.0.0.1:" + std::to_string(server.port()) + " :Connection timed out\n");
   EXPECT_EQ(live_data_stale, 1);
