@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -227,6 +228,8 @@ int read_arguments(int count, char** arguments, request& asked) {
 }  // namespace
 
 int show_status(int argument_count, char** arguments) {
+  // Where no file may grow, the history is lost, and the status is shown all the same.
+  std::signal(SIGXFSZ, SIG_IGN);
   request asked;
   if (read_arguments(argument_count, arguments, asked) != 0) return UNKNOWN;
   switch (asked.what) {
