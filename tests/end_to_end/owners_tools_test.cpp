@@ -91,7 +91,7 @@ class owners_session : public program {
   // Matches lines that depend on the machine that runs the test, on the time, or on wget's version.
   static const char* of_this_machine(const std::string& line) {
     return line.find(" check") != std::string::npos
-               ? "^(?!.*_enabled: the |name server: |the data server |sensor_uv: )"
+               ? "^(?!.*: the ([a-z-]+ )?server \"|the data server |sensor_uv: |https?_proxy )"
                : "^    (--|20|Incomplete|Length|Saving|  )";
   }
 

@@ -130,7 +130,7 @@ TEST_F(preview_of_a_run, put_together_again_is_what_is_sent) {
     std::size_t request = 0;
     for (const step_preview& step : page(platform).steps) {
       SCOPED_TRACE(step.id);
-      EXPECT_TRUE(step.obstacles.empty());
+      EXPECT_TRUE(step.would_be_sent());
       if (step.how == "GET" || step.how == "POST") {
         ASSERT_LT(request, requests_seen.size());
         expect_request(step, requests_seen[request++], servers);
@@ -197,7 +197,7 @@ TEST_F(preview_of_a_run, warns_of_a_missing_hardware_address_and_leaves_an_odd_s
   sim::run_result run = all.board.run_tool(PREVIEW_PROGRAM, {"meteonews"});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.errors, "");
-  EXPECT_NE(run.output.find("\n  WARNING: ifconfig shows no hardware address of eth0 after "),
+  EXPECT_NE(run.output.find("\n  WARNING: eth0: ifconfig shows no hardware address after "),
             std::string::npos)
       << run.output;
   EXPECT_NE(run.output.find("its size of 38692 bytes matches no known layout"), std::string::npos);

@@ -39,6 +39,10 @@ struct checked_station : owners_station {
       appliance.online = true;
     } else if (line.starts_with("timer")) {
       appliance.timer = line.substr(5);
+    } else if (line.starts_with("rapid-service")) {
+      appliance.rapid_service = line.substr(13);
+    } else if (line.starts_with("status ")) {
+      record_status(line.substr(7));
     } else if (line.starts_with("run-begun ")) {
       record_run(appliance.now - std::stoi(line.substr(10)));
     } else if (line.starts_with("last-run ")) {
@@ -48,10 +52,19 @@ struct checked_station : owners_station {
     }
   }
 
-  // Writes a status page on which a run began.
+  // Writes a status page on which a run began. Each page of the same station is newer than the one before.
   void record_run(std::int64_t begun) {
-    folder.write(STATUS_PATH, std::to_string(begun) + ".000\tskypost\tbegin\n");
+    folder.write(STATUS_PATH, page_ = std::to_string(begun) + ".000\tskypost\tbegin\n");
     change(std::string("mode 0600 ") + STATUS_PATH);
+    std::filesystem::remove(folder.path(HISTORY_PATH));
+  }
+
+  // Adds "UPLOAD<tab>OUTCOME<tab>EXIT STATUS<tab>REASON" to the page of a run that has come to its end.
+  void record_status(const std::string& line) {
+    if (page_.empty()) record_run(appliance.now - 60);
+    const std::string time = std::to_string(appliance.now - 50) + ".000\t";
+    page_ += time + without_escapes(line) + '\n';
+    folder.write(STATUS_PATH, page_ + time + "skypost\tgood\n");
   }
 
   findings found() {
@@ -67,6 +80,9 @@ struct checked_station : owners_station {
   }
 
   checked_appliance appliance{};
+
+ private:
+  std::string page_;
 };
 
 TEST(Checks, FindEachFaultAndNothingElse) {
@@ -112,7 +128,7 @@ TEST(Checks, FindAPullDirectoryOnAFullDisk) {
   const findings found = station.found();
   ASSERT_EQ(found.size(), 1U);
   EXPECT_TRUE(station.without_root(found[0]).starts_with(
-      "/srv/www/: its disk is full (No space left on device), so new values may not reach AWEKAS, "))
+      "/srv/www/: no file can be written there (No space left on device), so new values do not reach AWEKAS"))
       << found[0];
 }
 

@@ -34,6 +34,7 @@ const field_description& field(const std::string& name) {
 owners_station::owners_station()
     : report(sim::lifelike_report(spring_morning().seconds)),
       endpoints_(local_servers() + "aprs_path = TCPIP*\n") {
+  for (const char* const name : {"http_proxy", "https_proxy"}) unsetenv(name);
   change("platform X86");
   switch_everything_on(settings);
   save();
@@ -49,7 +50,7 @@ owners_station::owners_station()
 owners_station::~owners_station() {
   reset_endpoints();
   station_settings = settings_record{};
-  unsetenv("NIMBULOGHW");
+  for (const char* const name : {"NIMBULOGHW", "http_proxy", "https_proxy"}) unsetenv(name);
 }
 
 void owners_station::change(const std::string& line) {
@@ -97,6 +98,8 @@ void owners_station::change(const std::string& line) {
     fs::remove_all(path);
   } else if (verb == "mode") {
     chmod(folder.path(rest).c_str(), static_cast<mode_t>(std::stoi(first, nullptr, 8)));
+  } else if (verb == "environment") {
+    setenv(first.c_str(), rest.c_str(), 1);
   } else if (verb == "foreign") {
     convert_byte_order(settings);
   } else if (verb == "size") {

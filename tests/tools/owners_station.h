@@ -22,6 +22,7 @@ struct owners_station {
   //   endpoint LINE            appended to the file        first-endpoint LINE      inserted before all others
   //   report KEY [VALUE]       removed without a value     report-file TEXT         replaces the whole report
   //   write PATH TEXT          program PATH TEXT           folder PATH              remove PATH
+  //   environment NAME VALUE   until the station's end
   //   mode OCTAL PATH          foreign: other byte order   size BYTES               gap-missing: an unlisted layout
   //   platform NAME            the kind of board           hardware-address [ADDRESS]
   void change(const std::string& line);

@@ -87,13 +87,6 @@ std::vector<std::string> endpoint_faults(const std::string& errors) {
   return faults;
 }
 
-bool is_unknown_server(std::string_view server) {
-  constexpr std::string_view SCHEME_END = "://";
-  if (const std::size_t end = server.find(SCHEME_END); end != std::string_view::npos)
-    server.remove_prefix(end + SCHEME_END.size());
-  return server.substr(0, server.find(':')).ends_with(".invalid");
-}
-
 std::string_view group_named(std::string_view name) {
   for (const handed_out& one : all_handed_out())
     if (is_own_name(name, one) || is_network_name(name, one.names)) return one.names.network;

@@ -49,10 +49,6 @@ std::string in_endpoint_file(endpoint row);
 // The messages of load_endpoints(), each without "Error: ". None ends in a full stop.
 std::vector<std::string> endpoint_faults(const std::string& errors);
 
-// True if the server is a placeholder under .invalid, because the network's server is not known. `server` is a host,
-// optionally with a scheme and a port.
-bool is_unknown_server(std::string_view server);
-
 // The group of settings that `name` refers to: a network's, or any other by its own name. Empty if there is none.
 std::string_view group_named(std::string_view name);
 

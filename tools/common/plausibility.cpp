@@ -4,13 +4,13 @@
 #include <iterator>
 #include <optional>
 
-#include "channels/channels.h"
 #include "common/printable.h"
 
 namespace skypost {
 namespace {
 
 constexpr std::int32_t UNSET_NUMBER = -1;
+constexpr char WRONG_POSITION[] = ", so a wrong position is sent. ";
 
 struct plausible_range {
   std::int32_t least;
@@ -79,22 +79,26 @@ std::string finding_of_number(const integer_field& field, const settings_record&
          in_words(range) + '.';
 }
 
-void check_coordinate(const coordinate& one, const settings_record& settings, const std::string& networks,
+void check_coordinate(const coordinate& one, const settings_record& settings,
                       std::vector<std::string>& found) {
   const std::string degrees = description_of(one.degrees).name;
   if (settings.integer(one.degrees) == UNSET_NUMBER) {
-    found.push_back(degrees + ": the " + one.name + " is not set, so no valid position is sent to " +
-                    networks + ". Set it in degrees, minutes and seconds.");
+    found.push_back(degrees + ": the " + one.name +
+                    " is not set, so no valid position is sent. Set it in degrees, minutes and seconds.");
     return;
   }
-  const std::string consequence = ", so a wrong position is sent to " + networks + ". ";
   const std::size_t found_before = found.size();
   for (const integer_field* const part : {&one.degrees, &one.minutes, &one.seconds})
-    if (const std::string finding = finding_of_number(*part, settings, consequence); !finding.empty())
+    if (const std::string finding = finding_of_number(*part, settings, WRONG_POSITION); !finding.empty())
       found.push_back(finding);
   if (found.size() != found_before) return;
   if (const std::string fault = fault_of_coordinate(one, settings); !fault.empty())
-    found.push_back(degrees + ": " + fault + consequence + "Correct it.");
+    found.push_back(degrees + ": " + fault + WRONG_POSITION + "Correct it.");
+}
+
+bool is_zero(const coordinate& one, const settings_record& settings) {
+  return settings.integer(one.degrees) == 0 && settings.integer(one.minutes) == 0 &&
+         settings.integer(one.seconds) == 0;
 }
 
 }  // namespace
@@ -158,27 +162,24 @@ std::string fault_of_coordinate(const coordinate& one, const settings_record& se
   return std::string("a ") + one.name + " of " + end + beyond + " is more than " + end;
 }
 
-std::vector<std::string> faults_of_position(const settings_record& settings, const std::string& networks) {
+std::vector<std::string> faults_of_position(const settings_record& settings) {
   std::vector<std::string> found;
-  for (const coordinate& one : POSITION) check_coordinate(one, settings, networks, found);
+  for (const coordinate& one : POSITION) check_coordinate(one, settings, found);
+  if (is_zero(POSITION[0], settings) && is_zero(POSITION[1], settings))
+    found.push_back(std::string(description_of(latitude_degrees).name) +
+                    ": latitude and longitude are 0, which is in the Atlantic" + WRONG_POSITION +
+                    "Set both.");
   return found;
 }
 
-std::string fault_of_port(const run_step& step, const settings_record& settings) {
-  if (step.upload != &APRS) return {};
+std::string fault_of_port(const settings_record& settings) {
   return finding_of_number(aprs_port, settings, ", so the server of APRS is not reached. ");
 }
 
 std::string fault_of_site_id(const field_description& row, std::string_view text) {
   if (row.field.offset != metoffice_site_id.offset || text.size() + 1 < metoffice_site_id.size) return {};
   return "site IDs given since June 2016 have 36 characters and do not fit; the Belgian successor of Met "
-         "Office WOW"
-         " takes Weather Underground's protocol: see skypost-endpoints(5)";
-}
-
-const text_field* broken_call_sign(const run_step& step, const settings_record& settings) {
-  const text_field& call_sign = step.upload == &CWOP ? cwop_id : aprs_call_sign;
-  return settings.text(call_sign).find_first_of("\r\n") == std::string_view::npos ? nullptr : &call_sign;
+         "Office WOW takes Weather Underground's protocol: see skypost-endpoints(5)";
 }
 
 }  // namespace skypost

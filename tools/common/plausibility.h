@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "common/field_descriptions.h"
-#include "run/run_list.h"
+#include "settings/record.h"
 
 // Checks whether the values of settings make sense. Faults are texts for the owner, empty if there is none.
 namespace skypost {
@@ -36,18 +36,13 @@ inline constexpr coordinate POSITION[] = {
 // 90 degrees".
 std::string fault_of_coordinate(const coordinate& one, const settings_record& settings);
 
-// The faults that send a wrong position, or none, to `networks` ("CWOP, APRS"). Each line names the setting, the fault
-// and the remedy.
-std::vector<std::string> faults_of_position(const settings_record& settings, const std::string& networks);
+// The faults that send a wrong position, or none. Each line names the setting, the fault and the remedy.
+std::vector<std::string> faults_of_position(const settings_record& settings);
 
-// Returns such a line if the step uses aprs_port and that is impossible.
-std::string fault_of_port(const run_step& step, const settings_record& settings);
+// Such a line if aprs_port is impossible.
+std::string fault_of_port(const settings_record& settings);
 
 // The fault of a site ID of Met Office WOW that does not fit, or not whole; empty if it may be whole.
 std::string fault_of_site_id(const field_description& row, std::string_view text);
-
-// Returns the call-sign setting of an APRS step if it contains a line break, which prevents the upload; otherwise
-// nullptr.
-const text_field* broken_call_sign(const run_step& step, const settings_record& settings);
 
 }  // namespace skypost

@@ -138,15 +138,14 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
   out << "</table>\n";
 }
 
-void print_reasons(std::ostream& out, const char* title, const std::vector<std::string>& reasons) {
-  for (const std::string& reason : reasons)
-    out << "<p class=\"bad\"><strong>" << title << ":</strong> " << shown(reason) << "</p>\n";
+void print_warning(std::ostream& out, const char* title, const std::string& text) {
+  out << "<p class=\"bad\"><strong>" << title << ":</strong> " << shown(text) << "</p>\n";
 }
 
 void print_state(std::ostream& out, const step_preview& step) {
   if (step.would_be_sent()) out << "<p class=\"good\"><strong>Would be sent</strong></p>\n";
-  print_reasons(out, "Not sent", step.obstacles);
-  print_reasons(out, "Warning", step.warnings);
+  for (const network_fault& fault : step.faults)
+    print_warning(out, fault.weight == network_fault::stops ? "Not sent" : "Warning", fault.text);
 }
 
 void print_step(std::ostream& out, const step_preview& step) {
@@ -154,6 +153,7 @@ void print_step(std::ostream& out, const step_preview& step) {
       << shown(step.name) << "</small></h2>\n";
   for (const std::string& place : step.where)
     out << "<p class=\"where\">" << shown(step.how) << ' ' << shown(place) << "</p>\n";
+  if (!step.position.empty()) out << "<p class=\"where\">Position " << shown(step.position) << "</p>\n";
   print_state(out, step);
   print_request(out, step.request);
   print_lines(out, step.text);
@@ -166,8 +166,8 @@ constexpr std::string_view WARNED = "warning";
 constexpr std::string_view SKIPPED = "not sent";
 
 std::string_view mark_of(const step_preview& step) {
-  if (!step.obstacles.empty()) return SKIPPED;
-  return step.warnings.empty() ? std::string_view{} : WARNED;
+  if (step.faults.empty()) return {};
+  return step.faults[0].weight == network_fault::stops ? SKIPPED : WARNED;
 }
 
 std::ptrdiff_t count_of(std::string_view mark, const std::vector<step_preview>& steps) {
@@ -194,7 +194,7 @@ void print_html(std::ostream& out, const preview_page& page) {
       << "<dt>Settings</dt><dd>" << shown(page.settings) << "</dd>\n"
       << "<dt>Report</dt><dd>" << shown(page.report) << "</dd>\n"
       << "<dt>Time</dt><dd>" << shown(page.time) << "</dd>\n</dl>\n";
-  print_reasons(out, "Warning", page.warnings);
+  for (const std::string& warning : page.warnings) print_warning(out, "Warning", warning);
   if (page.steps.size() > 1) print_contents(out, page.steps);
   out << "</header>\n<main>\n";
   if (page.steps.empty()) out << "<p>No network is switched on.</p>\n";

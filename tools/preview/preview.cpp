@@ -9,7 +9,6 @@
 #include "common/errors.h"
 #include "common/field_descriptions.h"
 #include "common/networks.h"
-#include "common/plausibility.h"
 #include "common/printable.h"
 #include "common/settings_file.h"
 #include "endpoints/endpoints.h"
@@ -38,91 +37,47 @@ std::string last_turn(long long age) {
          (age < 0 ? " seconds in the future" : " seconds ago");
 }
 
-// The reasons why a run would skip the upload.
-texts obstacles_of(const handed_out& one, const preview_inputs& inputs) {
+// The reasons why a run would skip the upload, besides what the owner has entered for it.
+void add_obstacles(step_preview& preview, const handed_out& one, const preview_inputs& inputs) {
   const settings_record& settings = inputs.source.settings;
-  texts reasons;
-  if (!settings.is_on(*one.step.enabled)) reasons.push_back(switched_off(*one.step.enabled));
-  settings_record switched_on = settings;
-  switched_on.set_integer(*one.step.enabled, 1);
-  if (!is_enabled(one.step, switched_on))
-    reasons.push_back(std::string(description_of(*one.step.user).name) + " needs two characters or more");
+  const auto add = [&](const std::string& text) { preview.faults.push_back({network_fault::stops, text}); };
+  if (!settings.is_on(*one.step.enabled)) add(switched_off(*one.step.enabled));
   if (one.rapid != nullptr && !settings.is_on(*one.rapid->rapid_enabled))
-    reasons.push_back(switched_off(*one.rapid->rapid_enabled));
+    add(switched_off(*one.rapid->rapid_enabled));
   if (one.step.limit == step_limit::gated && inputs.last_run_age <= GATE_INTERVAL)
-    reasons.push_back(last_turn(inputs.last_run_age) + "; next due after " + std::to_string(GATE_INTERVAL));
+    add(last_turn(inputs.last_run_age) + "; next due after " + std::to_string(GATE_INTERVAL));
   for (const missing_value& value : missing_outdoor_values(inputs.source.live, inputs.report))
-    reasons.push_back("outdoor value missing: " + value.name + " (" + value.reason + ")");
-  return reasons;
+    add("outdoor value missing: " + value.name + " (" + value.reason + ")");
+  for (const endpoint row : refused_among(needed_by(one.upload, settings)))
+    add("no valid value for " + in_endpoint_file(row));
 }
 
-void warn_of_unknown_server(step_preview& preview, std::string_view server, const std::string& where_to_set) {
-  if (is_unknown_server(server))
-    preview.warnings.push_back("the network's server is not known: set " + where_to_set);
-}
-
-void describe_request(step_preview& preview, const handed_out& one, const settings_record& settings) {
-  const request_parts& request = preview.request;
-  preview.how = request.method;
-  preview.where = {request.server + request.path};
-  const endpoint server = server_of(one.upload, settings);
-  if (!is_refused(server)) warn_of_unknown_server(preview, request.server, in_endpoint_file(server));
-}
-
-void describe_file(step_preview& preview, const handed_out& one) {
-  preview.how = "file";
-  for (const char* const directory : PULL_DIRECTORIES)
-    preview.where.push_back(appliance_path(directory) + static_cast<const pull_file&>(one.upload).name);
-}
-
-// One known server is enough.
-void warn_of_unknown_cwop_servers(step_preview& preview) {
-  texts unknown;
-  for (const endpoint row : {endpoint::cwop_first, endpoint::cwop_second})
-    if (!is_refused(row) && is_unknown_server(endpoint_value(row))) unknown.push_back(in_endpoint_file(row));
-  const char* const fault = unknown.size() == 1 ? "this server is not known; only the other is tried: set "
-                                                : "the network's server is not known: set ";
-  for (const std::string& where_to_set : unknown) preview.warnings.push_back(fault + where_to_set);
-}
-
-void describe_packet(step_preview& preview, const handed_out& one, const settings_record& settings) {
-  const bool is_cwop = &one.upload == &CWOP;
-  preview.how = "APRS packet";
-  if (is_cwop) {
-    const std::string port = ':' + std::to_string(CWOP_PORT);
-    preview.where = {endpoint_value(endpoint::cwop_first) + port,
-                     endpoint_value(endpoint::cwop_second) + port + ", if the first fails"};
-    warn_of_unknown_cwop_servers(preview);
-  } else {
-    preview.where.push_back(std::string(settings.text(aprs_host)) + ':' +
-                            std::to_string(settings.unsigned_integer(aprs_port)));
-    if (settings.text(aprs_host).empty()) preview.warnings.push_back("aprs_host is not set");
-    warn_of_unknown_server(preview, settings.text(aprs_host), "aprs_host");
-  }
-  for (const std::string& fault : faults_of_position(settings, network_of(one.step)))
-    preview.warnings.push_back(fault);
-  if (const std::string fault = fault_of_port(one.step, settings); !fault.empty())
-    preview.warnings.push_back(fault);
-  if (const text_field* const call_sign = broken_call_sign(one.step, settings))
-    preview.obstacles.push_back(std::string(description_of(*call_sign).name) + " contains a line break");
-}
-
-void describe_mail(step_preview& preview) {
-  preview.how = "mail";
-  preview.where = {std::string(endpoint_value(endpoint::borgervejr_recipient)) + ", through " +
-                   appliance_path(MAIL_PROGRAM_PATH)};
-}
-
-void describe_way(step_preview& preview, const handed_out& one, const preview_inputs& inputs) {
-  switch (one.upload.by) {
+void describe_way(step_preview& preview, const upload& upload, const settings_record& settings) {
+  switch (upload.by) {
     case carrier::http:
-      return describe_request(preview, one, inputs.source.settings);
+      preview.how = preview.request.method;
+      preview.where = {preview.request.server + preview.request.path};
+      break;
     case carrier::file:
-      return describe_file(preview, one);
+      preview.how = "file";
+      for (const char* const directory : PULL_DIRECTORIES)
+        preview.where.push_back(appliance_path(directory) + static_cast<const pull_file&>(upload).name);
+      break;
     case carrier::aprs:
-      return describe_packet(preview, one, inputs.source.settings);
+      preview.how = "APRS packet";
+      if (&upload == &CWOP) {
+        const std::string port = ':' + std::to_string(CWOP_PORT);
+        preview.where = {endpoint_value(endpoint::cwop_first) + port,
+                         endpoint_value(endpoint::cwop_second) + port + ", if the first fails"};
+      } else {
+        preview.where = {std::string(settings.text(aprs_host)) + ':' +
+                         std::to_string(settings.unsigned_integer(aprs_port))};
+      }
+      break;
     case carrier::mail:
-      return describe_mail(preview);
+      preview.how = "mail";
+      preview.where = {std::string(endpoint_value(endpoint::borgervejr_recipient)) + ", through " +
+                       appliance_path(MAIL_PROGRAM_PATH)};
   }
 }
 
@@ -144,17 +99,14 @@ step_preview preview_of(const handed_out& one, const preview_inputs& inputs) {
   if (one.upload.by == carrier::file) preview.network += ", file";
   preview.name = one.names.row;
   preview.id = one.upload.id;
-  preview.obstacles = obstacles_of(one, inputs);
   compose_content(preview, one.upload, inputs);
-  describe_way(preview, one, inputs);
-  for (const endpoint row : refused_among(needed_by(one.upload, inputs.source.settings)))
-    preview.obstacles.push_back("no valid value for " + in_endpoint_file(row));
-  if (*inputs.source.host.hardware_address == '\0' && is_hardware_address_told(one.upload, inputs.source))
-    preview.warnings.push_back("ifconfig shows no hardware address of eth0 after \"HWaddr\"; " +
-                               network_of(one.step) + " identifies the station by it");
-  for (const field_description& row : FIELD_DESCRIPTIONS)
-    if (row.group == network_of(one.step) && is_text_lacking(one.upload, inputs.source, row))
-      preview.warnings.push_back(std::string(row.name) + " is not set");
+  describe_way(preview, one.upload, inputs.source.settings);
+  preview.position = position_in(one.upload, inputs.source.settings);
+  add_obstacles(preview, one, inputs);
+  for (const network_fault& fault : faults_of(one, inputs.source)) preview.faults.push_back(fault);
+  std::stable_sort(
+      preview.faults.begin(), preview.faults.end(),
+      [](const network_fault& fault, const network_fault& other) { return fault.weight < other.weight; });
   preview.missing = missing_values(one.upload, inputs.source, inputs.report);
   return preview;
 }

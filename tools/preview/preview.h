@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "common/network_faults.h"
 #include "common/request_parts.h"
 #include "live/station.h"
 #include "preview/missing_values.h"
@@ -16,13 +17,13 @@ struct step_preview {
   std::string id;       // "wunderground_rapid"
   std::string how;      // "GET", "POST", "file", "APRS packet", "mail"
   std::vector<std::string> where;
-  std::vector<std::string> obstacles;  // why nothing is sent
-  std::vector<std::string> warnings;   // why the upload will not arrive
+  std::string position;               // in the text; empty if there is none
+  std::vector<network_fault> faults;  // worst first
   request_parts request;
   std::string text;
   std::vector<missing_value> missing;
 
-  bool would_be_sent() const { return obstacles.empty() && warnings.empty(); }
+  bool would_be_sent() const { return faults.empty() || faults[0].weight == network_fault::doubtful; }
 };
 
 struct preview_page {

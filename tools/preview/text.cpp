@@ -48,9 +48,11 @@ void print_missing(std::ostream& out, const std::vector<missing_value>& missing)
 void print_step(std::ostream& out, const step_preview& step) {
   out << '\n' << step.network << " (" << step.name << ")\n";
   for (const std::string& place : step.where) out << "  " << step.how << ' ' << printable(place) << '\n';
+  if (!step.position.empty()) out << "  Position " << step.position << '\n';
   if (step.would_be_sent()) out << "  Would be sent\n";
-  for (const std::string& reason : step.obstacles) out << "  NOT SENT: " << printable(reason) << '\n';
-  for (const std::string& reason : step.warnings) out << "  WARNING: " << printable(reason) << '\n';
+  for (const network_fault& fault : step.faults)
+    out << (fault.weight == network_fault::stops ? "  NOT SENT: " : "  WARNING: ") << printable(fault.text)
+        << '\n';
   print_table(out, rows_of(step.request.login));
   print_table(out, rows_of(step.request.parameters));
   for (const std::string& line : printable_lines(step.text))

@@ -3,9 +3,12 @@
 #include <string_view>
 
 #include "base/paths.h"
+#include "base/shell.h"
+#include "common/command_output.h"
 #include "common/file_start.h"
 #include "common/printable.h"
 #include "settings_tool/checks.h"
+#include "settings_tool/chosen_file.h"
 #include "settings_tool/program_fault.h"
 
 namespace skypost {
@@ -25,28 +28,41 @@ std::string interpreter_in(std::string_view line) {
   return std::string(line.substr(0, line.find_first_of(BLANKS)));
 }
 
+// What a shell says of the script without running it.
+std::string syntax_fault(const std::string& shell, const std::string& path) {
+  fixed_text<4 * PATH_CAPACITY + 40> command;
+  append_shell_word(command, shell);
+  command.append_text(" -n ");
+  append_shell_word(command, path);
+  command.append_text(" 2>&1");
+  const std::string text = output_of(command.c_str());
+  return text.substr(0, text.find('\n'));
+}
+
 // Returns why the script cannot work as intended, and the remedy; empty if it may. Its interpreter may be on another
 // machine.
 std::string fault_of_script(const std::string& path, extent at_hand) {
-  constexpr char NOBODY[] = "nobody is told of a failed upload. ";
+  const std::string NOBODY = ", so no failed upload is passed on. ";
+  if (!is_there(path))
+    return "there is none, so no failed upload is passed on at once; skypost-status has them all.";
   if (const std::string fault = program_fault(path); !fault.empty())
-    return "it cannot be run (" + fault + "), so " + NOBODY + "Put an executable script there.";
+    return "it cannot be run (" + fault + ")" + NOBODY + "Put an executable script there.";
   const std::string line = first_line_of(path);
   if (line.starts_with("\177ELF")) return {};
-  const std::string interpreter = interpreter_in(line);
   if (line.ends_with('\r'))
-    return "its lines end in CR LF, so " +
-           (interpreter.empty() ? "sh takes each CR for a part of the command. "
-                                : "it cannot be run and " + std::string(NOBODY)) +
+    return "its lines end in CR LF, which no shell understands" + NOBODY +
            "Remove each CR: sed -i 's/\\r$//' " + path;
+  const std::string interpreter = interpreter_in(line);
   if (interpreter.empty())
     return "its first line does not begin with \"#!\", so sh runs it, whatever language it is in. Begin it"
            " with \"#!/bin/sh\", or with the program that it is written for.";
   if (at_hand < extent::machine) return {};
   if (const std::string fault = program_fault(interpreter); !fault.empty())
-    return "its first line names " + quoted(interpreter) + ", which cannot be run (" + fault + "), so " +
-           NOBODY + "Name a program that is there, such as \"#!/bin/sh\".";
-  return {};
+    return "its first line names " + quoted(interpreter) + ", which cannot be run (" + fault + ")" + NOBODY +
+           "Name a program that is there, such as \"#!/bin/sh\".";
+  if (!interpreter.ends_with("sh")) return {};
+  const std::string fault = syntax_fault(interpreter, path);
+  return fault.empty() ? "" : "it cannot be run (" + fault + ")" + NOBODY + "Correct it.";
 }
 
 }  // namespace

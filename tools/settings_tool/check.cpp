@@ -20,9 +20,9 @@ namespace skypost {
 namespace {
 
 // Empty if systemd is not running or does not answer.
-std::string timer_state() {
+std::string state_of(const std::string& unit) {
   if (!is_there(appliance_path("/run/systemd/system"))) return {};
-  return output_of("systemctl show --property=ActiveState,UnitFileState skypost.timer 2>/dev/null");
+  return output_of(("systemctl show --property=ActiveState,UnitFileState " + unit + " 2>/dev/null").c_str());
 }
 
 // Reads what the uploader reads at start-up.
@@ -43,7 +43,8 @@ checked_appliance read_appliance(const words& arguments) {
   const std::string_view wget = WGET_COMMAND;
   appliance.wget = wget.substr(0, wget.find(' '));
   appliance.certificates = "/etc/ssl/certs";
-  appliance.timer = timer_state();
+  appliance.timer = state_of("skypost.timer");
+  appliance.rapid_service = state_of("skypost-rapid.service");
   appliance.now = std::time(nullptr);
   appliance.built = SKYPOST_BUILD_DATE;
   return appliance;
@@ -86,7 +87,8 @@ int run_check(const words& all_arguments, std::ostream& out) {
     throw tool_error(fault.what(), 2);
   }
   appliance.online = online;
-  appliance.shows_progress = !quiet && isatty(STDERR_FILENO) != 0;
+  if (online && !quiet && isatty(STDERR_FILENO) != 0)
+    std::fputs("Connecting to the networks' servers ...\n", stderr);
   const findings found = findings_of(appliance);
   if (!quiet) {
     for (const std::string& finding : found) out << printable(finding) << '\n';

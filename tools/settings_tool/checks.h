@@ -24,11 +24,11 @@ struct checked_appliance {
   std::string wget;              // the path of wget
   std::string certificates;      // the directory where wget looks for CA certificates
   std::string timer;             // systemd's state of skypost.timer; empty if systemd is not running
+  std::string rapid_service;     // of skypost-rapid.service
   std::time_t now;
   std::time_t built;  // not later than the build
   extent at_hand = extent::machine;
-  bool online;                  // connect to the servers
-  bool shows_progress = false;  // on standard error
+  bool online;  // connect to the servers
 };
 
 // Each finding is a line that names the setting, file or program, the fault and the remedy.

@@ -44,12 +44,6 @@ void check_endpoint_file(const checked_appliance& appliance, findings& found) {
     const std::string suggestion = suggestion_after(fault);
     found.push_back(fault + (suggestion.empty() ? "." : suggestion) + " Correct it.");
   }
-  if (station_settings.is_on(aprs_enabled) &&
-      endpoint_value(endpoint::aprs_path) == std::string_view("TCPXX*"))
-    found.push_back(
-        in_endpoint_file(endpoint::aprs_path) +
-        ": servers of the general pool drop packets by way of TCPXX*, and each upload to APRS counts as"
-        " good. Set it to TCPIP*.");
 }
 
 }  // namespace skypost

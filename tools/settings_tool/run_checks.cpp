@@ -1,61 +1,127 @@
-// Checks that runs are started. If cron starts them, the timer is rightly inactive.
+// Checks that runs are started, and how the latest uploads went. If cron starts the runs, the timer is rightly inactive.
 
-#include <fcntl.h>
-
-#include <optional>
+#include <sstream>
 #include <string_view>
 
 #include "base/paths.h"
-#include "base/regular_file.h"
-#include "common/descriptor.h"
+#include "common/field_descriptions.h"
+#include "common/file_start.h"
+#include "common/secrets.h"
+#include "common/wget_status.h"
 #include "run/last_run.h"
+#include "run/rapid_fire.h"
 #include "run/run_list.h"
 #include "settings_tool/checks.h"
-#include "status/status_line.h"
+#include "status/judgement.h"
 
 namespace skypost {
 namespace {
 
-constexpr long long LONG_AGO = 3'600;  // seconds; runs are five minutes apart
+// What skypost-status shows; without runs if no status is kept.
+judged_status current_status(const checked_appliance& appliance) {
+  static status_records records;
+  status_at_work at_work{};
+  for (status_record& record : records) record = {};
+  read_status(records, at_work);
+  return judge(records, station_settings, at_work, appliance.now);
+}
 
-// Seconds since the last run began, according to its status page; nullopt if that records none.
-std::optional<long long> recorded_run_age(long long now) {
-  const descriptor page(open_sole_file(path_text(STATUS_PATH).c_str(), O_RDONLY));
-  char start[100];
-  const ssize_t count = page.is_open() ? read(page.number(), start, sizeof start) : 0;
-  const std::string_view text(start, count > 0 ? static_cast<std::size_t>(count) : 0);
-  std::size_t place = 0;
-  status_record run;
-  if (!read_line(text.substr(0, text.find('\n')), place, run) || place != RUN_RECORD) return std::nullopt;
-  return now - run.time / 1'000;
+bool is_active(const std::string& unit) { return unit.find("ActiveState=active") != std::string::npos; }
+
+// The file in which cron is told to start runs; empty if there is none.
+std::string file_of_cron() {
+  constexpr std::string_view PROGRAM = "bin/skypost";
+  for (const char* const file : {"/etc/cron.d/skypost", "/etc/crontab", "/var/spool/cron/crontabs/root"}) {
+    std::istringstream lines(file_start(appliance_path(file), 100'000));
+    for (std::string line; std::getline(lines, line);) {
+      const std::size_t place = line.find(PROGRAM);
+      if (place != line.npos && !line.starts_with('#') && line.substr(place + PROGRAM.size(), 1) != "-")
+        return appliance_path(file);
+    }
+  }
+  return {};
+}
+
+// The reason as skypost-status shows it.
+std::string reason_of(const status_record& record) {
+  fixed_text<REASON_CAPACITY - 1>
+      reason;  // shorter than the record's, so that one which was cut counts as cut here, too
+  reason.append_text(record.reason);
+  hide_secrets(reason, station_settings);
+  const char* const meaning = wget_status_meaning(record.wget_status);
+  std::string text = meaning == nullptr ? "" : meaning;
+  if (!reason.empty()) text += (text.empty() ? "" : "; ") + std::string(reason.view());
+  while (!text.empty() && (text.back() == ' ' || text.back() == '\n' || text.back() == ',')) text.pop_back();
+  return text;
+}
+
+bool is_of_too_many_requests(std::string reason) {
+  for (char& letter : reason) letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+  return reason.find("too many requests") != std::string::npos;
 }
 
 }  // namespace
 
 void check_runs(const checked_appliance& appliance, findings& found) {
   if (!is_any_network_enabled(station_settings)) return;
-  const auto is_timer = [&](const char* state) { return appliance.timer.find(state) != std::string::npos; };
-  const std::optional<long long> recorded = recorded_run_age(appliance.now);
+  const judged_status status = current_status(appliance);
+  const bool is_recorded = status.run != run_state::never_begun;
   // Without a status page, use the last-run file, which runs write every 16 minutes if they get that far.
-  if (recorded && *recorded < -TOLERATED_CLOCK_CHANGE) {
+  if (is_recorded && status.is_run_in_future) {
     found.push_back(
         "skypost: the last run began in the future, so the clock has been set back since, and it is not known"
         " whether runs are still started. Set the clock, and see skypost-status after the next run.");
     return;
   }
-  const bool is_long_ago = recorded.value_or(last_run_age(appliance.now)) > LONG_AGO;
-  if (is_timer("ActiveState=") && !is_timer("ActiveState=active") && is_long_ago)
+  const bool is_long_ago =
+      (is_recorded ? status.seconds_since_run : last_run_age(appliance.now)) > LONGEST_WITHOUT_A_RUN;
+  if (!appliance.timer.empty() && !is_active(appliance.timer) && is_long_ago)
     found.push_back(
         "skypost.timer: it is not active, and no run is recorded in the last hour, so nothing is sent."
         " Unless something else starts the runs, enable it: systemctl enable --now skypost.timer");
-  else if (recorded && is_long_ago)
-    found.push_back("skypost: the last run began " + std::to_string(*recorded / 60) +
+  else if (is_recorded && is_long_ago)
+    found.push_back("skypost: the last run began " + std::to_string(status.seconds_since_run / 60) +
                     " minutes ago, so nothing is sent. See whether skypost.timer or cron still starts one"
                     " every five minutes.");
-  if (is_timer("ActiveState=active") && is_timer("UnitFileState=disabled"))
+  if (!is_active(appliance.timer)) return;
+  if (appliance.timer.find("UnitFileState=disabled") != std::string::npos)
     found.push_back(
         "skypost.timer: it is active but not enabled, so nothing is sent once this machine has been started"
         " again. Enable it: systemctl enable skypost.timer");
+  if (const std::string file = file_of_cron(); !file.empty())
+    found.push_back(file +
+                    ": cron starts runs, and so does skypost.timer, so everything is sent twice. Remove the"
+                    " line, or disable the timer: systemctl disable --now skypost.timer");
+}
+
+void check_rapid_fire_service(const checked_appliance& appliance, findings& found) {
+  if (appliance.rapid_service.empty() || is_active(appliance.rapid_service)) return;
+  for (const rapid_fire_network& network : RAPID_FIRE_NETWORKS)
+    if (network.rapid_enabled != nullptr && is_enabled(network, station_settings)) {
+      const std::string name = description_of(*network.rapid_enabled).name;
+      found.push_back(name +
+                      ": it is 1, but skypost-rapid.service is not active, so there is no rapid fire. Set " +
+                      name + " to 0, or start it: systemctl enable --now skypost-rapid.service");
+    }
+}
+
+void check_latest_uploads(const checked_appliance& appliance, findings& found) {
+  const judged_status status = current_status(appliance);
+  for (std::size_t place = FIRST_STEP_RECORD; place < STATUS_RECORDS; ++place) {
+    const status_record& record = status.records[place];
+    const bool is_hung = status.uploads[place] == upload_state::hung;
+    if (!is_hung && status.uploads[place] != upload_state::failed) continue;
+    const std::string name = RECORD_NAMES[place];
+    const std::uint32_t failures = record.failures + (is_hung ? 1 : 0);
+    const std::string reason = is_hung ? "it did not come to its end" : reason_of(record);
+    found.push_back(name + ": the latest upload failed" +
+                    (failures > 1 ? ", " + std::to_string(failures) + " in a row now" : std::string()) +
+                    (reason.empty() ? "" : ": " + reason) + ". " +
+                    (is_of_too_many_requests(reason)
+                         ? "Send less often: see \"Running less often\" in skypost-settings(8)."
+                         : "See what it replies now: skypost-settings try " +
+                               (name.find(' ') == name.npos ? name : '"' + name + '"')));
+  }
 }
 
 }  // namespace skypost

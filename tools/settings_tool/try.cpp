@@ -81,8 +81,10 @@ void print_before(std::ostream& out, const candidate& one, bool was_off) {
   for (const std::string& place : one.preview.where)
     out << "  " << one.preview.how << ' ' << printable(place) << '\n';
   if (was_off) out << "  Switched off: " << switch_of(*one.step) << " is 0, so a run does not send it.\n";
-  for (const std::vector<std::string>* const faults : {&one.preview.obstacles, &one.preview.warnings})
-    for (const std::string& fault : *faults) out << "  NOT SENT: " << printable(fault) << '\n';
+  if (!one.preview.position.empty()) out << "  Position " << one.preview.position << '\n';
+  for (const network_fault& fault : one.preview.faults)
+    out << (fault.weight == network_fault::doubtful ? "  WARNING: " : "  NOT SENT: ") << printable(fault.text)
+        << '\n';
 }
 
 // Keeps only the candidates that a run would send. Returns false if none is left, or if one has a fault.
