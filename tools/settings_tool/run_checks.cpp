@@ -6,13 +6,11 @@
 #include "base/paths.h"
 #include "common/field_descriptions.h"
 #include "common/file_start.h"
-#include "common/secrets.h"
-#include "common/wget_status.h"
 #include "run/last_run.h"
 #include "run/rapid_fire.h"
 #include "run/run_list.h"
 #include "settings_tool/checks.h"
-#include "status/judgement.h"
+#include "status/words.h"
 
 namespace skypost {
 namespace {
@@ -22,7 +20,7 @@ judged_status current_status(const checked_appliance& appliance) {
   static status_records records;
   status_at_work at_work{};
   for (status_record& record : records) record = {};
-  read_status(records, at_work);
+  if (read_status(records, at_work) == 0) keep_status(records);
   return judge(records, station_settings, at_work, appliance.now);
 }
 
@@ -40,19 +38,6 @@ std::string file_of_cron() {
     }
   }
   return {};
-}
-
-// The reason as skypost-status shows it.
-std::string reason_of(const status_record& record) {
-  fixed_text<REASON_CAPACITY - 1>
-      reason;  // shorter than the record's, so that one which was cut counts as cut here, too
-  reason.append_text(record.reason);
-  hide_secrets(reason, station_settings);
-  const char* const meaning = wget_status_meaning(record.wget_status);
-  std::string text = meaning == nullptr ? "" : meaning;
-  if (!reason.empty()) text += (text.empty() ? "" : "; ") + std::string(reason.view());
-  while (!text.empty() && (text.back() == ' ' || text.back() == '\n' || text.back() == ',')) text.pop_back();
-  return text;
 }
 
 bool is_of_too_many_requests(std::string reason) {
@@ -74,7 +59,7 @@ void check_runs(const checked_appliance& appliance, findings& found) {
     return;
   }
   const bool is_long_ago =
-      (is_recorded ? status.seconds_since_run : last_run_age(appliance.now)) > LONGEST_WITHOUT_A_RUN;
+      (is_recorded ? status.seconds_since_run : last_run_age(appliance.now)) > tolerance().seconds_since_run;
   if (!appliance.timer.empty() && !is_active(appliance.timer) && is_long_ago)
     found.push_back(
         "skypost.timer: it is not active, and no run is recorded in the last hour, so nothing is sent."
@@ -108,17 +93,17 @@ void check_rapid_fire_service(const checked_appliance& appliance, findings& foun
 void check_latest_uploads(const checked_appliance& appliance, findings& found) {
   const judged_status status = current_status(appliance);
   for (std::size_t place = FIRST_STEP_RECORD; place < STATUS_RECORDS; ++place) {
-    const status_record& record = status.records[place];
-    const bool is_hung = status.uploads[place] == upload_state::hung;
-    if (!is_hung && status.uploads[place] != upload_state::failed) continue;
+    if (status.uploads[place] != upload_state::hung && status.uploads[place] != upload_state::failed) continue;
     const std::string name = RECORD_NAMES[place];
-    const std::uint32_t failures = record.failures + (is_hung ? 1 : 0);
-    const std::string reason = is_hung ? "it did not come to its end" : reason_of(record);
+    const std::uint32_t failures = failures_in_row(status, place);
+    fixed_text<LONGEST_REASON> text;
+    append_reason(text, status, place, station_settings);
+    const std::string reason = text.c_str();
     found.push_back(name + ": the latest upload failed" +
                     (failures > 1 ? ", " + std::to_string(failures) + " in a row now" : std::string()) +
-                    (reason.empty() ? "" : ": " + reason) + ". " +
+                    ": " + reason + ". " +
                     (is_of_too_many_requests(reason)
-                         ? "Send less often: see \"Running less often\" in skypost-settings(8)."
+                         ? "Send less often: see RUNNING LESS OFTEN in skypost-failures(7)."
                          : "See what it replies now: skypost-settings try " +
                                (name.find(' ') == name.npos ? name : '"' + name + '"')));
   }
