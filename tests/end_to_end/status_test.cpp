@@ -157,6 +157,8 @@ class status : public program {
 
 TEST_F(status, is_as_in_the_golden_session) { expect_shell_session("end_to_end/golden/status"); }
 
+TEST_F(status, of_the_tools_is_what_a_shell_sees) { expect_shell_session("end_to_end/golden/shell"); }
+
 TEST_F(status, tells_the_news_of_the_golden_session) { expect_shell_session("end_to_end/golden/news"); }
 
 // While a run is going on too.

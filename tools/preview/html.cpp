@@ -194,10 +194,11 @@ void print_html(std::ostream& out, const preview_page& page) {
       << "<dt>Settings</dt><dd>" << shown(page.settings) << "</dd>\n"
       << "<dt>Report</dt><dd>" << shown(page.report) << "</dd>\n"
       << "<dt>Time</dt><dd>" << shown(page.time) << "</dd>\n</dl>\n";
+  if (!page.fault.empty()) print_warning(out, "Nothing to show", page.fault);
   for (const std::string& warning : page.warnings) print_warning(out, "Warning", warning);
   if (page.steps.size() > 1) print_contents(out, page.steps);
   out << "</header>\n<main>\n";
-  if (page.steps.empty()) out << "<p>No network is switched on.</p>\n";
+  if (page.steps.empty() && page.fault.empty()) out << "<p>No network is switched on.</p>\n";
   for (const step_preview& step : page.steps) print_step(out, step);
   out << "</main>\n</body>\n</html>\n";
 }

@@ -32,6 +32,7 @@ struct preview_page {
   std::string time;
   std::vector<std::string> warnings;  // about the settings file and the endpoint file
   std::vector<step_preview> steps;
+  std::string fault{};  // why there is no preview; empty if there is one
 };
 
 // The input of previews. `station_settings` must hold the same settings as `source`.

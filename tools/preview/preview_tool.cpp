@@ -71,15 +71,14 @@ void load_endpoints_into(std::vector<std::string>& warnings) {
 }
 
 // Loads what the uploader loads before it asks for the report.
-void start_up(const std::optional<std::string>& path, preview_page& page) {
+void start_up(preview_page& page) {
   kept_text ignored;  // previews that need the address warn of it
   read_hardware_address(hardware_address, ignored.stream());
   load_endpoints_into(page.warnings);
-  const settings_file file = read_settings_file(path.value_or(appliance_settings_path()));
+  const settings_file file = read_settings_file(page.settings);
   station_settings = as_loaded(file);
   make_intervals_valid(station_settings);
   for (const std::string& fault : faults_of_layout(file)) page.warnings.push_back(fault);
-  page.settings = file.path;
 }
 
 std::string report_for(const command_line& wanted) {
@@ -100,22 +99,34 @@ std::string data_server() {
   return std::string("the data server, ") + DATA_SERVER_HOST + ':' + std::to_string(DATA_SERVER_PORT);
 }
 
-void show(const command_line& wanted, std::ostream& out) {
-  preview_page page;
-  start_up(wanted.settings, page);
+void fill(preview_page& page, const command_line& wanted) {
+  page.settings = wanted.settings.value_or(appliance_settings_path());
   page.report = wanted.report.value_or(data_server());
+  const moment now = current_moment();
+  page.time = written(now);
+  start_up(page);
   const std::string report = report_for(wanted);
   // load_live_record() would drop all outdoor values if one of them is missing, but the preview shows the others.
   reset_live_record(live_record);
   parse_live_reply(report.c_str(), station_settings, live_record);
-  const moment now = current_moment();
-  page.time = written(now);
   page.steps =
       make_previews({.source = {station_settings, live_record, now, {platform(), hardware_address.c_str()}},
                      .report = report.c_str(),
                      .last_run_age = last_run_age(now.seconds),
                      .with_secrets = wanted.with_secrets},
                     wanted.networks);
+}
+
+// A page says why it is empty, since whoever looks at it does not see the error.
+void show(const command_line& wanted, std::ostream& out) {
+  preview_page page;
+  try {
+    fill(page, wanted);
+  } catch (const tool_error& fault) {
+    page.fault = fault.what();
+    if (wanted.as_html) print_html(out, page);
+    throw;
+  }
   if (wanted.as_html)
     print_html(out, page);
   else

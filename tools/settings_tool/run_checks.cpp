@@ -93,7 +93,8 @@ void check_rapid_fire_service(const checked_appliance& appliance, findings& foun
 void check_latest_uploads(const checked_appliance& appliance, findings& found) {
   const judged_status status = current_status(appliance);
   for (std::size_t place = FIRST_STEP_RECORD; place < STATUS_RECORDS; ++place) {
-    if (status.uploads[place] != upload_state::hung && status.uploads[place] != upload_state::failed) continue;
+    if (status.uploads[place] != upload_state::hung && status.uploads[place] != upload_state::failed)
+      continue;
     const std::string name = RECORD_NAMES[place];
     const std::uint32_t failures = failures_in_row(status, place);
     fixed_text<LONGEST_REASON> text;

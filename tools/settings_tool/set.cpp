@@ -11,6 +11,7 @@
 #include "common/similar_name.h"
 #include "settings/byte_order.h"
 #include "settings/load.h"
+#include "settings_tool/asked_secret.h"
 #include "settings_tool/chosen_file.h"
 #include "settings_tool/commands.h"
 
@@ -72,14 +73,15 @@ void store_text(settings_record& record, const field_description& row, const std
   record.set_text(row.as_text(), text);
 }
 
-// The name in "name=value". Anything else may contain a password, so the error quotes only the name of a setting.
+// The name in "name=value", or that of a password without a value. Anything else may contain a password, so the error
+// quotes only the name of a setting.
 std::string name_in(const std::string& assignment) {
   const auto is_in_name = [](unsigned char letter) { return std::isalnum(letter) != 0 || letter == '_'; };
   const auto end = std::find_if_not(assignment.begin(), assignment.end(), is_in_name);
   std::string name(assignment.begin(), end);
-  if (end != assignment.end() && *end == '=') return name;
-  throw usage_error((find_field(name) != nullptr ? name : std::string("an argument after FILE")) +
-                    " has no =VALUE");
+  const field_description* const row = find_field(name);
+  if (end == assignment.end() ? row != nullptr && row->field.is_secret() : *end == '=') return name;
+  throw usage_error((row != nullptr ? name : std::string("an argument after FILE")) + " has no =VALUE");
 }
 
 // Refuses a change that makes a valid coordinate invalid.
@@ -96,7 +98,7 @@ void assign(const settings_file& file, settings_record& record, const std::strin
   if (row.field.offset + row.field.size > file.size)
     throw tool_error(std::string(row.name) + " is beyond the end of this file's layout (" + layout_of(file) +
                      ")");
-  const std::string value = assignment.substr(name.size() + 1);
+  const std::string value = assignment == name ? asked_secret(row.name) : assignment.substr(name.size() + 1);
   if (row.field.is_text())
     store_text(record, row, value, force);
   else

@@ -24,10 +24,10 @@ constexpr command COMMANDS[] = {
      "      --secrets is given\n",
      run_show},
     {"names", "", "      prints the names of the settings, one per line\n", run_names},
-    {"set", "[--force] FILE NAME=VALUE...",
-     "      changes settings; if one of them is wrong, the file is left unchanged. Implausible values, such "
-     "as a\n"
-     "      latitude of 91 degrees, are stored only with --force\n",
+    {"set", "[--force] FILE NAME[=VALUE]...",
+     "      changes settings; if one of them is wrong, the file is left unchanged. Asks for a password that\n"
+     "      has no =VALUE. Implausible values, such as a latitude of 91 degrees, are stored only with "
+     "--force\n",
      run_set},
     {"sensors", "[--report FILE]",
      "      prints which sensors can be selected for what, with their current values\n", run_sensors},

@@ -1,5 +1,6 @@
 #include <ostream>
 
+#include "common/composing.h"
 #include "common/errors.h"
 #include "common/field_descriptions.h"
 #include "common/networks.h"
@@ -19,11 +20,6 @@ std::string value_of(const settings_record& record, const field_description& row
   return std::to_string(record.integer(row.as_integer()));
 }
 
-// An empty password is not hidden.
-bool is_hidden(const settings_record& record, const field_description& row) {
-  return row.field.is_secret() && !(row.field.is_text() && record.text(row.as_text()).empty());
-}
-
 // Prints all groups if `wanted` is empty.
 void print_fields(std::ostream& out, const settings_record& record, std::string_view wanted,
                   bool with_secrets) {
@@ -31,7 +27,7 @@ void print_fields(std::ostream& out, const settings_record& record, std::string_
   for (const field_description& row : FIELD_DESCRIPTIONS) {
     if (!wanted.empty() && wanted != row.group) continue;
     if (group != row.group) out << "\n[" << (group = row.group) << "]\n";
-    const bool hide = !with_secrets && is_hidden(record, row);
+    const bool hide = !with_secrets && row.field.is_secret() && !is_unset(record, row);
     out << row.name << " = " << (hide ? "*" : value_of(record, row)) << '\n';
   }
 }

@@ -114,7 +114,7 @@ std::string unclear_sentence(const trial_result& result) {
 // Claims no more than can be known from here.
 std::string sentence_for(const run_step& step, const trial_result& result) {
   if (result.outcome == verdict::ended_by_alarm)
-    return "ENDED BY ITS ALARM after " + std::to_string(STEP_SECONDS) + " seconds";
+    return "TIMED OUT after " + std::to_string(STEP_SECONDS) + " seconds";
   if (result.outcome == verdict::failed) return "FAILED: " + printable(result.reason);
   if (result.outcome == verdict::unclear) return unclear_sentence(result);
   switch (step.upload->by) {
