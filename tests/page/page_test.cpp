@@ -84,9 +84,9 @@ TEST(page_in_a_browser, is_all_there_and_fits_a_phone_and_a_desk) {
   for (const char* const part :
        {"width 360 of 360, title What skypost sends\n", "width 1200 of 1200, title What skypost sends\n",
         "Settings\n/home/nimbulog/nimbulog.conf\n", "Weather Underground, rapid fire", "PASSWORD\t***\n",
-        "file \"\\n11.2\\n\"\n", "Not sent: wedaal_user needs two characters or more\n",
-        "PASSWORD\t(empty)\n", "Warning: weatherbug_password is not set\n", " with a warning, ",
-        "Wedaal not sent\n", "sensor_wind\tno sensor selected\n",
+        "file \"\\n11.2\\n\"\n", "Not sent: wedaal_user: it has fewer than two characters, so ",
+        "PASSWORD\t(empty)\n", "Warning: weatherbug_password: it is not set, but WeatherBug needs ",
+        " with a warning, ", "Wedaal not sent\n", "sensor_wind\tno sensor selected\n",
         "name\t&lt;/table&gt;&lt;script&gt;document.title='hostile'&lt;/script&gt;&amp;lt;\n",
         "user\tid\xc3\xb3k\xc3\xa9p \\xb0 \\x1b[2J\n", "User DL1ABC-13 pass *** vers nimbulog\n"})
     EXPECT_NE(seen.find(part), std::string::npos) << part;
