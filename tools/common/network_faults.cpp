@@ -79,13 +79,11 @@ void add_missing_account(const handed_out& one, const station& source, faults& f
     const bool is_sent = is_text_lacking(one.upload, source, row);
     if (!is_sent && row.field.offset != aprs_host.offset) continue;
     const bool is_call_sign = one.upload.by == carrier::aprs && is_sent && row.field.is_text();
-    found.push_back({network_fault::loses,
-                     std::string(row.name) + ": it is not set, but " + row.group + " needs the " +
-                         thing_of(row) +
-                         (is_call_sign ? ", and an empty one matches every reply: each upload counts as"
-                                         " good, whatever the server says"
-                                       : "") +
-                         ". Set it, or set " + switch_of(one.step) + " to 0."});
+    found.push_back(
+        {network_fault::loses,
+         std::string(row.name) + ": it is not set, but " + row.group + " needs the " + thing_of(row) +
+             (is_call_sign ? "; an empty one matches every reply, so every upload counts as good" : "") +
+             ". Set it, or set " + switch_of(one.step) + " to 0."});
   }
 }
 

@@ -42,9 +42,9 @@ std::string syntax_fault(const std::string& shell, const std::string& path) {
 // Returns why the script cannot work as intended, and the remedy; empty if it may. Its interpreter may be on another
 // machine.
 std::string fault_of_script(const std::string& path, extent at_hand) {
-  const std::string NOBODY = ", so no failed upload is passed on. ";
+  const std::string NOBODY = ", so it hears of no failure. ";
   if (!is_there(path))
-    return "there is none, so no failed upload is passed on at once; skypost-status has them all.";
+    return "there is none, so single failures are not passed on; skypost-status shows them all.";
   if (const std::string fault = program_fault(path); !fault.empty())
     return "it cannot be run (" + fault + ")" + NOBODY + "Put an executable script there.";
   const std::string line = first_line_of(path);
@@ -54,8 +54,7 @@ std::string fault_of_script(const std::string& path, extent at_hand) {
            "Remove each CR: sed -i 's/\\r$//' " + path;
   const std::string interpreter = interpreter_in(line);
   if (interpreter.empty())
-    return "its first line does not begin with \"#!\", so sh runs it, whatever language it is in. Begin it"
-           " with \"#!/bin/sh\", or with the program that it is written for.";
+    return "it has no \"#!\" line, so sh runs it. Add \"#!/bin/sh\", or the interpreter that it needs.";
   if (at_hand < extent::machine) return {};
   if (const std::string fault = program_fault(interpreter); !fault.empty())
     return "its first line names " + quoted(interpreter) + ", which cannot be run (" + fault + ")" + NOBODY +

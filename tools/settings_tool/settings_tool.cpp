@@ -32,15 +32,15 @@ constexpr command COMMANDS[] = {
     {"sensors", "[--report FILE]",
      "      prints which sensors can be selected for what, with their current values\n", run_sensors},
     {"check", "[--board] [--online] [--quiet] [--report FILE] [FILE]",
-     "      prints what keeps the uploads from arriving, one finding per line, worst first. --board is for\n"
-     "      files that were copied from a board: this machine itself is not checked. --online also connects\n"
-     "      to the servers, without sending a value; --quiet prints nothing. Exit status: 0 if nothing was\n"
-     "      found, 1 if something was, 2 if the settings or the report cannot be read\n",
+     "      lists problems that prevent uploads, one per line, most serious first. --board is for files "
+     "that\n"
+     "      were copied from a board: this machine itself is not checked. --online also connects to the\n"
+     "      servers, without sending a value; --quiet prints nothing. Exit status: 0 if nothing was found,\n"
+     "      1 if something was, 2 if the settings or the report cannot be read\n",
      run_check},
     {"try", "[--yes] NETWORK",
-     "      makes one real upload to NETWORK, switched on or not, and prints what comes of it. Asks first, "
-     "unless\n"
-     "      --yes is given. Exit status: 0 if it was accepted\n",
+     "      makes one real upload to NETWORK, even if it is disabled, and prints the result. Asks for\n"
+     "      confirmation unless --yes is given. Exit status: 0 if it was accepted\n",
      run_try},
 };
 
@@ -51,11 +51,9 @@ void print_help(std::ostream& out) {
         << row.help;
   out << "  skypost-settings --help | --version\n"
          "\n"
-         "Without FILE, show and check read the appliance's own settings; try always does. Without "
-         "--report,\n"
-         "sensors and check ask the appliance's data server; try always does. The environment variable\n"
-         "NIMBULOGHW names the kind of board that wrote the file (NSLU2, PLUG, A10 or X86); otherwise this "
-         "machine's\n"
+         "show and check use the appliance's settings unless FILE is given, and sensors and check query its\n"
+         "data server unless --report is given; try always uses both. The environment variable NIMBULOGHW\n"
+         "names the kind of board that wrote the file (NSLU2, PLUG, A10 or X86); otherwise this machine's\n"
          "kind is assumed.\n";
 }
 

@@ -88,10 +88,11 @@ void check_other_values(const checked_appliance& appliance, findings& found) {
 
 void check_clock(const checked_appliance& appliance, findings& found) {
   if (appliance.now < appliance.built)
-    found.push_back("clock: it says " + date_of(appliance.now) + ", but this program was built after " +
-                    date_of(appliance.built) +
-                    ", so networks get wrong times and https certificates are rejected."
-                    " Set it, and on a board without a battery set it at each start.");
+    found.push_back(
+        "clock: " + date_of(appliance.now) + " is earlier than this program's build, " +
+        date_of(appliance.built) +
+        ", so networks get wrong times and https certificates are rejected. Set the clock, at every"
+        " boot if it has no battery.");
 }
 
 }  // namespace skypost

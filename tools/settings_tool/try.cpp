@@ -119,16 +119,16 @@ std::string sentence_for(const run_step& step, const trial_result& result) {
   if (result.outcome == verdict::unclear) return unclear_sentence(result);
   switch (step.upload->by) {
     case carrier::file:
-      return "WRITTEN. Whether the network fetches it is not seen here.";
+      return "WRITTEN. Whether the network fetches the file cannot be checked from here.";
     case carrier::mail:
       return "HANDED to the mail program, which reported no error.";
     case carrier::aprs:
-      return "ACCEPTED. The server took the login; what becomes of the packet it does not tell.";
+      return "LOGIN ACCEPTED. The server does not report what happens to the packet.";
     case carrier::http:
       break;
   }
   if (is_empty(result.reply) && result.wget_status == NO_WGET_STATUS)
-    return "ACCEPTED, as far as can be seen: the network said nothing, as after some errors too.";
+    return "NO REPLY, counted as accepted; this network also sends no reply after some errors.";
   return "ACCEPTED";
 }
 
@@ -169,7 +169,7 @@ int run_try(const words& all_arguments, std::ostream& out) {
   if (arguments.size() != 1) throw usage_error("try takes one NETWORK");
   const std::vector<const run_step*> steps = steps_named(arguments[0]);
   if (!is_agreed && isatty(STDIN_FILENO) == 0)
-    throw usage_error("no terminal to ask at; with --yes it is sent without asking");
+    throw usage_error("standard input is not a terminal; use --yes to send without confirmation");
 
   const std::string report = load_station();
   const bool was_off = switch_on(*steps.front()->enabled);
