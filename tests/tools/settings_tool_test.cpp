@@ -6,14 +6,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <future>
 #include <optional>
 #include <sstream>
-#include <thread>
 
 #include "base/paths.h"
 #include "common/errors.h"
@@ -130,28 +127,6 @@ TEST_F(SettingsTool, LosesNoChangeOfSeveralAtOnce) {
   }
 }
 
-// A change that locked the replaced file would run at the same time as one that locks the new file. If the second lock
-// is requested only after the replacement, this test passes without showing anything.
-TEST_F(SettingsTool, TakesTheLockOfAFileThatWasReplacedMeanwhile) {
-  const auto inode_in_place = [&] {
-    struct stat status {};
-    EXPECT_EQ(stat(station.file.c_str(), &status), 0);
-    return status.st_ino;
-  };
-  std::optional<descriptor> first = lock_settings_file(station.file);
-  std::future<ino_t> locked = std::async(std::launch::async, [&] {
-    const descriptor second = lock_settings_file(station.file);
-    struct stat status {};
-    EXPECT_EQ(fstat(second.number(), &status), 0);
-    return status.st_ino;
-  });
-  std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  const settings_file read = read_settings_file(station.file);
-  replace_settings_file(read, read.image);
-  first.reset();
-  EXPECT_EQ(locked.get(), inode_in_place());
-}
-
 // The web pages do not take the lock.
 TEST_F(SettingsTool, DoesNotUndoWhatAnotherProgramHasWritten) {
   const settings_file read = read_settings_file(station.file);
@@ -160,16 +135,6 @@ TEST_F(SettingsTool, DoesNotUndoWhatAnotherProgramHasWritten) {
   EXPECT_THROW(replace_settings_file(read, read.image), tool_error);
   EXPECT_EQ(read_whole_file(station.file), written);
   EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(station.file).parent_path()), {}), 3);
-}
-
-TEST_F(SettingsTool, NamesAndShowsEverySetting) {
-  const std::string shown = run("show");
-  EXPECT_EQ(std::size_t(std::count(shown.begin(), shown.end(), '=')), std::size(FIELD_DESCRIPTIONS));
-  std::istringstream names(run("names"));
-  std::size_t count = 0;
-  for (std::string name; std::getline(names, name); ++count)
-    EXPECT_EQ(run("set /home/nimbulog/nimbulog.conf --force " + name + "=1"), "");
-  EXPECT_EQ(count, std::size(FIELD_DESCRIPTIONS) - 1) << "the mark of the byte order alone is not set";
 }
 
 TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
@@ -196,10 +161,6 @@ TEST_F(SettingsTool, ChecksTheApplianceAndAnswersWithItsStatus) {
 TEST_F(SettingsTool, ChecksTheSettingsAloneOfABoardWithoutARoot) {
   unsetenv("SKYPOST_ROOT");
   EXPECT_EQ(run("check --board /home/nimbulog/nimbulog.conf"), "Nothing wrong found.\n");
-}
-
-TEST_F(SettingsTool, TellsItsVersion) {
-  EXPECT_EQ(run("--version"), "skypost-settings " SKYPOST_VERSION "\n");
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ std::vector<called_server> cwop_servers() {
     servers.push_back(aprs_server(endpoint_value(row), CWOP_PORT, in_endpoint_file(row)));
   servers[0].title = "first server";
   servers[1].title = "second server";
-  for (const int i : {0, 1})
+  for (const std::size_t i : {0U, 1U})
     if (servers[1 - i].is_known()) servers[i].loss = "only the other is tried";
   return servers;
 }

@@ -1,7 +1,5 @@
 #include "status/brief.h"
 
-#include <algorithm>
-
 #include "status/words.h"
 
 namespace skypost {
@@ -48,15 +46,16 @@ void print_brief(std::FILE* out, const judged_status& judged, const settings_rec
   append_wrong_run(run, judged, tolerated);
   std::fputs(run.c_str(), out);
 
-  const long listed = STATUS_RECORDS - std::count(std::begin(judged.uploads), std::end(judged.uploads),
-                                                  upload_state::not_listed);
-  long wrong = 0;
-  for (std::size_t i = 0; i < STATUS_RECORDS; ++i) wrong += is_upload_wrong(judged, i, tolerated) ? 1 : 0;
+  unsigned listed = 0, wrong = 0;
+  for (std::size_t i = 0; i < STATUS_RECORDS; ++i) {
+    listed += judged.uploads[i] == upload_state::not_listed ? 0 : 1;
+    wrong += is_upload_wrong(judged, i, tolerated) ? 1 : 0;
+  }
   if (listed == 0) {
     std::fputs("nothing is switched on\n", out);
     return;
   }
-  std::fprintf(out, "%ld of %ld networks fail%s", wrong, listed, wrong == 1 ? "s" : "");
+  std::fprintf(out, "%u of %u networks fail%s", wrong, listed, wrong == 1 ? "s" : "");
   const char* separator = ": ";
   for (std::size_t i = 0; i < STATUS_RECORDS; ++i) {
     if (!is_upload_wrong(judged, i, tolerated)) continue;
