@@ -14,6 +14,7 @@
 #include "settings_tool/enabled.h"
 #include "settings_tool/program_fault.h"
 #include "status/history.h"
+#include "status/news.h"
 
 namespace skypost {
 namespace {
@@ -46,6 +47,7 @@ constexpr struct {
     {MAIL_CONFIGURATION_PATH, must::be_roots, files, mail, "have the mail program run a command as root", ROOTS},
     {WGET_SETTINGS_PATH, must::be_roots, files, {}, "have wget run a command as root", ROOTS},
     {"/etc/skypost", must::be_roots, files, {}, "put files there that send passwords elsewhere, or have wget run a command as root", ROOTS},
+    {TELL_PATH, must::be_roots, files, {}, "have commands run as root", ROOTS},
     {ENDPOINTS_PATH, must::be_roots, files, {}, "have passwords sent elsewhere", ROOTS},
     {"/var/run/nimbulog", must::be_roots, files, {}, "put links there that have root write into other directories", ROOTS},
     {"/srv", must::be_roots, files, file, "put a link there that has root write into another directory", ROOTS},

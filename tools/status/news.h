@@ -4,6 +4,9 @@
 
 namespace skypost {
 
+// Is run, after a run, with each line of news as its only argument.
+inline constexpr char TELL_PATH[] = "/etc/skypost/tell";
+
 // Enough for a line about the run and one about each upload.
 inline constexpr std::size_t LONGEST_NEWS = 600 * STATUS_RECORDS;
 

@@ -51,9 +51,6 @@ struct request {
   bool is_about[STATUS_RECORDS] = {};
 };
 
-// Run with a line of news as its only argument.
-constexpr char TELL_PATH[] = "/etc/skypost/tell";
-
 status_records records;
 char news_bytes[LONGEST_NEWS];
 text_buffer news{news_bytes};
