@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <set>
-#include <sstream>
 
 #include "base/paths.h"
 #include "end_to_end/program.h"
@@ -48,34 +47,29 @@ TEST_F(endpoint_file, with_a_bad_line_for_every_name_has_nothing_sent) {
   EXPECT_TRUE(std::filesystem::exists(all.board.path("/srv/www/wetterspiegel.txt")));
 }
 
-// All other uploads must be sent. Each line of the golden text is added to a good endpoint file, and is followed by the
-// uploads sent and the alarms. The settings name a sender, so the mail does not need mail_sender.
+// All other uploads must be sent. Each case is added to a good endpoint file; its result is the uploads sent and the
+// alarms. The settings name a sender, so the mail does not need mail_sender.
 TEST_F(endpoint_file, with_one_bad_line_keeps_back_what_needs_it) {
   enable_only({&awekas_enabled, &sauerlandwetter_enabled, &cwop_enabled, &aprs_enabled, &borgervejr_enabled,
                &idokep_enabled});
   const std::string good = all.board.read(ENDPOINTS_PATH);
-  constexpr char GOLDEN[] = "end_to_end/golden/bad_endpoints";
-  std::istringstream lines(read_whole_file(std::string(TESTS_DIRECTORY "/") + GOLDEN));
-  std::string found;
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with("    ")) continue;
-    all.board.write(ENDPOINTS_PATH, good + line + '\n');
+  expect_cases("end_to_end/golden/bad_endpoints", [&](const std::string& one) {
+    all.board.write(ENDPOINTS_PATH, good + one + '\n');
     all.board.forget_alarms();
     all.peers.forget_requests();
     const std::size_t cwop = all.cwop->sessions().size();
     const std::size_t aprs = all.aprs->sessions().size();
     const std::size_t mails = all.mail.mails().size();
     run_well();
-    found += line + "\n    sent:";
+    std::string found = "sent:";
     for (const sim::request_seen& seen : all.peers.requests()) found += ' ' + std::string(seen.network->name);
     if (all.cwop->sessions().size() > cwop) found += " CWOP";
     if (all.aprs->sessions().size() > aprs) found += " APRS";
     if (all.mail.mails().size() > mails) found += " mail";
-    found += '\n';
     for (const sim::alarm_call& call : all.board.alarms())
-      found += "    alarm: " + call[1] + ": " + call[2] + '\n';
-  }
-  expect_golden(GOLDEN, found);
+      found += "\n    alarm: " + call[1] + ": " + call[2];
+    return found;
+  });
 }
 
 }  // namespace

@@ -28,18 +28,12 @@ class failing_calls : public program {
   }
 };
 
-// Each line of the golden text has the calls that fail and the switches that are on. Idokep, the last step, is always
-// on and shows that the run went on. The first `popen` is for the hardware address, the first `read` and the third
-// `open64` for the settings, the fourth for the status page, the first `socket` and `connect` for the data server.
+// Each case is the calls that fail and the switches that are on. Idokep, the last step, is always on and shows that the
+// run went on. The first `popen` is for the hardware address, the first `read` and the third `open64` for the settings,
+// the fourth for the status page, the first `socket` and `connect` for the data server.
 TEST_F(failing_calls, are_reported_by_name_and_the_run_goes_on) {
-  constexpr char GOLDEN[] = "end_to_end/golden/failing_calls";
-  std::istringstream lines(read_whole_file(std::string(TESTS_DIRECTORY "/") + GOLDEN));
-  std::string found;
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with("    ")) continue;
-    found += line + '\n';
-    if (line.starts_with('#')) continue;
-    std::istringstream words(line);
+  expect_cases("end_to_end/golden/failing_calls", [&](const std::string& one) {
+    std::istringstream words(one);
     std::string calls, enabled;
     words >> calls;
     enable_only({&idokep_enabled});
@@ -47,15 +41,14 @@ TEST_F(failing_calls, are_reported_by_name_and_the_run_goes_on) {
     all.board.save_settings();
 
     const sim::run_result run = run_failing(calls);
-    EXPECT_EQ(run.signal, 0) << line;
-    found += "    status: " + std::to_string(run.status) + ", Idokep: " + std::to_string(requests("idokep")) +
-             '\n';
-    if (!run.errors.empty()) found += "    prints: " + replaced(run.errors, "\n", "\\n") + '\n';
+    EXPECT_EQ(run.signal, 0) << one;
+    std::string found = std::to_string(run.status) + ", Idokep " + std::to_string(requests("idokep"));
+    if (!run.errors.empty()) found += "\n    prints " + replaced(run.errors, "\n", "\\n");
     for (const sim::alarm_call& call : all.board.alarms())
-      found += "    alarm:  " + call[1] + ": " + replaced(call[2], "\n", "\\n") + '\n';
-  }
-  found = replaced(found, all.board.root(), "ROOT");
-  expect_golden(GOLDEN, with_matches_as(found, "http://127.0.0.1:.*\"", "http://..."));
+      found += "\n    alarm " + call[1] + ": " + replaced(call[2], "\n", "\\n");
+    found = replaced(found, all.board.root(), "ROOT");
+    return with_matches_as(found, "http://127.0.0.1:.*\"", "http://...");
+  });
 }
 
 // The calls of the C library that can fail.

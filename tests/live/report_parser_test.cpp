@@ -65,18 +65,13 @@ std::string value_of(const live_row& row, const LiveRecord& live) {
   return value;
 }
 
-// Each line of the golden text has changes to the full report, or a report of its own. It is followed by the values that
-// differ from those of the full report, or from missing ones.
+// Each case is changes to the full report, or a report of its own. Its result is the values that differ from those of
+// the full report, or from missing ones.
 TEST_F(LoadedReport, HasTheValuesOfTheGoldenText) {
-  std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/live/golden/records"));
-  std::string found;
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with("    ")) continue;
-    found += line + '\n';
-    if (line.starts_with('#')) continue;
+  expect_cases("live/golden/records", [](const std::string& one) {
     std::string report = full_report();
     std::string key, value, differences;
-    std::istringstream words(line);
+    std::istringstream words(one);
     while (words >> key >> std::quoted(value, '"', '\0'))
       if (key == "report")
         report = without_escapes(value);
@@ -91,12 +86,10 @@ TEST_F(LoadedReport, HasTheValuesOfTheGoldenText) {
       const std::string now = value_of(row, live_record);
       if (now == value_of(row, before)) continue;
       const std::string sensor(station_settings.text(row.sensor));
-      differences += (differences.empty() ? "    " : ", ") + replaced(row.key, "%s", sensor) + ": " + now;
+      differences += (differences.empty() ? "" : ", ") + replaced(row.key, "%s", sensor) + ": " + now;
     }
-    if (live_data_stale != 0 && !is_whole) differences += ", stale";
-    if (!differences.empty()) found += differences + '\n';
-  }
-  expect_golden("live/golden/records", found);
+    return differences + (live_data_stale != 0 && !is_whole ? ", stale" : "");
+  });
 }
 
 TEST_F(LoadedReport, PrintsItsMainValuesInDebugMode) {

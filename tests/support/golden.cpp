@@ -73,6 +73,18 @@ void expect_golden(const std::string& name, const std::string& text) {
                 << (is_there ? difference(wanted, text) : text);
 }
 
+void expect_cases(const std::string& name, const std::function<std::string(const std::string& one)>& run) {
+  std::istringstream golden(read_whole_file(TESTS_DIRECTORY "/" + name));
+  std::string replayed;
+  for (std::string line; std::getline(golden, line);) {
+    if (line.starts_with("    ")) continue;
+    const std::string one = line.substr(0, line.find(" => "));
+    const std::string result = one.starts_with('#') ? "" : run(one);
+    replayed += one + (result.empty() ? "" : " => " + result) + '\n';
+  }
+  expect_golden(name, replayed);
+}
+
 void expect_session(const std::string& name, const std::function<std::string(const std::string& line)>& run) {
   std::istringstream golden(read_whole_file(TESTS_DIRECTORY "/" + name));
   std::string replayed;

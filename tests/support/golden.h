@@ -19,6 +19,10 @@ std::string without_escapes(std::string text);
 // Otherwise removes that file. Check it before you copy it to tests/.
 void expect_golden(const std::string& name, const std::string& text);
 
+// Replays lines of the form "CASE => RESULT": passes each case to `run`, which returns the result. More lines of a result
+// begin with four blanks; a case without a result has no arrow. Lines that begin with # are comments.
+void expect_cases(const std::string& name, const std::function<std::string(const std::string& one)>& run);
+
 // Replays a golden session: passes each line that starts with "# ", "+ " or "$" to `run`, which returns the lines
 // that must follow it. A "# " begins a case.
 void expect_session(const std::string& name, const std::function<std::string(const std::string& line)>& run);
