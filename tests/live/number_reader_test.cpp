@@ -12,7 +12,7 @@
 namespace skypost::testing {
 namespace {
 
-// Each line of the golden text has the kind of scan, the text, and the number.
+// Each line of the golden text has the kind of scan, then texts and their numbers.
 TEST(NumberReader, ReadsNumbersAndNothingElse) {
   constexpr std::int32_t UNTOUCHED = -77;
   const std::map<std::string, number_scan> forms = {{"tenths", number_scan::tenths},
@@ -21,11 +21,18 @@ TEST(NumberReader, ReadsNumbersAndNothingElse) {
                                                     {"rounded", number_scan::rounded}};
   std::istringstream lines(read_whole_file(TESTS_DIRECTORY "/live/golden/numbers"));
   std::ostringstream found;
-  for (std::string form, text, number; lines >> form >> std::quoted(text) >> number;) {
-    std::int32_t value = UNTOUCHED;
-    read_number(forms.at(form), text.c_str(), value);
-    found << form << ' ' << std::quoted(text) << ' ' << (value == UNTOUCHED ? "none" : std::to_string(value))
-          << '\n';
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    std::string form, text, number;
+    words >> form;
+    found << form;
+    while (words >> std::quoted(text) >> number) {
+      std::int32_t value = UNTOUCHED;
+      read_number(forms.at(form), text.c_str(), value);
+      found << ' ' << std::quoted(text) << ' ' << (value == UNTOUCHED ? "none" : std::to_string(value))
+            << ';';
+    }
+    found << '\n';
   }
   expect_golden("live/golden/numbers", found.str());
 }
