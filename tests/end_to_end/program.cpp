@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <thread>
 
+#include "support/pattern.h"
 #include "support/station.h"
 
 namespace skypost::testing {
@@ -36,6 +37,10 @@ sim::run_result program::run_well(const std::vector<std::string>& arguments) {
 void program::interpose(const std::string& what, const std::string& value) {
   setenv("LD_PRELOAD", INTERPOSED_CALLS, 1);
   setenv(("SKYPOST_TEST_" + what).c_str(), value.c_str(), 1);
+}
+
+int program::traced(const std::string& pattern) const {
+  return static_cast<int>(all_matches(all.board.read("/trace"), pattern).size());
 }
 
 bool program::comes_true(const std::function<bool()>& holds, int seconds) {

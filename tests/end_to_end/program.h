@@ -28,6 +28,9 @@ class program : public ::testing::Test {
   // Preloads interposed_calls.cpp into all later programs, with SKYPOST_TEST_`what` set.
   static void interpose(const std::string& what, const std::string& value);
 
+  // How often the pattern occurs in /trace, for which TRACE was interposed.
+  int traced(const std::string& pattern) const;
+
   // Waits up to `seconds` until `holds` returns true.
   static bool comes_true(const std::function<bool()>& holds, int seconds);
 
