@@ -25,8 +25,8 @@ long open_descriptors(const sim::running_program& running) {
 }
 
 TEST_F(rapid_fire, follows_the_settings_file_and_outlives_its_absence) {
-  interpose("HASTE", "2");
-  interpose("CLOCK", "2");
+  interpose("HASTE", "4");
+  interpose("CLOCK", "4");
   enable_only_rapid_fire(1, 0);
   sim::running_program running(all.board.root(), {"-r"});
   ASSERT_TRUE(more_of("weather underground"));
@@ -58,11 +58,10 @@ TEST_F(rapid_fire, follows_the_settings_file_and_outlives_its_absence) {
   EXPECT_EQ(run.errors, "");
 }
 
-// The clock runs five times as fast.
 TEST_F(rapid_fire, skips_passes_without_data_and_reports_each_failed_upload) {
   enable_only_rapid_fire(5, 0);
-  interpose("HASTE", "5");
-  interpose("CLOCK", "5");
+  interpose("HASTE", "10");
+  interpose("CLOCK", "10");
   all.data->set_behaviour(sim::data_server::behaviour::silence);
   const sim::running_program running(all.board.root(), {"-r"});
 

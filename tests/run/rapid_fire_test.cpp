@@ -41,6 +41,7 @@ TEST(RapidFire, SendsEachNetworkOnItsOwnSchedule) {
     std::int64_t work;
     std::int32_t pass_length;
     std::vector<times> sent;  // in the first 60 seconds
+    const integer_field* off = nullptr;
   };
   const schedule_case cases[] = {
       // clang-format off
@@ -55,11 +56,16 @@ TEST(RapidFire, SendsEachNetworkOnItsOwnSchedule) {
       {-5,      0,  false, 0, 30, {{30, 60}, {}, {}}},
       {0,       -5, false, 0, 30, {{}, {30, 60}, {}}},
       {FOREVER, 40, false, 0, 30, {{}, {60}, {}}},
+      {5,       0,  false, 0, 30, {{}, {}, {}}, &wunderground_enabled},
+      {5,       0,  false, 0, 30, {{}, {}, {}}, &wunderground_rapid_enabled},
+      {0,       5,  false, 0, 30, {{}, {}, {}}, &weatherflow_enabled},
+      {0,       5,  false, 0, 30, {{}, {}, {}}, &weatherflow_rapid_enabled},
       // clang-format on
   };
   for (const schedule_case& row : cases) {
     SCOPED_TRACE(std::to_string(row.wunderground) + " " + std::to_string(row.weatherflow));
     settings_record settings = settings_with(row.wunderground, row.weatherflow, row.windit);
+    if (row.off != nullptr) settings.set_integer(*row.off, 0);
     make_intervals_valid(settings);
     EXPECT_EQ(pass_length(settings), row.pass_length);
     EXPECT_EQ(is_any_rapid_fire_active(settings), row.sent != std::vector<times>(3));
@@ -79,19 +85,6 @@ TEST(RapidFire, SendsAtOnceAfterTheClockWasSetBack) {
     std::int64_t last = START + row.ahead;
     EXPECT_EQ(take_turn(RAPID_FIRE_NETWORKS[0], settings, last, START), row.is_sent) << row.ahead;
     EXPECT_EQ(last, row.is_sent ? START : START + row.ahead);
-  }
-}
-
-TEST(RapidFire, LeavesOutANetworkWithOneOfItsSwitchesOff) {
-  for (const integer_field* off : {&wunderground_enabled, &wunderground_rapid_enabled, &weatherflow_enabled,
-                                   &weatherflow_rapid_enabled}) {
-    SCOPED_TRACE(off->offset);
-    const bool is_wunderground = off == &wunderground_enabled || off == &wunderground_rapid_enabled;
-    settings_record settings = is_wunderground ? settings_with(5, 0, false) : settings_with(0, 5, false);
-    settings.set_integer(*off, 0);
-    EXPECT_FALSE(is_any_rapid_fire_active(settings));
-    EXPECT_EQ(pass_length(settings), 30);
-    EXPECT_EQ(simulate(settings, 3'600), std::vector<times>(3));
   }
 }
 
