@@ -16,8 +16,18 @@
 namespace skypost::testing {
 namespace {
 
+class MailReport : public ::testing::Test {
+ protected:
+  MailReport() {
+    live_data_stale = 0;
+    live_record = fully_equipped_station();
+    fill_settings(station_settings);
+    latest_exchange = {};
+  }
+};
+
 // golden/failing_calls has the command under an ordinary root.
-TEST(MailReport, QuotesARootWithSpecialCharacters) {
+TEST_F(MailReport, QuotesARootWithSpecialCharacters) {
   setenv("SKYPOST_ROOT", R"(/a b"$`\c)", 1);
   fixed_text<1'000> command;
   append_mail_command(command);
@@ -28,11 +38,8 @@ TEST(MailReport, QuotesARootWithSpecialCharacters) {
 }
 
 // The second sender is cut at its line break, so it is empty too.
-TEST(MailReport, IsNotSentIfTheOnlySenderIsRefused) {
+TEST_F(MailReport, IsNotSentIfTheOnlySenderIsRefused) {
   read_endpoint_lines("mail_sender = me");
-  live_data_stale = 0;
-  live_record = fully_equipped_station();
-  fill_settings(station_settings);
   for (const char* const sender : {"", "\nbcc: all@station.example"}) {
     station_settings.set_text(sender_address, sender);
     EXPECT_EQ(send_mail_report(), -1);
@@ -42,13 +49,9 @@ TEST(MailReport, IsNotSentIfTheOnlySenderIsRefused) {
 }
 
 // Without a mail program the upload counts as good, but nothing was sent.
-TEST(MailReport, CastsDoubtOnItselfWithoutAMailProgram) {
+TEST_F(MailReport, CastsDoubtOnItselfWithoutAMailProgram) {
   std::signal(SIGPIPE, SIG_IGN);  // as in the program, from the shell that finds no mail program
   const appliance_folder appliance;
-  live_data_stale = 0;
-  live_record = fully_equipped_station();
-  fill_settings(station_settings);
-  latest_exchange = {};
   EXPECT_EQ(send_mail_report(), 0);
   EXPECT_STREQ(latest_exchange.doubt, "the mail program cannot be run: No such file or directory");
   appliance.write("/opt/sbin/sendmail", "#!/bin/sh\ncat >/dev/null\n");
@@ -58,11 +61,7 @@ TEST(MailReport, CastsDoubtOnItselfWithoutAMailProgram) {
   EXPECT_STREQ(latest_exchange.doubt, "");
 }
 
-TEST(MailReport, SaysThatItsErrorQuotesTheCommand) {
-  live_data_stale = 0;
-  live_record = fully_equipped_station();
-  fill_settings(station_settings);
-  latest_exchange = {};
+TEST_F(MailReport, SaysThatItsErrorQuotesTheCommand) {
   const no_more_files limit;
   EXPECT_EQ(send_mail_report(), -1);
   EXPECT_TRUE(error_text.view().ends_with(": Too many open files")) << error_text.c_str();

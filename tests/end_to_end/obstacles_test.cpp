@@ -11,24 +11,19 @@
 #include "base/paths.h"
 #include "end_to_end/program.h"
 #include "support/golden.h"
-#include "support/small_disk.h"
 
 namespace skypost::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
-class obstacles : public program {
- protected:
-  obstacles() {
-    interpose("HASTE", "100");
-    enable_only({&meteoclimatic_enabled, &hetweeractueel_enabled, &wetterarchiv_enabled, &idokep_enabled});
-  }
-};
+using obstacles = program;
 
 // Each case is the program's file, and the commands that put something in its place; a link's target has the file's
 // content. The result is the exit status, what is sent and written, the alarms, and whether the target has changed.
 TEST_F(obstacles, are_not_followed_and_cost_the_other_steps_nothing) {
+  interpose("HASTE", "100");
+  enable_only({&meteoclimatic_enabled, &hetweeractueel_enabled, &wetterarchiv_enabled, &idokep_enabled});
   const std::string settings = all.board.read(SETTINGS_PATH);
   const std::string just_now = std::to_string(std::time(nullptr));  // holds back Wetterarchiv
   expect_cases("end_to_end/golden/obstacles", [&](const std::string& one) {
@@ -63,27 +58,6 @@ TEST_F(obstacles, are_not_followed_and_cost_the_other_steps_nothing) {
     fs::remove_all(place);
     return found;
   });
-}
-
-TEST_F(obstacles, like_a_full_disk_leave_what_was_there_and_the_other_steps) {
-  const small_disk web_root(all.board.root() / "srv/www");
-  const small_disk state(all.board.root() / "var/run/nimbulog");
-  if (!web_root.is_mounted() || !state.is_mounted()) GTEST_SKIP() << "may not mount anything";
-  const auto put_file_without_blocks = [&](const std::string& path, std::uintmax_t size) {
-    all.board.write(path, "");
-    fs::resize_file(all.board.path(path), size);
-  };
-  fs::create_directory(all.board.root() / "var/run/nimbulog/uploads");
-  put_file_without_blocks("/srv/www/meteoclimatic.txt", 300);
-  put_file_without_blocks(LAST_RUN_PATH, 5);
-  web_root.fill();
-  state.fill();
-  EXPECT_EQ(run_well().errors, "");
-  EXPECT_EQ(all.board.read("/srv/www/meteoclimatic.txt"), std::string(300, '\0'));
-  EXPECT_FALSE(fs::exists(all.board.path("/srv/www/hetweeractueel.txt")));
-  EXPECT_EQ(all.board.read(LAST_RUN_PATH), std::string(5, '\0'));
-  EXPECT_TRUE(all.board.alarms().empty());
-  EXPECT_EQ(requests("wetterarchiv") + requests("idokep"), 2);
 }
 
 }  // namespace

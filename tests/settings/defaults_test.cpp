@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <map>
 #include <string>
-#include <vector>
 
 #include "base/text.h"
 #include "support/golden.h"
@@ -29,39 +29,22 @@ std::string little_endian_image(const settings_record& record) {
   return little;
 }
 
-// Up to 8 adjacent changed bytes.
-struct piece {
-  std::uint32_t offset;
-  std::string bytes;
-};
-
-std::vector<piece> changed_pieces(const settings_record& record) {
+// Each line has up to 8 adjacent changed bytes in hexadecimal, and the offsets at which they are.
+std::string changed_bytes(const settings_record& record) {
   const std::string image = little_endian_image(record);
-  std::vector<piece> pieces;
-  for (std::uint32_t i = 0; i < SETTINGS_SIZE; ++i) {
+  std::map<std::string, std::string> offsets;
+  for (std::size_t i = 0; i < SETTINGS_SIZE; ++i) {
     if (image[i] == OLD) continue;
-    if (pieces.empty() || pieces.back().offset + pieces.back().bytes.size() != i ||
-        pieces.back().bytes.size() == 8)
-      pieces.push_back({i, ""});
-    pieces.back().bytes += image[i];
+    const std::size_t first = i;
+    fixed_text<30> bytes;
+    for (; i < SETTINGS_SIZE && i < first + 8 && image[i] != OLD; ++i)
+      bytes.append("%02x ", static_cast<unsigned char>(image[i]));
+    offsets[bytes.c_str()] += ' ' + std::to_string(first) + ';';
+    --i;
   }
-  return pieces;
-}
-
-// Lines of an offset and its bytes in hexadecimal. Equal pieces at equal distances share a line.
-std::string as_lines(const std::vector<piece>& pieces) {
-  fixed_text<10'000> text;
-  for (std::size_t i = 0, next = 0; i < pieces.size(); i = next) {
-    const std::uint32_t distance = i + 1 < pieces.size() ? pieces[i + 1].offset - pieces[i].offset : 0;
-    for (next = i + 1; next < pieces.size() && pieces[next].bytes == pieces[i].bytes &&
-                       pieces[next].offset - pieces[next - 1].offset == distance;)
-      ++next;
-    text.append("%5u:", pieces[i].offset);
-    for (const char byte : pieces[i].bytes) text.append(" %02x", static_cast<unsigned char>(byte));
-    if (next - i > 1) text.append(", %zu times, every %u bytes", next - i, distance);
-    text.append("\n");
-  }
-  return text.c_str();
+  std::string lines;
+  for (const auto& [bytes, places] : offsets) lines += bytes + "at" + places + '\n';
+  return lines;
 }
 
 TEST(Defaults, WriteTheirValuesAndNothingElse) {
@@ -72,7 +55,7 @@ TEST(Defaults, WriteTheirValuesAndNothingElse) {
   gethostname(name, sizeof name);
   EXPECT_EQ(record.text(host_name), name);
   std::memset(record.bytes + host_name.offset, OLD, std::strlen(name) + 1);  // differs on each machine
-  expect_golden("settings/golden/defaults", as_lines(changed_pieces(record)));
+  expect_golden("settings/golden/defaults", changed_bytes(record));
 }
 
 }  // namespace
