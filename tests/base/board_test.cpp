@@ -15,20 +15,17 @@
 namespace skypost::testing {
 namespace {
 
-struct system_files {
-  std::optional<std::string> processor;
-  std::optional<std::string> devices;
-};
+using file = std::optional<std::string>;
 
-void write(const appliance_folder& appliance, const system_files& files) {
-  if (files.processor) appliance.write(PROCESSOR_PATH, *files.processor);
-  if (files.devices) appliance.write(PCI_DEVICES_PATH, *files.devices);
+void write(const appliance_folder& appliance, const file& processor, const file& devices) {
+  if (processor) appliance.write(PROCESSOR_PATH, *processor);
+  if (devices) appliance.write(PCI_DEVICES_PATH, *devices);
 }
 
 [[noreturn]] void print_platform(const appliance_folder& appliance) {
   setenv("NIMBULOGHW", "as before", 1);
   detect_platform();
-  write(appliance, {"88FR131", "88FR131"});  // must be ignored
+  write(appliance, "88FR131", "88FR131");  // must be ignored
   detect_platform();
   std::fprintf(stderr, "<%s>", std::getenv("NIMBULOGHW"));
   std::_Exit(0);
@@ -37,34 +34,32 @@ void write(const appliance_folder& appliance, const system_files& files) {
 TEST(HostIdentity, TellsTheBoardByTheFirstMark) {
   const std::string full(8'000, 'x');
   const struct {
-    system_files files;
-    const char* platform;
+    file processor, devices;
+    std::string platform;
   } cases[] = {
-      {{"Hardware: NSLU2", ""}, "NSLU2"},
-      {{"Feroceon 88FR131 rev 1", ""}, "PLUG"},
-      {{"ARMv6-compatible processor", std::nullopt}, "PLUG"},
-      {{"ARMv6 NSLU2", ""}, "NSLU2"},
-      {{"sun4i", ""}, "A10"},
-      {{"sun4i 88FR131", ""}, "PLUG"},
-      {{"sun4i ARMv6", ""}, "PLUG"},
-      {{"Intel", "0100 sun4i"}, "A10"},
-      {{"Intel armv6 nslu2", "8086"}, "X86"},
-      {{"Intel", std::nullopt}, "X86"},
-      {{"NSL", "U2"}, "NSLU2"},  // the mark spans both files
-      {{std::nullopt, "sun4i"}, "as before"},
-      {{"", ""}, "as before"},
-      {{"", "sun4i"}, "A10"},
-      {{full + "NSLU2", "x"}, "X86"},
-      {{full.substr(5) + "NSLU2", "x"}, "NSLU2"},
-      {{full, full + "NSLU2"}, "X86"},
-      {{full, full.substr(5) + "NSLU2"}, "NSLU2"},
+      {"Hardware: NSLU2", "", "NSLU2"},
+      {"Feroceon 88FR131 rev 1", "", "PLUG"},
+      {"ARMv6-compatible processor", std::nullopt, "PLUG"},
+      {"ARMv6 NSLU2", "", "NSLU2"},
+      {"sun4i", "", "A10"},
+      {"sun4i 88FR131", "", "PLUG"},
+      {"sun4i ARMv6", "", "PLUG"},
+      {"Intel", "0100 sun4i", "A10"},
+      {"Intel armv6 nslu2", "8086", "X86"},
+      {"Intel", std::nullopt, "X86"},
+      {"NSL", "U2", "NSLU2"},  // the mark spans both files
+      {std::nullopt, "sun4i", "as before"},
+      {"", "", "as before"},
+      {"", "sun4i", "A10"},
+      {full + "NSLU2", "x", "X86"},
+      {full.substr(5) + "NSLU2", "x", "NSLU2"},
+      {full, full + "NSLU2", "X86"},
+      {full, full.substr(5) + "NSLU2", "NSLU2"},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.platform);
+  for (const auto& [processor, devices, platform] : cases) {
     const appliance_folder appliance;
-    write(appliance, row.files);
-    EXPECT_EXIT(print_platform(appliance), ::testing::ExitedWithCode(0),
-                std::string("<") + row.platform + ">");
+    write(appliance, processor, devices);
+    EXPECT_EXIT(print_platform(appliance), ::testing::ExitedWithCode(0), "<" + platform + ">");
   }
 }
 
@@ -82,11 +77,10 @@ TEST(HostIdentity, FindsTheHardwareAddressInALine) {
       {"eth0: flags=4163<UP,BROADCAST>  mtu 1500\n", -1, ""},
       {"eth0 HWaddr\n", -1, ""},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.line);
+  for (const auto& [line, result, expected] : cases) {
     fixed_text<31> address;
-    EXPECT_EQ(find_hardware_address(row.line, address), row.result);
-    EXPECT_EQ(address.view(), row.address);
+    EXPECT_EQ(find_hardware_address(line, address), result) << line;
+    EXPECT_EQ(address.view(), expected);
   }
 }
 

@@ -52,6 +52,11 @@ long factor_of(const char* variable) {
   return factor == nullptr ? 1 : std::atol(factor);
 }
 
+timeval shortened(long long microseconds, const char* variable) {
+  microseconds /= factor_of(variable);
+  return {.tv_sec = microseconds / 1'000'000, .tv_usec = microseconds % 1'000'000};
+}
+
 // Counts this call of `name`; returns true if it must fail.
 bool is_to_fail(std::string_view name) {
   static int calls_seen = 0;
@@ -157,8 +162,7 @@ extern "C" int setsockopt(int file, int level, int option, const void* value, so
   timeval limit{};
   if (level == SOL_SOCKET && (option == SO_RCVTIMEO || option == SO_SNDTIMEO)) {
     std::memcpy(&limit, value, sizeof limit);
-    const long microseconds = (limit.tv_sec * 1'000'000 + limit.tv_usec) / factor_of("SKYPOST_TEST_CLOCK");
-    limit = {.tv_sec = microseconds / 1'000'000, .tv_usec = microseconds % 1'000'000};
+    limit = shortened(limit.tv_sec * 1'000'000 + limit.tv_usec, "SKYPOST_TEST_CLOCK");
     value = &limit;
   }
   return real<int(int, int, int, const void*, socklen_t)>("setsockopt")(file, level, option, value, size);
@@ -189,20 +193,18 @@ extern "C" std::time_t time(std::time_t* place) {
 
 extern "C" unsigned alarm(unsigned seconds) {
   trace("alarm", std::to_string(seconds));
-  const long milliseconds = seconds * 1'000L / factor_of("SKYPOST_TEST_CLOCK");
-  const itimerval limit = {
-      .it_interval = {},
-      .it_value = {.tv_sec = milliseconds / 1'000, .tv_usec = milliseconds % 1'000 * 1'000}};
+  const itimerval limit = {.it_interval = {},
+                           .it_value = shortened(seconds * 1'000'000L, "SKYPOST_TEST_CLOCK")};
   setitimer(ITIMER_REAL, &limit, nullptr);
   return 0;
 }
 
 extern "C" int nanosleep(const timespec* length, timespec* rest) {
-  const long long wanted_nanoseconds = length->tv_sec * 1'000'000'000LL + length->tv_nsec;
-  trace("pause", std::to_string(wanted_nanoseconds / 1'000'000));
-  const long long nanoseconds = wanted_nanoseconds / factor_of("SKYPOST_TEST_HASTE");
-  const timespec shortened = {.tv_sec = nanoseconds / 1'000'000'000, .tv_nsec = nanoseconds % 1'000'000'000};
-  return real<int(const timespec*, timespec*)>("nanosleep")(&shortened, rest);
+  const long long microseconds = length->tv_sec * 1'000'000LL + length->tv_nsec / 1'000;
+  trace("pause", std::to_string(microseconds / 1'000));
+  const timeval pause = shortened(microseconds, "SKYPOST_TEST_HASTE");
+  const timespec time = {.tv_sec = pause.tv_sec, .tv_nsec = pause.tv_usec * 1'000};
+  return real<int(const timespec*, timespec*)>("nanosleep")(&time, rest);
 }
 
 extern "C" unsigned sleep(unsigned seconds) {

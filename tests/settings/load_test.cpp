@@ -10,13 +10,11 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
-#include <optional>
 #include <string>
 
 #include "base/paths.h"
 #include "settings/defaults.h"
 #include "support/appliance_folder.h"
-#include "support/golden.h"
 #include "support/other_order.h"
 
 namespace skypost::testing {
@@ -68,8 +66,9 @@ class LoadSettings : public ::testing::Test {
   }
 
   void expect_record(const std::string& expected) const {
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(expected.data());
-    for (std::size_t i = 0; i < SETTINGS_SIZE; ++i) ASSERT_EQ(record.bytes[i], bytes[i]) << "at offset " << i;
+    const auto [byte, other] = std::mismatch(record.bytes, record.bytes + SETTINGS_SIZE,
+                                             reinterpret_cast<const unsigned char*>(expected.data()));
+    EXPECT_EQ(byte - record.bytes, SETTINGS_SIZE) << "is the first offset that differs";
   }
 
   // Expects `former` with the defaults written over it.
@@ -80,35 +79,31 @@ class LoadSettings : public ::testing::Test {
     expect_record({reinterpret_cast<const char*>(expected.bytes), SETTINGS_SIZE});
   }
 
-  std::optional<std::string> backup() const {
-    const std::filesystem::path path = appliance.path(std::string(SETTINGS_PATH) + ".old");
-    if (!exists(path)) return std::nullopt;
-    return read_whole_file(path);
-  }
+  // Empty if there is none.
+  std::string backup() const { return appliance.read(std::string(SETTINGS_PATH) + ".old"); }
 
   appliance_folder appliance;
   settings_record record;
 };
 
 TEST_F(LoadSettings, TellsLayoutsByTheirSizeAndTheBoard) {
-  struct size_case {
+  const struct {
     std::size_t size;
     const char* platform;
     bool is_unlisted;
-  };
-  constexpr size_case CASES[] = {
+  } cases[] = {
       {65'536, nullptr, false}, {65'536, "PLUG", false}, {38'264, nullptr, false}, {38'264, "PLUG", false},
       {38'692, "PLUG", false},  {38'692, nullptr, true}, {38'692, "X86", true},    {38'692, "NSLU2", true},
       {40'000, "PLUG", true},   {65'535, nullptr, true}, {65'537, nullptr, true},  {70'000, "A10", true},
       {20'581, nullptr, true},  {19'000, nullptr, true},
   };
-  std::optional<std::string> expected_backup;
-  for (const size_case& row : CASES) {
-    SCOPED_TRACE(std::to_string(row.size) + (row.platform != nullptr ? row.platform : ""));
-    const std::string image = image_of(row.size);
-    EXPECT_EQ(load(image, row.platform), 0);
-    expect_record(completed(image, row.is_unlisted));
-    if (row.is_unlisted) expected_backup = image;
+  std::string expected_backup;
+  for (const auto& [size, platform, is_unlisted] : cases) {
+    SCOPED_TRACE(size);
+    const std::string image = image_of(size);
+    EXPECT_EQ(load(image, platform), 0);
+    expect_record(completed(image, is_unlisted));
+    if (is_unlisted) expected_backup = image;
     EXPECT_EQ(backup(), expected_backup);
   }
 }
@@ -163,7 +158,7 @@ TEST_F(LoadSettings, SetsDefaultsForAUselessFile) {
   std::filesystem::remove(appliance.path(SETTINGS_PATH));
   std::filesystem::create_directory(appliance.path(SETTINGS_PATH));
   EXPECT_EQ(load_settings(record), -1);
-  EXPECT_EQ(backup(), std::nullopt);
+  EXPECT_EQ(backup(), "");
 }
 
 TEST_F(LoadSettings, SetsDefaultsForAShortReadOfAListedSize) {
@@ -171,7 +166,7 @@ TEST_F(LoadSettings, SetsDefaultsForAShortReadOfAListedSize) {
   const std::string image = image_of(SETTINGS_SIZE);
   EXPECT_EQ(load(image), -1);
   expect_defaults_over(completed(image.substr(0, 30'000), false));
-  EXPECT_EQ(backup(), std::nullopt);
+  EXPECT_EQ(backup(), "");
 
   read_limit = 38'264;  // the size of another layout
   EXPECT_EQ(load(image), 0);
