@@ -24,8 +24,6 @@ namespace {
 // The network that is made to refuse: its reply is full of shell metacharacters.
 constexpr char REFUSING[] = "wedaal-push";
 
-constexpr char PREVIEWED[] = "windfinder";
-
 // Whether the network's own server is known to reply like this.
 constexpr char KNOWN[] = "known";
 constexpr char MADE_UP[] = "made up";
@@ -148,17 +146,12 @@ bool print_alarms(const std::vector<alarm_call>& alarms) {
   return alarms.size() == 1 && alarms[0].size() == 3;
 }
 
-bool print_preview(const appliance& board) {
-  const run_result preview = board.run_tool(PREVIEW_PROGRAM, {PREVIEWED});
-  std::printf("\n`skypost-preview %s` on this appliance:\n\n%s%s", PREVIEWED, preview.output.c_str(),
-              preview.errors.c_str());
-  return preview.status == 0;
-}
-
-bool print_status(const appliance& board) {
-  const run_result status = board.run_tool(STATUS_PROGRAM, {});
-  std::printf("\n`skypost-status` on this appliance:\n\n%s%s", status.output.c_str(), status.errors.c_str());
-  return status.status == 1;  // one network has refused
+// Prints what one of the owner's tools prints, under its command; returns its exit status.
+int print_tool(const appliance& board, const char* program, const std::vector<std::string>& arguments,
+               const char* command) {
+  const run_result tool = board.run_tool(program, arguments);
+  std::printf("\n`%s` on this appliance:\n\n%s%s", command, tool.output.c_str(), tool.errors.c_str());
+  return tool.status;
 }
 
 // Returns the exit status.
@@ -177,14 +170,12 @@ int show_one_run() {
   const int web_port = web.bind_to_any_port("127.0.0.1");
   std::thread serving([&web] { web.listen_after_bind(); });
 
-  std::puts(
-      "The real program once over every network, each with a simulated server: a quarter of a minute,\n"
-      "nearly all of it for CWOP and APRS. The accounts are full of quotes and dollar signs on purpose.\n"
-      "Wedaal is made to refuse, so that a failure reaches the alarm script. To APRS it sends as the "
-      "installed\n"
-      "endpoint file says. A \"known\" reply is that of the network's own server in late 2026; the others "
-      "are made\n"
-      "up to be what the program expects.\n");
+  std::puts(R"(The real program once over every network, each with a simulated server: a quarter of a minute,
+nearly all of it for CWOP and APRS. The accounts are full of quotes and dollar signs on purpose.
+Wedaal is made to refuse, so that a failure reaches the alarm script. To APRS it sends as the installed
+endpoint file says. A "known" reply is that of the network's own server in late 2026; the others are made
+up to be what the program expects.
+)");
   std::fflush(stdout);
   const run_result run = all.board.run();
   const bool steps_are_good = print_steps(all, web_port);
@@ -196,9 +187,10 @@ int show_one_run() {
   if (!run.errors.empty()) std::printf("On standard error: %s\n", run.errors.c_str());
   std::printf("The appliance's files are in %s, everything sent in texts/STEP.txt there.\n",
               all.board.root().c_str());
-  const bool preview_is_good = print_preview(all.board);
-  const bool status_is_good = print_status(all.board);
-  return conclude(steps_are_good && alarms_are_good && preview_is_good && status_is_good && run.status == 0 &&
+  const int preview = print_tool(all.board, PREVIEW_PROGRAM, {"windfinder"}, "skypost-preview windfinder");
+  const int status =
+      print_tool(all.board, STATUS_PROGRAM, {}, "skypost-status");  // 1: one network has refused
+  return conclude(steps_are_good && alarms_are_good && preview == 0 && status == 1 && run.status == 0 &&
                   run.signal == 0);
 }
 

@@ -13,15 +13,20 @@
 namespace skypost::sim {
 namespace {
 
+sockaddr_in address_of(const char* host, std::uint16_t port) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = inet_addr(host);
+  return address;
+}
+
 int listen_on(const char* host, std::uint16_t& port, const std::string& purpose, int backlog) {
   const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (listener < 0) throw std::system_error(errno, std::generic_category(), "socket");
   const int on = 1;
   setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = inet_addr(host);
+  sockaddr_in address = address_of(host, port);
   socklen_t length = sizeof address;
   auto* const plain = reinterpret_cast<sockaddr*>(&address);
   if (bind(listener, plain, length) != 0 || listen(listener, backlog) != 0) {
@@ -67,10 +72,7 @@ void connection::wait_until_closed() {
 
 full_server::full_server(std::uint16_t port)
     : port_(port), sockets_{listen_on("127.0.0.1", port_, "full server", 0)} {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port_);
-  address.sin_addr.s_addr = inet_addr("127.0.0.1");
+  const sockaddr_in address = address_of("127.0.0.1", port_);
   // The queue holds one connection. After the second, the kernel ignores all others.
   for (int i = 0; i < 3; ++i) {
     sockets_.push_back(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
