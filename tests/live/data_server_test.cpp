@@ -15,14 +15,25 @@
 namespace skypost::testing {
 namespace {
 
-// Fetches a report that a server sends in pieces, into a buffer full of other bytes.
+// Ctrl-Z and fg, or a debugger, interrupt a system call that has a time limit. So does this signal.
+void catch_signal() {
+  struct sigaction action {};
+  action.sa_handler = [](int) {};
+  sigaction(SIGUSR1, &action, nullptr);
+}
+
+// Fetches a report into a buffer full of other bytes, from a server that sends it in pieces; a signal comes before each.
 std::string fetched(const std::vector<std::string>& pieces) {
-  const sim::tcp_server server(0, "data server", [&](const sim::connection& client) {
-    for (const std::string& piece : pieces) {
-      client.write(piece);
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-  });
+  catch_signal();
+  const sim::tcp_server server(0, "data server",
+                               [&, fetching = pthread_self()](const sim::connection& client) {
+                                 for (const std::string& piece : pieces) {
+                                   std::this_thread::sleep_for(std::chrono::milliseconds(30));
+                                   pthread_kill(fetching, SIGUSR1);
+                                   std::this_thread::sleep_for(std::chrono::milliseconds(30));
+                                   client.write(piece);
+                                 }
+                               });
   static report_buffer report;
   std::memset(report, 'x', sizeof report);
   live_data_stale = 1;
@@ -31,7 +42,7 @@ std::string fetched(const std::vector<std::string>& pieces) {
   return {report, strnlen(report, sizeof report)};
 }
 
-TEST(DataServer, JoinsAReportThatComesInPieces) {
+TEST(DataServer, JoinsAReportThatComesInPiecesAndGoesOnAfterASignal) {
   const std::string long_piece(40'000, '7');
   EXPECT_EQ(fetched({"actual_th0", "_temp_c 2", "1.5\n", long_piece}),
             "actual_th0_temp_c 21.5\n" + long_piece);
@@ -44,29 +55,6 @@ TEST(DataServer, TruncatesAReportLongerThanTheBuffer) {
   EXPECT_GT(report.size(), 467'230U);
   EXPECT_LE(report.size(), 499'998U);
   EXPECT_TRUE(text.starts_with(report));
-}
-
-// Ctrl-Z and fg, or a debugger, interrupt a system call that has a time limit. So does this signal.
-void catch_signal() {
-  struct sigaction action {};
-  action.sa_handler = [](int) {};
-  sigaction(SIGUSR1, &action, nullptr);
-}
-
-TEST(DataServer, GoesOnAfterASignal) {
-  catch_signal();
-  const pthread_t fetching = pthread_self();
-  const sim::tcp_server server(0, "data server", [&](const sim::connection& client) {
-    for (const char* const piece : {"actual_th0_temp_c ", "21.5\n"}) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-      pthread_kill(fetching, SIGUSR1);
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-      client.write(piece);
-    }
-  });
-  static report_buffer report;
-  EXPECT_EQ(fetch_live_data(report, "127.0.0.1", server.port()), 0);
-  EXPECT_STREQ(report, "actual_th0_temp_c 21.5\n");
 }
 
 // A server that never accepts must cost the limit, not the system's two minutes, and leave the record stale.
