@@ -69,12 +69,12 @@ TEST_F(program, reports_each_bad_or_empty_answer_with_the_networks_own_text) {
     for (const sim::network_row* network : asked_networks())
       if (const char* const text = how == reply_kind::bad ? network->failure : network->no_response)
         expected.push_back({"skypost", network->name, text});
-    const auto alarms = all.board.alarms();
-    ASSERT_EQ(alarms.size(), expected.size());
-    for (std::size_t i = 0; i < alarms.size(); ++i)
-      for (std::size_t word = 0; word < 3; ++word)
-        EXPECT_EQ(fnmatch(expected[i][word].c_str(), alarms[i].at(word).c_str(), FNM_NOESCAPE), 0)
-            << alarms[i].at(word);
+    const auto matches = [](const alarm_call& call, const alarm_call& pattern) {
+      return call[0] == pattern[0] && call[1] == pattern[1] &&
+             fnmatch(pattern[2].c_str(), call[2].c_str(), FNM_NOESCAPE) == 0;
+    };
+    EXPECT_TRUE(std::ranges::equal(all.board.alarms(), expected, matches))
+        << ::testing::PrintToString(all.board.alarms());
   }
 }
 
