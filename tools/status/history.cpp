@@ -126,7 +126,6 @@ void open_history() {
   history = open_sole_file(path.c_str(), O_RDWR | O_CREAT);
   struct flock whole = whole_file();
   may_write = history >= 0 && fcntl(history, F_SETLK, &whole) == 0;
-  if (history < 0) history = open_sole_file(path.c_str(), O_RDONLY);
 }
 
 }  // namespace
