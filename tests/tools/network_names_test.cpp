@@ -7,6 +7,7 @@
 
 #include "common/networks.h"
 #include "status/record.h"
+#include "support/golden.h"
 
 namespace skypost::testing {
 namespace {
@@ -23,35 +24,13 @@ TEST(NetworkNames, UnderstandTheNamesOfEveryRow) {
 }
 
 TEST(NetworkNames, AreThoseThatAnOwnerWrites) {
-  const struct {
-    const char* name;
-    const char* rows;
-  } CASES[] = {
-      // clang-format off
-      {"awekas",                         "awekas-pull, awekas-push, "},
-      {"Awekas PUSH",                    "awekas-push, "},
-      {"weather4u",                      "HAMweather/weather4u, "},
-      {"hamweather",                     "HAMweather/weather4u, "},
-      {"pwsweather",                     "HAMweather/weather4u, "},
-      {"sh_netz",                        "SH-Netz, "},
-      {"regiowetter",                    "regiowetter, "},
-      {"wow",                            ""},
-      {"met office-WOW",                 "metoffice, "},
-      {"wunderground",                   "weather underground, weather underground rapid fire, "},
-      {"weather underground rapid fire", "weather underground rapid fire, "},
-      {"wunderground-rapid",             "weather underground rapid fire, "},
-      {"windit rapid fire",              "windit rapid fire, "},
-      {"",                               ""},
-      {"/",                              ""},
-      {"skypost",                        ""},
-      // clang-format on
-  };
-  for (const auto& [name, rows] : CASES) {
+  expect_cases("tools/golden/network_names", [](const std::string& name) {
     std::string named;
     for (const row_names& row : ROW_NAMES)
-      if (is_row_name(name, row) || is_network_name(name, row)) named += std::string(row.row) + ", ";
-    EXPECT_EQ(named, rows) << name;
-  }
+      if (is_row_name(name, row) || is_network_name(name, row))
+        named += (named.empty() ? "" : ", ") + std::string(row.row);
+    return named;
+  });
 }
 
 }  // namespace

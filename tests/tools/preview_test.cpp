@@ -147,12 +147,6 @@ TEST_F(Preview, ShowsWhatIsOnOrNamed) {
 
   station.change("set wunderground_enabled=1");
   EXPECT_EQ(station.ids({"Weather Underground"}), (texts{"wunderground", "wunderground_rapid"}));
-  EXPECT_EQ(station.ids({"weatherflow"}), texts{"weatherflow"});
-  EXPECT_EQ(station.ids({"weatherflow-rapid"}), texts{"weatherflow_rapid"});
-  EXPECT_EQ(station.ids({"AWEKAS", "SH-Netz"}), (texts{"awekas_pull", "awekas_push", "shnetz"}));
-  // PWSweather has different names in its failures, its switch and its settings.
-  for (const char* const name : {"HAMweather/weather4u", "hamweather", "PWSweather"})
-    EXPECT_EQ(station.ids({name}), texts{"pwsweather"}) << name;
   for (const char* const nothing : {"", "weather", "awekas_pushy"})
     EXPECT_THROW(station.ids({nothing}), usage_error) << nothing;
 }
