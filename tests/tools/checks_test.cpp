@@ -171,16 +171,11 @@ TEST(Checks, FindWhatAnotherUserOwns) {
     gid_t group;
     const char* mode;
     std::size_t findings;
-  } ROWS[] = {{ALARM_SCRIPT_PATH, 0, 0, "0775", 0},
-              {ALARM_SCRIPT_PATH, 0, NOBODY, "0755", 0},
-              {ALARM_SCRIPT_PATH, 0, NOBODY, "0775", 1},
-              {ALARM_SCRIPT_PATH, NOBODY, 0, "0555", 1},
-              {ALARM_SCRIPT_PATH, 0, 0, "0757", 1},
-              {MAIL_PROGRAM_PATH, NOBODY, 0, "0755", 1},
-              {"/var/run/nimbulog", NOBODY, 0, "0755", 1},
-              {STATUS_PATH, NOBODY, 0, "0600", 1},
-              {RAPID_FIRE_STATUS_PATH, 0, 0, "0640", 1},
-              {HISTORY_PATH, 0, 0, "0604", 1}};
+  } ROWS[] = {{ALARM_SCRIPT_PATH, 0, 0, "0775", 0},        {ALARM_SCRIPT_PATH, 0, NOBODY, "0755", 0},
+              {ALARM_SCRIPT_PATH, 0, NOBODY, "0775", 1},   {ALARM_SCRIPT_PATH, NOBODY, 0, "0555", 1},
+              {ALARM_SCRIPT_PATH, 0, 0, "0757", 1},        {MAIL_PROGRAM_PATH, NOBODY, 0, "0755", 1},
+              {"/var/run/nimbulog", NOBODY, 0, "0755", 1}, {STATUS_PATH, NOBODY, 0, "0600", 1},
+              {RAPID_FIRE_STATUS_PATH, 0, 0, "0640", 1},   {HISTORY_PATH, 0, 0, "0604", 1}};
   for (const auto& row : ROWS) {
     checked_station station;
     station.record_run(station.appliance.now);
