@@ -125,7 +125,9 @@ std::string fault_of_http(std::FILE* output, const called_server& server) {
   const std::string proxy = proxy_for(server.scheme).address;
   return (proxy.empty() ? "" : "through the proxy " + quoted(proxy) + ", ") + "wget says " +
          quoted(sentence) + (code == 128 + SIGKILL ? " and nothing more" : "") + ". " +
-         (code == NOT_TRUSTED ? "Check the clock and ca-certificates" : CHECK_NETWORK);
+         (code == NOT_TRUSTED ? "Check the clock and ca-certificates"
+          : proxy.empty()     ? CHECK_NETWORK
+                              : "Check the proxy");
 }
 
 using said_text = fixed_text<1'000>;
