@@ -36,8 +36,10 @@ void forget(status_record& record) {
 void append_recovery(text_buffer& news, const char* name, status_record& record) {
   news.append("%s works again; it had failed since ", name);
   append_time(news, record.failing_since);
-  if (record.reason[0] != '\0') news.append(": %s", record.reason);
-  news.append_text("\n");
+  fixed_text<REASON_CAPACITY> told;
+  told.append_text(record.reason);
+  make_printable(told);
+  news.append("%s%s\n", told.empty() ? "" : ": ", told.c_str());
   forget(record);
 }
 

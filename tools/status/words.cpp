@@ -30,17 +30,6 @@ constexpr int ERROR_ANSWER = 8;
 
 bool is_printable(char character) { return character >= ' ' && character <= '~'; }
 
-// A server's own text must not command the terminal.
-void make_printable(text_buffer& text) {
-  char* const bytes = text.storage();
-  std::size_t length = text.length();
-  // Some texts end with a separator.
-  while (length > 0 && std::strchr(" ,\n", bytes[length - 1]) != nullptr) --length;
-  text.set_length(length);
-  std::replace_if(
-      bytes, bytes + length, [](char character) { return !is_printable(character); }, '?');
-}
-
 void append_recorded_reason(text_buffer& text, const status_record& record, const settings_record& settings) {
   // One character less, so that a reason which was cut counts as cut here too.
   fixed_text<REASON_CAPACITY - 1> reason;
@@ -58,6 +47,16 @@ void append_recorded_reason(text_buffer& text, const status_record& record, cons
 }
 
 }  // namespace
+
+void make_printable(text_buffer& text) {
+  char* const bytes = text.storage();
+  std::size_t length = text.length();
+  // Some texts end with a separator.
+  while (length > 0 && std::strchr(" ,\n", bytes[length - 1]) != nullptr) --length;
+  text.set_length(length);
+  std::replace_if(
+      bytes, bytes + length, [](char character) { return !is_printable(character); }, '?');
+}
 
 void append_time(text_buffer& text, std::int64_t milliseconds) {
   const std::tm local = moment_at(milliseconds / 1'000).local;

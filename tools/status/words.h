@@ -8,6 +8,9 @@ namespace skypost {
 
 inline constexpr std::size_t LONGEST_REASON = 400;
 
+// Replaces what is no printable ASCII by "?": neither a server's text nor one in the history may command the terminal.
+void make_printable(text_buffer& text);
+
 // "2026-11-25 09:15:21", local; "?" for what is no time.
 void append_time(text_buffer& text, std::int64_t milliseconds);
 
