@@ -1,6 +1,6 @@
 #include "sim/aprs_server.h"
 
-#include <regex>
+#include <cstdio>
 
 namespace skypost::sim {
 namespace {
@@ -10,23 +10,30 @@ constexpr char NO_VERSION[] = "# Invalid login: software name and version are no
 
 // True for time stamp, position, wind, temperature, rain, pressure and humidity, known or not. Luminosity is optional.
 bool is_weather_report(const std::string& text) {
-  static const std::regex FORMAT(
-      R"(@\d{6}z\d{4}\.\d\d[NS]/\d{5}\.\d\d[EW]_(\d{3}|\.{3})/(\d{3}|\.{3})g(\d{3}|\.{3}))"
-      R"(t(-?\d{2,3}|\.{3})r(\d{3}|\.{3})p(\d{3}|\.{3})P(\d{3}|\.{3})b(\d{5}|\.{5})h(\d\d|\.\.)([Ll]\d{3})?e\w+)");
-  return std::regex_match(text, FORMAT);
+  constexpr std::size_t LENGTH = 63;  // if no part is shorter than its format allows
+  int length = 0;
+  std::sscanf(text.c_str(),
+              "@%*6[0-9]z%*4[0-9].%*2[0-9]%*1[NS]/%*5[0-9].%*2[0-9]%*1[EW]_%*3[0-9.]/%*3[0-9.]g%*3[0-9.]"
+              "t%*3[-0-9.]r%*3[0-9.]p%*3[0-9.]P%*3[0-9.]b%*5[0-9.]h%*2[0-9.]%n",
+              &length);
+  if (length != LENGTH) return false;
+  const std::size_t rest = text.find_first_of("Ll", LENGTH) == LENGTH ? LENGTH + 4 : LENGTH;
+  return text.find('e', LENGTH) == rest;
 }
 
 struct login {
-  std::string call_sign;
-  std::string passcode;
-  bool has_version = false;
+  char call_sign[32];
+  char passcode[32];
+  bool has_version;
 };
 
 std::optional<login> read_login(const std::string& line) {
-  static const std::regex FORMAT(R"(user (\S+) pass (-?\d+)( vers \S+( \S.*)?)?)", std::regex::icase);
-  std::smatch part;
-  if (!std::regex_match(line, part, FORMAT)) return std::nullopt;
-  return login{part[1], part[2], part[4].matched};
+  login by = {};
+  char version[2];
+  const int read = std::sscanf(line.c_str(), "%*1[Uu]ser %31s pass %31s vers %*s%*1[ ]%1s", by.call_sign,
+                               by.passcode, version);
+  by.has_version = read == 3;
+  return read < 2 ? std::nullopt : std::optional(by);
 }
 
 }  // namespace
